@@ -1,0 +1,1 @@
+#include "platform/zr_com.h"
