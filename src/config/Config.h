@@ -1,0 +1,210 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "config/Rows.h"
+
+/** The families of settings; each has one table per file (see Families.h). */
+enum class Family : int32_t {
+  Camdsp,
+  Camera,
+  Network,
+  System,
+  Application,
+  InputPin,
+  OutputPin,
+  Audio,
+  Event,
+  Patrol,
+  Position,
+  Encode,
+  Video,
+  Scene,
+  ScpService,
+  SdCard,
+  Serial,
+  Ui,
+  CamFocus,
+  AudDetect,
+  kCount,
+};
+
+struct ConfigItem {
+  int32_t id;  ///< the row's index in its table; look-ups go by position
+  std::string key;
+  std::string value;
+};
+
+using ConfigTable = std::vector<ConfigItem>;
+
+/**
+ * The committed image of all settings: tables of key and value text, one file per table.
+ *
+ * One object lives for the whole process (getInstance); CUserConfig is a second one with the same tables, which holds
+ * values that are staged. Getters return a copy of the text, empty on a rejected index; setters return 0, or -1 on a
+ * rejected index, and change memory only. A save writes one table to its file under the flash lock. Results of file
+ * operations: 0 done, -1 the file failed, -2 the flash lock could not be taken or released.
+ */
+class Config {
+ public:
+  static constexpr int32_t kDone = 0;
+  static constexpr int32_t kFailed = -1;
+  static constexpr int32_t kLockFailed = -2;
+
+  static Config* getInstance();
+  virtual ~Config();
+  Config(const Config&) = delete;
+  Config& operator=(const Config&) = delete;
+
+  /** Reads the model name and every file, heals what it can, then runs the version step. */
+  [[nodiscard]] int32_t loadConfig();
+
+  /** While set, setConfig and the write functions succeed without doing anything. */
+  void setWriteInhibit(int32_t inhibit) { m_writeInhibit = inhibit; }
+
+  // One family's table, by number; index is 0 for a family of one table. The named operations below are these.
+  [[nodiscard]] std::string get(Family family, int32_t index, int32_t row) const;
+  int32_t set(Family family, int32_t index, int32_t row, const std::string& value);
+  int32_t save(Family family, int32_t index);
+
+  [[nodiscard]] std::string getVideoConfig(int32_t row) const { return get(Family::Video, 0, row); }
+  int32_t setVideoConfig(int32_t row, const std::string& value) { return set(Family::Video, 0, row, value); }
+  int32_t saveVideoConfig() { return save(Family::Video, 0); }
+
+  [[nodiscard]] std::string getEncodeConfig(int32_t channel, int32_t row) const {
+    return get(Family::Encode, channel, row);
+  }
+  int32_t setEncodeConfig(int32_t channel, int32_t row, const std::string& value) {
+    return set(Family::Encode, channel, row, value);
+  }
+  int32_t saveEncodeConfig(int32_t channel) { return save(Family::Encode, channel); }
+
+  [[nodiscard]] std::string getUiConfig(int32_t row) const { return get(Family::Ui, 0, row); }
+  int32_t setUiConfig(int32_t row, const std::string& value) { return set(Family::Ui, 0, row, value); }
+  int32_t saveUiConfig() { return save(Family::Ui, 0); }
+
+  [[nodiscard]] std::string getSerialConfig(int32_t row) const { return get(Family::Serial, 0, row); }
+  int32_t setSerialConfig(int32_t row, const std::string& value) { return set(Family::Serial, 0, row, value); }
+  int32_t saveSerialConfig() { return save(Family::Serial, 0); }
+
+  [[nodiscard]] std::string getSdCardConfig(int32_t row) const { return get(Family::SdCard, 0, row); }
+  int32_t setSdCardConfig(int32_t row, const std::string& value) { return set(Family::SdCard, 0, row, value); }
+  int32_t saveSdCardConfig() { return save(Family::SdCard, 0); }
+
+  [[nodiscard]] std::string getAudDetectConfig(int32_t channel, int32_t row) const {
+    return get(Family::AudDetect, channel, row);
+  }
+  int32_t setAudDetectConfig(int32_t channel, int32_t row, const std::string& value) {
+    return set(Family::AudDetect, channel, row, value);
+  }
+  int32_t saveAudDetectConfig(int32_t channel) { return save(Family::AudDetect, channel); }
+
+  [[nodiscard]] std::string getScpServiceConfig(int32_t row) const { return get(Family::ScpService, 0, row); }
+  int32_t setScpServiceConfig(int32_t row, const std::string& value) { return set(Family::ScpService, 0, row, value); }
+  int32_t saveScpServiceConfig() { return save(Family::ScpService, 0); }
+
+  /** The one patrol is number 0; its 20 steps are tables of their own that share one file. */
+  [[nodiscard]] std::string getPatrolConfig(int32_t patrol, int32_t step, int32_t row) const;
+  int32_t setPatrolConfig(int32_t patrol, int32_t step, int32_t row, const std::string& value);
+  int32_t savePatrolConfig(int32_t patrol);
+
+  [[nodiscard]] std::string getPositionConfig(int32_t position, int32_t row) const {
+    return get(Family::Position, position, row);
+  }
+  int32_t setPositionConfig(int32_t position, int32_t row, const std::string& value) {
+    return set(Family::Position, position, row, value);
+  }
+  int32_t savePositionConfig(int32_t position) { return save(Family::Position, position); }
+
+  [[nodiscard]] std::string getEventConfig(int32_t event, int32_t row) const { return get(Family::Event, event, row); }
+  int32_t setEventConfig(int32_t event, int32_t row, const std::string& value) {
+    return set(Family::Event, event, row, value);
+  }
+  int32_t saveEventConfig(int32_t event) { return save(Family::Event, event); }
+
+  [[nodiscard]] std::string getAudioConfig(int32_t row) const { return get(Family::Audio, 0, row); }
+  int32_t setAudioConfig(int32_t row, const std::string& value) { return set(Family::Audio, 0, row, value); }
+  int32_t saveAudioConfig() { return save(Family::Audio, 0); }
+
+  [[nodiscard]] std::string getOutputPinConfig(int32_t row) const { return get(Family::OutputPin, 0, row); }
+  int32_t setOutputPinConfig(int32_t row, const std::string& value) { return set(Family::OutputPin, 0, row, value); }
+  int32_t saveOutputPinConfig() { return save(Family::OutputPin, 0); }
+
+  [[nodiscard]] std::string getInputPinConfig(int32_t row) const { return get(Family::InputPin, 0, row); }
+  int32_t setInputPinConfig(int32_t row, const std::string& value) { return set(Family::InputPin, 0, row, value); }
+  int32_t saveInputPinConfig() { return save(Family::InputPin, 0); }
+
+  [[nodiscard]] std::string getNetworkConfig(int32_t row) const { return get(Family::Network, 0, row); }
+  int32_t setNetworkConfig(int32_t row, const std::string& value) { return set(Family::Network, 0, row, value); }
+  int32_t saveNetworkConfig() { return save(Family::Network, 0); }
+
+  [[nodiscard]] std::string getSystemConfig(int32_t row) const { return get(Family::System, 0, row); }
+  int32_t setSystemConfig(int32_t row, const std::string& value) { return set(Family::System, 0, row, value); }
+  int32_t saveSystemConfig() { return save(Family::System, 0); }
+
+  [[nodiscard]] std::string getApplicationConfig(int32_t application, int32_t row) const {
+    return get(Family::Application, application, row);
+  }
+  int32_t setApplicationConfig(int32_t application, int32_t row, const std::string& value) {
+    return set(Family::Application, application, row, value);
+  }
+  int32_t saveApplicationConfig(int32_t application) { return save(Family::Application, application); }
+
+  [[nodiscard]] std::string getSceneConfig(int32_t scene, int32_t row) const { return get(Family::Scene, scene, row); }
+  int32_t setSceneConfig(int32_t scene, int32_t row, const std::string& value) {
+    return set(Family::Scene, scene, row, value);
+  }
+  int32_t saveSceneConfig(int32_t scene) { return save(Family::Scene, scene); }
+
+  [[nodiscard]] std::string getCameraConfig(int32_t row) const { return get(Family::Camera, 0, row); }
+  int32_t setCameraConfig(int32_t row, const std::string& value) { return set(Family::Camera, 0, row, value); }
+  int32_t saveCameraConfig() { return save(Family::Camera, 0); }
+
+  [[nodiscard]] std::string getCamdspConfig(int32_t row) const { return get(Family::Camdsp, 0, row); }
+  int32_t setCamdspConfig(int32_t row, const std::string& value) { return set(Family::Camdsp, 0, row, value); }
+  int32_t saveCamdspConfig() { return save(Family::Camdsp, 0); }
+
+  [[nodiscard]] std::string getCamFocusConfig(int32_t row) const { return get(Family::CamFocus, 0, row); }
+  int32_t setCamFocusConfig(int32_t row, const std::string& value) { return set(Family::CamFocus, 0, row, value); }
+  int32_t saveCamFocusConfig() { return save(Family::CamFocus, 0); }
+
+  // Re-reading files into the tables.
+  [[nodiscard]] int32_t reloadSceneConfig(int32_t scene);
+  [[nodiscard]] int32_t readSceneConfig(int32_t scene);
+  [[nodiscard]] int32_t reloadEncodeConfig();
+  [[nodiscard]] int32_t reloadEachChannelEncodeConfig(int32_t channel);  ///< channel 1 to 4
+
+  /** 1 when the text is one of the encoder's frame sizes, else 0. */
+  [[nodiscard]] static int32_t isFramesize(std::string_view text);
+
+  /** The model name read by the last loadConfig, "KT-A10" before. */
+  [[nodiscard]] static std::string getModelName();
+
+  // The flash lock, advisory between the daemons of the camera (FlashLock.cpp).
+  [[nodiscard]] int32_t lockFlash();
+  [[nodiscard]] int32_t lockFlashOne();
+  int32_t unlockFlash(int32_t descriptor);
+
+  // Factory data (FactoryRestore.cpp).
+  [[nodiscard]] int32_t copyFactoryValueToConfig(const std::string& source, const std::string& target);
+  [[nodiscard]] int32_t copyFactoryValueAndReboot();
+  [[nodiscard]] int32_t initilizeSceneFileFactory(int32_t scene);
+  [[nodiscard]] int32_t makeDevice(const std::string& path, const std::string& spec);
+
+ protected:
+  Config();
+
+ private:
+  // Implementation members: to be settled by the store's author.
+};
+
+/** The staging image: the same tables, for values that take effect at a later restart or save of their family. */
+class CUserConfig : public Config {
+ public:
+  static CUserConfig* getInstance();
+  ~CUserConfig() override;
+};
