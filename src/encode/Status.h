@@ -1,0 +1,12 @@
+#pragma once
+
+#include "encode/CEncodeApiBase.h"
+
+namespace Encode {
+
+class CStatus : public CEncodeApiBase {
+ public:
+  using CEncodeApiBase::CEncodeApiBase;
+};
+
+}  // namespace Encode
