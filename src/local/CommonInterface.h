@@ -31,7 +31,7 @@ class CommonInterface {
 
   /** 1 when this call took the lock; 0 when it is held already or could not be had in five attempts. */
   [[nodiscard]] static int32_t lockFlash();
-  /** 1 when the lock was given back, else 0. */
+  /** 1 when the lock was given back, else 0; after a failed release lockFlash stays refused. */
   static int32_t unlockFlash();
   /** Locks (1) or unlocks (0) the open lock file; 1 done, 0 failed and the file closed. */
   [[nodiscard]] static int32_t flashStatusChange(int32_t lock);
@@ -43,14 +43,17 @@ class CommonInterface {
   [[nodiscard]] static std::vector<std::string> readLines(const std::string& path);
   /** Replaces the file; without lines it does nothing, and is true. */
   static bool writeLines(const std::string& path, const std::vector<std::string>& lines);
-  /** The first line as a number, or 0. */
-  [[nodiscard]] static pid_t readPid(const std::string& pidFile);
+  /** The first line as a number. */
+  [[nodiscard]] static pid_t readPid(const std::string& pidFile, pid_t whenEmpty = 0);
   static void stopAndRemovePid(const std::string& pidFile, pid_t pid);
 
   /** Sleeps to the end whatever signals arrive; more than 999999 microseconds do not sleep at all. */
   static void usleepRetry(int32_t microseconds);
 
  private:
+  static inline bool m_isLocked = false;
+  static inline FileDescriptor m_lockFd;
+
   bool m_isConnected = false;
   FileDescriptor m_fd;
 };

@@ -23,9 +23,9 @@ class CommonInterface::Process {
   [[nodiscard]] static pid_t StartOnly(const std::string& pidFile, const std::vector<std::string>& command);
 
   /** The child's pid; below 0 when no process could be made. */
-  [[nodiscard]] static pid_t Fork(const std::string& pidFile, const std::vector<std::string>& command);
+  [[nodiscard]] static pid_t Fork(const std::vector<std::string>& command);
   /** In the child (fork result 0): becomes the program, with all signals let through. 1 when that failed. */
-  [[nodiscard]] static int32_t Exec(pid_t pid, char* const* command);
+  static int32_t Exec(pid_t pid, char* const* command);
   /** Waits for the child's end: 1, or 0 when interrupted (the child is then ended) or impossible. */
   static int32_t Wait(pid_t pid);
   /** Ends the child and waits for it; the result of Wait. */
