@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "sim/common/Json.h"
+
 namespace sim {
 
 /**
@@ -36,16 +38,11 @@ class Journal {
   void write() const;
 
   /** The line as it would be written, without its line end. */
-  [[nodiscard]] std::string line() const { return m_line + "}"; }
+  [[nodiscard]] std::string line() const { return m_object.toString(); }
 
  private:
-  void key(std::string_view name);
-
-  std::string m_line;
+  JsonObject m_object;
 };
-
-/** A text as a JSON string, in quotes. Bytes that are no valid UTF-8 stand as \u00XX, so every line is valid JSON. */
-[[nodiscard]] std::string jsonString(std::string_view text);
 
 /** Bytes in lower-case hexadecimal, two digits each. */
 [[nodiscard]] std::string hexText(const void* data, std::size_t size);
