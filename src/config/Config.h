@@ -1,45 +1,15 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
-#include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "config/Families.h"
 #include "config/Rows.h"
-
-/** The families of settings; each has one table per file (see Families.h). */
-enum class Family : int32_t {
-  Camdsp,
-  Camera,
-  Network,
-  System,
-  Application,
-  InputPin,
-  OutputPin,
-  Audio,
-  Event,
-  Patrol,
-  Position,
-  Encode,
-  Video,
-  Scene,
-  ScpService,
-  SdCard,
-  Serial,
-  Ui,
-  CamFocus,
-  AudDetect,
-  kCount,
-};
-
-struct ConfigItem {
-  int32_t id;  ///< the row's index in its table; look-ups go by position
-  std::string key;
-  std::string value;
-};
-
-using ConfigTable = std::vector<ConfigItem>;
 
 /**
  * The committed image of all settings: tables of key and value text, one file per table.
@@ -178,28 +148,49 @@ class Config {
   [[nodiscard]] int32_t reloadEncodeConfig();
   [[nodiscard]] int32_t reloadEachChannelEncodeConfig(int32_t channel);  ///< channel 1 to 4
 
+  /** The file of a scene; empty, and logged, where there is no such scene. */
+  [[nodiscard]] static std::string getSceneFilename(int32_t scene);
+
   /** 1 when the text is one of the encoder's frame sizes, else 0. */
   [[nodiscard]] static int32_t isFramesize(std::string_view text);
 
   /** The model name read by the last loadConfig, "KT-A10" before. */
   [[nodiscard]] static std::string getModelName();
 
-  // The flash lock, advisory between the daemons of the camera (FlashLock.cpp).
-  [[nodiscard]] int32_t lockFlash();
-  [[nodiscard]] int32_t lockFlashOne();
-  int32_t unlockFlash(int32_t descriptor);
+  // The flash lock, advisory between the daemons of the camera; one per process, whichever object it is asked of. The
+  // lock functions return a descriptor, or -1, which goes back to unlockFlash. It does not nest.
+  [[nodiscard]] static int32_t lockFlash();
+  [[nodiscard]] static int32_t lockFlashOne();
+  static int32_t unlockFlash(int32_t descriptor);
 
-  // Factory data (FactoryRestore.cpp).
-  [[nodiscard]] int32_t copyFactoryValueToConfig(const std::string& source, const std::string& target);
-  [[nodiscard]] int32_t copyFactoryValueAndReboot();
-  [[nodiscard]] int32_t initilizeSceneFileFactory(int32_t scene);
-  [[nodiscard]] int32_t makeDevice(const std::string& path, const std::string& spec);
+  // Factory data. The commands run through the shell, and only one that could not be run counts as failed.
+  [[nodiscard]] static int32_t copyFactoryValueToConfig(const std::string& source, const std::string& target);
+  [[nodiscard]] static int32_t copyFactoryValueAndReboot();
+  [[nodiscard]] static int32_t initilizeSceneFileFactory(int32_t scene);
+  [[nodiscard]] static int32_t makeDevice(const std::string& path, const std::string& spec);
 
  protected:
   Config();
 
  private:
-  // Implementation members: to be settled by the store's author.
+  // One row of a table; null stands for a table that does not exist.
+  [[nodiscard]] static std::string getConfig(const ConfigTable* table, int32_t id);
+  int32_t setConfig(ConfigTable* table, int32_t id, const std::string& value) const;
+  [[nodiscard]] bool isAllowed(Family family, const AccessRule& rule, int32_t index, int32_t row) const;
+
+  // One file and the tables that stand in it: one, or all the patrol's; none for an index without a file.
+  [[nodiscard]] std::span<ConfigTable> tablesOfFile(Family family, int32_t index);
+  [[nodiscard]] int32_t readConfig(Family family, int32_t index);
+  [[nodiscard]] int32_t writeConfig(Family family, int32_t index);
+  [[nodiscard]] int32_t loadFile(Family family, int32_t index, const char* failure);
+
+  /** Brings a missing file back from the factory partition, under the lock that the caller holds; 0 or -1. */
+  [[nodiscard]] static int32_t m_copyFactoryConfig(const std::string& path);
+
+  void stepVersion();
+
+  std::array<std::vector<ConfigTable>, static_cast<size_t>(Family::kCount)> m_tables;
+  int32_t m_writeInhibit = 0;
 };
 
 /** The staging image: the same tables, for values that take effect at a later restart or save of their family. */

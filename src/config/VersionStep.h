@@ -1,0 +1,7 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+/** The exposure reference of a stored text (-5 to 5, one unit per step) on the scale of -125 to 80. */
+[[nodiscard]] int32_t convertExposureReference(const std::string& text);
