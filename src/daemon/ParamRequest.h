@@ -4,11 +4,11 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 class CManBase;
-class CNetworkMan;
 class Parameter;
 
 /**
@@ -17,21 +17,47 @@ class Parameter;
  */
 class ParamRequest {
  public:
+  /** Items of one request that are kept and run; a request with more runs none. */
   static constexpr size_t kMaxItems = 15;
 
-  /** Builds the whole tree and replays the stored settings. */
+  /** Builds the whole tree and replays the stored settings into the hardware and the neighbouring daemons. */
   ParamRequest();
   ~ParamRequest();
   ParamRequest(const ParamRequest&) = delete;
   ParamRequest& operator=(const ParamRequest&) = delete;
 
-  /** The whole exchange for one connection; -1 on any refusal. The descriptor stays the caller's. */
+  /** The whole exchange for one connection; 0, or -1 on any refusal. The descriptor stays the caller's. */
   int32_t processRequest(int32_t descriptor);
 
   /**
    * One item from inside the daemon, through the same tree; reentrant. `response`, where given, receives the answer
-   * behind the path, without its line end. -1 only when the root does not exist; failures stand in the response.
+   * behind the path, without its line end. -1 only when the path has no root; every failure stands in the response.
    */
   static int32_t execApiCommandInternal(const std::string& query, std::string* response, int8_t userType,
                                         int8_t contentType);
+
+  /** The list mode: writes the list of all parameters. */
+  static void writeList();
+
+ private:
+  using PostActions = std::array<bool, 4>;  ///< which post-actions the items asked for, by PostAction
+
+  int32_t recvRequest(int32_t descriptor);
+  size_t divideRequest();
+  int32_t checkRestrictions(std::string* response, size_t count) const;
+  void processParameters(std::string* response, PostActions* actions);
+  void processItem(Parameter& parameter, const std::string& item, PostActions* actions) const;
+  static int32_t sendResponse(int32_t descriptor, const std::string& text);
+  static CManBase* findRoot(std::string_view layer);
+  template <class Manager>
+  Manager* create();
+
+  std::string m_request;
+  int8_t m_userType;
+  int8_t m_contentType;
+  std::vector<std::string> m_params;
+  std::vector<std::unique_ptr<CManBase>> m_managers;  ///< in the order of creation
+
+  /** Root names and their managers, searched front to back; static, so that internal requests need no object. */
+  static std::vector<std::pair<CManBase*, std::string>> m_rootTable;
 };

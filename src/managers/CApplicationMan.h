@@ -1,0 +1,9 @@
+#pragma once
+
+#include "tree/CManBase.h"
+
+/** The root `application`. */
+class CApplicationMan : public CManBase {
+ public:
+  int32_t init() override;
+};

@@ -1,0 +1,33 @@
+#include "managers/CEncodeMan.h"
+
+#include "encode/Range.h"
+#include "encode/Status.h"
+#include "encode/Values.h"
+#include "tree/Selector.h"
+
+int32_t CEncodeMan::init() {
+  add<Encode::CType>("type", "RWRWR-");
+  add<Encode::CFramesize>("framesize", "RWRWR-");
+  add<Encode::CFramerate>("framerate", "RWRWR-");
+  add<Encode::CBitrate>("bitrate", "RWRWR-");
+  add<Encode::CQuality>("quality", "RWRWR-");
+  add<Encode::CIframeinterval>("iframeinterval", "RWRWR-");
+  add<Encode::CCbrMode>("cbr_mode", "RWRWR-");
+  add<Encode::CSource>("source", "R-R-R-");
+
+  add<Encode::CStatus>("status", "RWRWR-");
+
+  add<Encode::CRange>("range", kBranch);
+  add<Encode::CRange::CQuality>("range.quality", "R-R-R-");
+  add<Encode::CRange::CFramesize>("range.framesize", "R-R-R-");
+  add<Encode::CRange::CFramerate>("range.framerate", "R-R-R-");
+  add<Encode::CRange::CBitrate>("range.bitrate", "R-R-R-");
+  add<Encode::CRange::CIframeinterval>("range.iframeinterval", "R-R-R-");
+  add<Encode::CRange::CFramerateLimit>("range.framerate_limit", "RWR-R-");
+  add<Encode::CRange::CIframeintervalLimit>("range.iframeinterval_limit", "RWR-R-");
+  return 0;
+}
+
+int32_t CEncodeMan::checkRootAttribute(const std::string& selector) {
+  return checkSelector({.takes = SelectorNumber{.low = 1, .high = 3}}, selector);
+}

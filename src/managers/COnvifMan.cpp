@@ -1,0 +1,34 @@
+#include "managers/COnvifMan.h"
+
+#include <string_view>
+
+#include "daemon/ParamRequest.h"
+#include "request/Parameter.h"
+
+#include "devices/OnvifNodes.h"
+
+int32_t COnvifMan::init() {
+  add<Onvif::CSystem>("system", kBranch);
+  add<Onvif::CSystem::CDaylightsaving>("system.daylightsaving", "------");
+  add<Onvif::CAudio>("audio", kBranch);
+  add<Onvif::CAudio::COutput>("audio.output", kBranch);
+  add<Onvif::CAudio::COutput::CVolume>("audio.output.volume", "RW----");
+  return 0;
+}
+
+int32_t COnvifMan::APIsetup(Parameter& parameter, const std::string& layer) {
+  constexpr std::string_view kPrefix = "onvif.";
+  if (CManBase::APIsetup(parameter, layer) == 0) return 0;
+  if (parameter.getResponse().find("461") == std::string::npos) return -1;
+
+  const std::string& path = parameter.getPath();
+  if (path.size() <= kPrefix.size()) return -1;
+  const std::string query = path.substr(kPrefix.size()) + "=" + parameter.getValue();
+  if (query.starts_with(kPrefix)) return -1;
+  std::string response;
+  if (ParamRequest::execApiCommandInternal(query, &response, static_cast<int8_t>(parameter.getUserType()),
+                                           static_cast<int8_t>(parameter.getContentType())) < 0) {
+    return -1;
+  }
+  return parameter.setResponse(response);
+}

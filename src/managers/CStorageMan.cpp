@@ -1,0 +1,16 @@
+#include "managers/CStorageMan.h"
+
+#include "devices/Disk.h"
+
+int32_t CStorageMan::init() {
+  add<Storage::CDisk>("disk", kBranch);
+  add<Storage::CDisk::CStatus>("disk.status", "RWRWR-");
+  add<Storage::CDisk::CInitialize>("disk.initialize", "RWRWR-");
+  add<Storage::CDisk::CErecmode>("disk.erecmode", "RWRWR-");
+  add<Storage::CDisk::CSize>("disk.size", "R-R-R-");
+  add<Storage::CDisk::CCheck>("disk.check", "R-R-R-");
+  add<Storage::CDisk::CRec>("disk.rec", "R-R-R-");
+  add<Storage::CDisk::CErrcode>("disk.errcode", "R-R-R-");
+  add<Storage::CDisk::CMount>("disk.mount", "-W-W--");
+  return 0;
+}

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "tree/CManBase.h"
+
+/** The root `userinterface`. */
+class CUserinterfaceMan : public CManBase {
+ public:
+  int32_t init() override;
+};

@@ -1,0 +1,118 @@
+#include "tree/CManBase.h"
+
+#include <cassert>
+
+#include "request/Log.h"
+#include "request/Parameter.h"
+#include "request/StatusCode.h"
+
+namespace {
+
+int32_t refuse(Parameter& parameter, int32_t code) {
+  parameter.setResponse(getStatusCode(code));
+  return -1;
+}
+
+/** Whether the string grants the right anywhere, to whatever class. */
+bool grants(const std::string& permission, char right) { return permission.find(right) != std::string::npos; }
+
+int32_t execute(CApiBase* node, ExecArgs* args, int32_t (CApiBase::*operation)(ExecArgs*)) {
+  if (node == nullptr || args == nullptr || args->m_parameter == nullptr) {
+    TMX_LOG(LOG_ERR, "arg is null\n");
+    return -1;
+  }
+  return (node->*operation)(args);
+}
+
+}  // namespace
+
+CManBase::CManBase() = default;
+CManBase::~CManBase() = default;
+
+int32_t CManBase::init() { return 0; }
+
+int32_t CManBase::checkRootAttribute(const std::string& /*selector*/) { return 0; }
+
+int32_t CManBase::m_execReadCommand(CApiBase* node, ExecArgs* args) { return execute(node, args, &CApiBase::execRead); }
+
+int32_t CManBase::m_execWriteCommand(CApiBase* node, ExecArgs* args) {
+  return execute(node, args, &CApiBase::execWrite);
+}
+
+int32_t CManBase::APIsetup(Parameter& parameter, const std::string& layer) {
+  parameter.setResponse(getStatusCode(status::kCommandNotFound));
+  const std::string selector = parameter.getAttribute(layer);
+  if (parameter.isInvalid()) return -1;
+  const int32_t refused = checkRootAttribute(selector);
+  if (refused < 0) return refuse(parameter, -refused);
+
+  ExecArgs args{&parameter, {selector}};
+  int32_t depth = 0;
+  CApiBase* node = findInLayers(m_nextLayers, parameter, parameter.getNextLayer(), &depth, &args.m_selectors);
+  if (node == nullptr) return -1;
+
+  int32_t write = 0;
+  if (m_checkPermission(parameter, node, &write) < 0) return -1;
+  return write == 0 ? m_execReadCommand(node, &args) : m_execWriteCommand(node, &args);
+}
+
+int32_t CManBase::m_checkPermission(Parameter& parameter, const CApiBase* node, int32_t* write) {
+  if (node == nullptr || write == nullptr) return refuse(parameter, status::kInternalError);
+  *write = parameter.getValue().empty() ? 0 : 1;
+  const int32_t user = parameter.getUserType();
+  if (user == user_class::kOnvif) {
+    TMX_LOG(LOG_INFO, "user is onvif user");
+    return 0;
+  }
+  if (user == user_class::kDebug) {
+    TMX_LOG(LOG_INFO, "user is debug user");
+    return 0;
+  }
+  const std::string& permission = node->getPermission();
+  if (permission.size() != 6) return refuse(parameter, status::kInternalError);
+  const bool readable = grants(permission, 'R');
+  const bool writable = grants(permission, 'W');
+  if (!readable && !writable) return refuse(parameter, status::kUnauthorized);
+  if (*write != 0 && !writable) return refuse(parameter, status::kReadOnly);
+  if (*write == 0 && !readable) return refuse(parameter, status::kMethodNotAllowed);
+  if (user > user_class::kUser) {
+    if (user == user_class::kUnknown) TMX_LOG(LOG_ERR, "user is unknown user");
+    return refuse(parameter, status::kInternalError);
+  }
+  const auto position = static_cast<size_t>(2 * user + *write);
+  if (permission[position] == '-') return refuse(parameter, status::kUnauthorized);
+  return 0;
+}
+
+int32_t CManBase::m_replay(const std::string& query) {
+  Parameter parameter;
+  if (parameter.setParameter(user_class::kAdministrator, content_type::kPlain, query.c_str()) < 0) return -1;
+  const std::string layer = parameter.getNextLayer();
+  if (parameter.isInvalid()) return -1;
+  return APIsetup(parameter, layer) < 0 ? -1 : 0;
+}
+
+int32_t CManBase::m_replay(const std::string& path, const std::string& value) {
+  return m_replay(path + "=" + (value.empty() ? "%00" : value));
+}
+
+void CManBase::link(std::string_view parentPath, CApiBase* node) {
+  const std::list<CApiBase*>* layers = &m_nextLayers;
+  CApiBase* parent = nullptr;
+  while (!parentPath.empty()) {
+    const size_t dot = parentPath.find('.');
+    const std::string_view name = parentPath.substr(0, dot);
+    parent = nullptr;
+    for (CApiBase* layer : *layers) {
+      if (layer->getLayerName() == name) parent = layer;
+    }
+    assert(parent != nullptr);  // a layer is added before what lies under it
+    layers = &parent->getNextLayers();
+    parentPath.remove_prefix(dot == std::string_view::npos ? parentPath.size() : dot + 1);
+  }
+  if (parent != nullptr) {
+    parent->addNextLayer(node);
+  } else {
+    m_nextLayers.push_back(node);
+  }
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <variant>
+
+#include "local/ModelFeature.h"
+#include "request/StatusCode.h"
+#include "tree/ExecArgs.h"
+#include "tree/Words.h"
+
+/** A selector that is a decimal number from low to high: 451 for another text, 456 out of the range. */
+struct SelectorNumber {
+  int32_t low;
+  int32_t high;
+  /** Only digits count as a number, so that "-1" is 451 and not 456. */
+  bool digitsOnly = false;
+};
+
+/** A selector that is one of the words: 451 for another. */
+struct SelectorWord {
+  Words words;
+  bool anyCase = false;
+  bool firstPartOnly = false;  ///< only the text in front of the first "," is compared
+};
+
+/**
+ * What a layer takes between its brackets, and when the layer exists at all. A layer whose class states no Selector
+ * takes any selector and gives it no meaning.
+ */
+struct Selector {
+  /** Whether the model has the layer; 461 where it says no. */
+  bool (*available)() = nullptr;
+  /** The status for a layer without brackets; 0 where that is accepted. */
+  int32_t empty = 0;
+  std::variant<std::monostate, SelectorNumber, SelectorWord> takes{};
+};
+
+/** Selector::available for a feature of the model file. */
+template <Feature feature>
+bool has() {
+  return ModelFeature::has(feature);
+}
+/** Selector::available for a layer that the model has only without the feature. */
+template <Feature feature>
+bool lacks() {
+  return !ModelFeature::has(feature);
+}
+
+/** Whether a rule can be right at all; a wrong one does not compile. */
+constexpr bool isSound(const Selector& rule) {
+  if (const auto* number = std::get_if<SelectorNumber>(&rule.takes)) return number->low <= number->high;
+  if (const auto* word = std::get_if<SelectorWord>(&rule.takes)) return !word->words.empty();
+  return rule.available != nullptr && rule.empty == 0;
+}
+
+/** Applies the rule to the text between the brackets; 0 or a negated status. */
+[[nodiscard]] int32_t checkSelector(const Selector& rule, const std::string& selector);
+
+/** A selector's number, `fallback` where it is empty; the layer's rule has seen to the rest. */
+[[nodiscard]] int32_t selectorNumber(const Selectors& selectors, size_t layer, int32_t fallback);
