@@ -1,0 +1,203 @@
+#include "tests/camera/Camera.h"
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <sstream>
+
+namespace test {
+
+namespace {
+
+constexpr const char* kBuild = TMX_BUILD_DIR;
+/** Longer than any start or answer takes, on a loaded machine and under the sanitizers. */
+constexpr std::chrono::seconds kPatience{60};
+
+int run(const std::vector<std::string>& words, const char* output = nullptr) {
+  std::vector<char*> argv;
+  for (const std::string& word : words) {
+    argv.push_back(const_cast<char*>(word.c_str()));
+  }
+  argv.push_back(nullptr);
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  if (output != nullptr)
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output, O_WRONLY | O_CREAT | O_TRUNC, 0600);
+  pid_t child = 0;
+  int status = -1;
+  if (posix_spawn(&child, argv[0], &actions, nullptr, argv.data(), environ) == 0) waitpid(child, &status, 0);
+  posix_spawn_file_actions_destroy(&actions);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+std::filesystem::path newHome() {
+  const char* where = std::getenv("TMX_TEST_HOMES");
+  std::string pattern = std::string(where != nullptr ? where : "/dev/shm") + "/tmx-test-XXXXXX";
+  return mkdtemp(pattern.data()) != nullptr ? pattern : std::string();
+}
+
+std::string answerOf(const tmx::Reply& reply) {
+  if (reply.outcome != tmx::Outcome::kAnswered) return "<closed>";
+  std::string text = reply.text;
+  for (const std::string_view end : {"<BR>\r\n", "\r\n"}) {
+    if (text.ends_with(end)) {
+      text.resize(text.size() - end.size());
+      break;
+    }
+  }
+  return text;
+}
+
+}  // namespace
+
+Camera::Camera(CameraOptions options) : m_options(std::move(options)), m_home(newHome()) {}
+
+Camera::~Camera() {
+  cut();
+  std::error_code error;
+  std::filesystem::remove_all(m_home, error);
+}
+
+int Camera::sandbox(std::vector<std::string> words) const {
+  const std::string output = path("sandbox-output");
+  const std::string command = words.front();
+  words.front() = std::string(kBuild) + "/bin/camera-sandbox";
+  words.insert(words.begin() + 1, {command, "--home", m_home});
+  return run(words, output.c_str());
+}
+
+bool Camera::up() {
+  std::vector<std::string> words{"up", "--quiet"};
+  if (!m_options.model.empty()) words.insert(words.end(), {"--model", m_options.model});
+  for (const std::string& feature : m_options.without) {
+    words.insert(words.end(), {"--without", feature});
+  }
+  for (const std::string& argument : m_options.daemonArguments) {
+    words.insert(words.end(), {"--tmxd-arg", argument});
+  }
+  return sandbox(words) == 0;
+}
+
+void Camera::start() { sandbox({"up", "--quiet", "--timeout", "0"}); }
+
+void Camera::down() { sandbox({"down"}); }
+
+void Camera::cut() { sandbox({"cut"}); }
+
+bool Camera::reboot() { return sandbox({"reboot"}) == 0; }
+
+std::string Camera::ask(std::string_view text, UserClass user, LineEnd lineEnd) {
+  return answerOf(tmx::Client(path("tmp/request"), kPatience).exchange(user, lineEnd, text));
+}
+
+std::string Camera::askRaw(std::string_view frame) {
+  return answerOf(tmx::Client(path("tmp/request"), kPatience).exchangeFrame(frame));
+}
+
+std::string Camera::read(std::string_view file) const {
+  std::ostringstream text;
+  text << std::ifstream(path(file), std::ios::binary).rdbuf();
+  return text.str();
+}
+
+void Camera::write(std::string_view file, std::string_view content) const {
+  std::ofstream(path(file), std::ios::binary | std::ios::trunc) << content;
+}
+
+std::string Camera::row(std::string_view file, std::string_view key) const {
+  std::istringstream lines(read(file));
+  for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with(std::string(key) + "=")) return line.substr(key.size() + 1);
+  }
+  return "<none>";
+}
+
+void Camera::tell(std::string_view words) const {
+  std::vector<std::string> command{std::string(kBuild) + "/bin/camera-tell", "--socket", path("run/control")};
+  std::istringstream stream{std::string(words)};
+  for (std::string word; stream >> word;) {
+    command.push_back(word);
+  }
+  const std::string output = path("sandbox-output");
+  EXPECT_EQ(run(command, output.c_str()), 0) << words << ": " << read("sandbox-output");
+}
+
+void Camera::flash(std::string_view word) const { EXPECT_EQ(sandbox({"flash", std::string(word)}), 0) << word; }
+
+unsigned Camera::flashOperations() const {
+  sandbox({"flash", "show"});
+  unsigned operations = 0;
+  std::sscanf(read("sandbox-output").c_str(), "operations=%u", &operations);
+  return operations;
+}
+
+std::vector<std::string> Camera::journal(std::string_view who) const {
+  std::ifstream file(path("journal.jsonl"), std::ios::binary);
+  file.seekg(static_cast<std::streamoff>(m_journalStart));
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(file, line);) {
+    if (who.empty() || field(line, "who") == who) lines.push_back(line);
+  }
+  return lines;
+}
+
+void Camera::clearJournal() {
+  std::error_code error;
+  const std::uintmax_t size = std::filesystem::file_size(path("journal.jsonl"), error);
+  m_journalStart = error ? 0 : size;
+}
+
+std::string Camera::field(std::string_view line, std::string_view key) {
+  const std::string name = "\"" + std::string(key) + "\":";
+  size_t start = line.find(name);
+  if (start == std::string_view::npos) return {};
+  start += name.size();
+  if (line[start] != '"') return std::string(line.substr(start, line.find_first_of(",}", start) - start));
+  std::string text;
+  for (size_t at = start + 1; at < line.size() && line[at] != '"'; ++at) {
+    if (line[at] == '\\') ++at;
+    text += line[at];
+  }
+  return text;
+}
+
+std::vector<std::string> Camera::journalFields(std::string_view who, std::string_view key) const {
+  std::vector<std::string> values;
+  for (const std::string& line : journal(who)) {
+    values.push_back(field(line, key));
+  }
+  return values;
+}
+
+int Camera::exec(const std::vector<std::string>& words) const {
+  std::vector<std::string> command{"exec", "--"};
+  command.insert(command.end(), words.begin(), words.end());
+  return sandbox(command);
+}
+
+void expectAnswers(Camera& camera, std::initializer_list<Exchange> exchanges) {
+  for (const Exchange& exchange : exchanges) {
+    EXPECT_EQ(camera.ask(exchange.request, exchange.user), exchange.answer) << exchange.request;
+  }
+}
+
+std::unique_ptr<Camera> CameraTest::s_camera;
+
+void CameraTest::SetUpTestSuite() {
+  s_camera = std::make_unique<Camera>();
+  ASSERT_TRUE(s_camera->up()) << s_camera->read("sandbox-output") << s_camera->log();
+}
+
+void CameraTest::TearDownTestSuite() { s_camera.reset(); }
+
+void CameraTest::SetUp() { camera().clearJournal(); }
+
+Camera& CameraTest::camera() { return *s_camera; }
+
+}  // namespace test

@@ -1,0 +1,105 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "cli/Client.h"
+
+namespace test {
+
+using tmx::LineEnd;
+using tmx::UserClass;
+
+/** What a simulated camera is made of and started with. */
+struct CameraOptions {
+  std::string model = {};
+  std::vector<std::string> without = {};
+  std::vector<std::string> daemonArguments = {};
+};
+
+/** A simulated camera in a home of its own, spoken to as a client does; gone with the object. */
+class Camera {
+ public:
+  explicit Camera(CameraOptions options = {});
+  ~Camera();
+  Camera(const Camera&) = delete;
+  Camera& operator=(const Camera&) = delete;
+
+  // The power. Each waits until it has happened; false when the camera did not come up.
+  [[nodiscard]] bool up();
+  /** Boots without waiting for an answer, for a start that is expected to fail. */
+  void start();
+  void down();
+  void cut();
+  [[nodiscard]] bool reboot();
+
+  /** The answer without its last line end; "<closed>" when the camera closes without one. */
+  std::string ask(std::string_view text, UserClass user = UserClass::kAdmin, LineEnd lineEnd = LineEnd::kPlain);
+  /** The same for bytes that are sent as they stand. */
+  std::string askRaw(std::string_view frame);
+
+  /** A file of the camera's home, such as "flash/sysconfig/ui.conf". */
+  [[nodiscard]] std::filesystem::path path(std::string_view file) const { return m_home / file; }
+  [[nodiscard]] std::string read(std::string_view file) const;
+  void write(std::string_view file, std::string_view content) const;
+  /** The value behind a key of a configuration file, "<none>" without the key. */
+  [[nodiscard]] std::string row(std::string_view file, std::string_view key) const;
+
+  /** Changes a neighbour; see `./camera tell`. */
+  void tell(std::string_view words) const;
+  /** Counts or disturbs the file operations of flash: "count", "cut=N", "fail=N", "full", "off". */
+  void flash(std::string_view word) const;
+  /** The file operations since the last flash("count"). */
+  [[nodiscard]] unsigned flashOperations() const;
+
+  /** Journal lines of one part of the camera ("dsp", "gpio", …; empty for all) since the last clearJournal. */
+  [[nodiscard]] std::vector<std::string> journal(std::string_view who = {}) const;
+  void clearJournal();
+  /** The text under a key of a journal line, without quotes. */
+  [[nodiscard]] static std::string field(std::string_view line, std::string_view key);
+  /** One key of each line of journal(who). */
+  [[nodiscard]] std::vector<std::string> journalFields(std::string_view who, std::string_view key) const;
+
+  [[nodiscard]] std::string log() const { return read("syslog"); }
+  /** Runs a command inside; its exit status. */
+  int exec(const std::vector<std::string>& words) const;
+
+ private:
+  int sandbox(std::vector<std::string> words) const;
+
+  CameraOptions m_options;
+  std::filesystem::path m_home;
+  std::uintmax_t m_journalStart = 0;
+};
+
+/** A request and the answer that it must get. */
+struct Exchange {
+  std::string request;
+  std::string answer;
+  UserClass user = UserClass::kAdmin;
+};
+
+/** Asks one after the other. */
+void expectAnswers(Camera& camera, std::initializer_list<Exchange> exchanges);
+
+/** A suite whose cases share one camera of the given options, booted once. */
+class CameraTest : public testing::Test {
+ protected:
+  static void SetUpTestSuite();
+  static void TearDownTestSuite();
+  void SetUp() override;
+
+  static Camera& camera();
+
+ private:
+  static std::unique_ptr<Camera> s_camera;
+};
+
+}  // namespace test

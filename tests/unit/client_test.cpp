@@ -1,0 +1,283 @@
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <string>
+#include <thread>
+
+#include "cli/ApiList.h"
+#include "cli/Catalogue.h"
+#include "cli/Client.h"
+#include "cli/Item.h"
+#include "cli/Json.h"
+
+namespace tmx {
+namespace {
+
+using namespace std::chrono_literals;
+
+TEST(ClientValue, TravelsEscapedAndComesBack) {
+  const struct {
+    std::string plain;
+    std::string wire;
+  } cases[] = {
+      {"", "%00"},        {"plain text", "plain text"}, {"a&b", "a%26b"},
+      {"100%", "100%25"}, {"\"q\"", "%22q%22"},         {"%26", "%2526"},
+      {"%00", "%2500"},   {"a=b+c", "a=b+c"},           {"\xe6\x97\xa5", "\xe6\x97\xa5"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(escapeValue(c.plain), c.wire);
+    EXPECT_EQ(unescapeValue(c.wire), c.plain);
+  }
+}
+
+TEST(ClientValue, ForeignEscapesStayAsTheyAre) {
+  for (const std::string wire : {"%", "%2", "%41", "%%", "x%0", "a%00b"})
+    EXPECT_EQ(unescapeValue(wire), wire);
+  EXPECT_EQ(unescapeValue("%%25"), "%%");
+}
+
+TEST(ClientFrame, IsLaidOutByteByByte) {
+  EXPECT_EQ(requestFrame(UserClass::kOnvif, LineEnd::kPlain, "a=b"), std::string("\x05\0\0\0\x03\x01"
+                                                                                 "a=b",
+                                                                                 9));
+  EXPECT_EQ(requestFrame(UserClass::kAdmin, LineEnd::kHtml, std::string(1024, 'x')).substr(0, 6),
+            std::string("\x02\x04\0\0\0\0", 6));
+  EXPECT_EQ(frameLength("\x01\x02\x03\xff"), 0xff030201U);
+}
+
+std::vector<Item> readsOf(std::initializer_list<const char*> paths) {
+  std::vector<Item> items;
+  for (const char* path : paths)
+    items.push_back(Item::read(path));
+  return items;
+}
+
+TEST(ClientAnswer, OneLineForEachItem) {
+  const struct {
+    Item item;
+    std::string line;
+    int status;
+    std::string value;
+    std::string text;
+    std::string hint;
+  } cases[] = {
+      {Item::read("system.model"), "system.model=KT-A10&200 OK", 200, "KT-A10", "OK", ""},
+      {Item::read("camera.id"), "camera.id=&200 OK", 200, "", "OK", ""},
+      {Item::read("camera.id"), "camera.id=a=b&999 &200 OK", 200, "a=b&999 ", "OK", ""},
+      {Item::read("x"), "x&461 Command Not Found", 461, "", "Command Not Found", ""},
+      {Item::write("encode(1).type", "jpeg"), "encode(1).type&202 Accepted(encode(1).status=restart)", 202, "",
+       "Accepted", "encode(1).status=restart"},
+      {Item::write("a", "b"), "a&202 Accepted", 202, "", "Accepted", ""},
+      {Item::read("a"), "no status here", 0, "", "", ""},
+      {Item::read("a"), "a=b&20 OK", 0, "b&20 OK", "", ""},
+  };
+  std::vector<Item> items;
+  std::string text;
+  for (const auto& c : cases) {
+    items.push_back(c.item);
+    text += c.line + "\r\n";
+  }
+  const std::vector<Answer> answers = parseAnswers(items, text);
+  ASSERT_EQ(answers.size(), std::size(cases));
+  for (std::size_t i = 0; i < answers.size(); ++i) {
+    SCOPED_TRACE(cases[i].line);
+    EXPECT_EQ(answers[i].path, cases[i].item.path);
+    EXPECT_EQ(answers[i].lines, cases[i].line);
+    EXPECT_EQ(answers[i].status, cases[i].status);
+    EXPECT_EQ(answers[i].value, cases[i].value);
+    EXPECT_EQ(answers[i].statusText, cases[i].text);
+    EXPECT_EQ(answers[i].hint, cases[i].hint);
+    EXPECT_EQ(answers[i].accepted(), cases[i].status == 200 || cases[i].status == 202);
+  }
+}
+
+TEST(ClientAnswer, AnAnswerOfManyLinesStaysWithItsItem) {
+  const std::vector<Answer> answers = parseAnswers(
+      readsOf({"a", "log", "log", "z"}),
+      "a=1&200 OK\r\nlog=first\r\n\r\nz is no answer &200 OK yet\r\nlast&200 OK\r\nlog=x&200 OK\r\nz&461 Command Not "
+      "Found\r\n");
+  ASSERT_EQ(answers.size(), 4U);
+  EXPECT_EQ(answers[1].value, "first\n\nz is no answer &200 OK yet\nlast");
+  EXPECT_EQ(answers[1].status, 200);
+  EXPECT_EQ(answers[2].value, "x");
+  EXPECT_EQ(answers[3].status, 461);
+}
+
+TEST(ClientAnswer, AnItemWithoutAnAnswerHasNoStatus) {
+  const std::vector<Answer> answers = parseAnswers(readsOf({"a", "b"}), "a=1&200 OK\r\n");
+  ASSERT_EQ(answers.size(), 2U);
+  EXPECT_TRUE(answers[0].accepted());
+  EXPECT_FALSE(answers[1].accepted());
+  EXPECT_TRUE(parseAnswers({}, "x\r\n").empty());
+}
+
+TEST(ClientRequest, IsSplitAtItemsAndAtBytes) {
+  const auto sizes = [](const std::vector<Item>& items) {
+    std::vector<std::size_t> result;
+    for (const auto& request : splitRequests(items)) {
+      EXPECT_LE(requestText(request).size(), kMaxText);
+      result.push_back(request.size());
+    }
+    return result;
+  };
+  const Item half = Item::write("a", std::string(510, 'x'));      // with the "=" 512 bytes
+  const Item halfLess = Item::write("a", std::string(509, 'x'));  // two with their "&" fill a frame
+  using Sizes = std::vector<std::size_t>;
+  EXPECT_EQ(sizes({}), Sizes{});
+  EXPECT_EQ(sizes(std::vector<Item>(15, Item::read("a"))), Sizes{15});
+  EXPECT_EQ(sizes(std::vector<Item>(31, Item::read("a"))), (Sizes{15, 15, 1}));
+  EXPECT_EQ(sizes({half, halfLess}), Sizes{2});
+  EXPECT_EQ(sizes({half, half}), (Sizes{1, 1}));
+  EXPECT_EQ(requestText({Item::read("a"), Item::write("b", "c"), Item::read("d")}), "a&b=c&d");
+}
+
+/** Answers the first connection with the bytes, or with silence until the client leaves. */
+class OneAnswer {
+ public:
+  OneAnswer(std::string bytes, bool staysOpen)
+      : m_path(testing::TempDir() + "client_test." + std::to_string(getpid())) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    m_path.copy(address.sun_path, sizeof address.sun_path - 1);
+    unlink(m_path.c_str());
+    m_listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    EXPECT_EQ(bind(m_listener, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    EXPECT_EQ(listen(m_listener, 1), 0);
+    m_thread = std::thread([this, bytes = std::move(bytes), staysOpen] {
+      const int fd = accept(m_listener, nullptr, nullptr);
+      char request[64];
+      const ssize_t got = read(fd, request, sizeof request);
+      m_request.assign(request, got > 0 ? static_cast<std::size_t>(got) : 0);
+      for (const char c : bytes)
+        EXPECT_EQ(write(fd, &c, 1), 1);
+      while (staysOpen && read(fd, request, sizeof request) > 0) {
+      }
+      close(fd);
+    });
+  }
+  ~OneAnswer() {
+    finish();
+    close(m_listener);
+    unlink(m_path.c_str());
+  }
+  const std::string& request() {
+    finish();
+    return m_request;
+  }
+  const std::string& path() const { return m_path; }
+
+ private:
+  void finish() {
+    if (m_thread.joinable()) m_thread.join();
+  }
+
+  std::string m_path;
+  std::string m_request;
+  int m_listener = -1;
+  std::thread m_thread;
+};
+
+TEST(ClientExchange, TellsWhatBecameOfARequest) {
+  const struct {
+    std::string name;
+    std::string bytes;
+    bool staysOpen;
+    Outcome outcome;
+    std::string text;
+  } cases[] = {
+      {"whole answer", std::string("\x05\0\0\0a&b\r\n", 9), false, Outcome::kAnswered, "a&b\r\n"},
+      {"more than announced", std::string("\x01\0\0\0abc", 7), false, Outcome::kAnswered, "a"},
+      {"closed at once", "", false, Outcome::kNoAnswer, ""},
+      {"cut length", std::string("\x05\0", 2), false, Outcome::kNoAnswer, ""},
+      {"cut text", std::string("\x05\0\0\0a&b", 7), false, Outcome::kNoAnswer, ""},
+      {"length of nothing", std::string("\0\0\0\0", 4), true, Outcome::kNoAnswer, ""},
+      {"length of garbage", "HTTP", true, Outcome::kNoAnswer, ""},
+      {"silent", "", true, Outcome::kTimedOut, ""},
+      {"silent behind the length", std::string("\x05\0\0\0a", 5), true, Outcome::kTimedOut, ""},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    OneAnswer server(c.bytes, c.staysOpen);
+    const Reply reply = Client(server.path(), 200ms).exchange(UserClass::kUser, LineEnd::kPlain, "a=b");
+    EXPECT_EQ(reply.outcome, c.outcome);
+    if (c.outcome == Outcome::kAnswered) {
+      EXPECT_EQ(reply.text, c.text);
+    }
+    EXPECT_EQ(server.request(), std::string("\x05\0\0\0\x02\x01"
+                                            "a=b",
+                                            9));
+  }
+}
+
+TEST(ClientExchange, WithoutAServerThereIsNoConnection) {
+  for (const std::string& path : {testing::TempDir() + "nobody.here", std::string(200, 'x')}) {
+    const Reply reply = Client(path, 200ms).exchange(UserClass::kAdmin, LineEnd::kPlain, "a");
+    EXPECT_EQ(reply.outcome, Outcome::kNoConnection);
+    EXPECT_FALSE(reply.text.empty());
+  }
+}
+
+constexpr const char* kList =
+    "<peripheral>\n"
+    "\t<serial>\n"
+    "\t\t<baud>\t\t\t\t<RWRWR->\t<Peripheral::CSerial::CBaud>\n"
+    "<periph>\n"
+    "\t<serial>\n"
+    "\t\t<baud>\t\t\t\t<RWRWR->\t<Peripheral::CSerial::CBaud>\n"
+    "garbage\n"
+    "\t\t\t\t<too deep>\n"
+    "<system>\n"
+    "\t<session>\t\t\t\t\t<R-R-R->\t<System::CSession>\n"
+    "\t\t<max>\t\t\t\t<R-R-R->\t<System::CRow<8>::CMax>\n"
+    "\t<log>\t\t\t\t\t<R----->\t<System::CLog>";
+
+TEST(ClientList, IsReadFromTheDaemonsForm) {
+  const ApiList list = ApiList::parse(kList);
+  EXPECT_EQ(list.nodes().size(), 10U);
+  const ApiNode* node = list.find("system(x).session(3).max");
+  ASSERT_NE(node, nullptr);
+  EXPECT_EQ(node->permission, "R-R-R-");
+  EXPECT_EQ(node->className, "System::CRow<8>::CMax");
+  EXPECT_EQ(node->depth, 2U);
+  EXPECT_EQ(node->name(), "max");
+  EXPECT_EQ(list.find("system.max"), nullptr);
+  ASSERT_NE(list.find("system.log"), nullptr);
+  EXPECT_FALSE(list.find("peripheral.serial")->isLeaf());
+
+  EXPECT_EQ(list.below("").size(), 10U);
+  EXPECT_EQ(list.below("", false).size(), 7U) << "the short name is a repetition";
+  EXPECT_EQ(list.below("periph", false).size(), 3U) << "a short name that is asked for is served";
+  EXPECT_EQ(list.below("system.session(1)").size(), 2U);
+  EXPECT_TRUE(list.below("system.ses").empty());
+}
+
+TEST(ClientCatalogue, ExpandsSelectorsLayerByLayer) {
+  EXPECT_EQ(expandSelectors("system.model"), std::vector<std::string>{"system.model"});
+  EXPECT_EQ(expandSelectors("audio.input.detection.level"),
+            (std::vector<std::string>{"audio.input.detection(1).level", "audio.input.detection(2).level"}));
+  const std::vector<std::string> days = expandSelectors("app.event.filter.time");
+  ASSERT_EQ(days.size(), 70U);
+  EXPECT_EQ(days.front(), "app.event(1).filter(sunday).time");
+  EXPECT_EQ(days.back(), "app.event(10).filter(saturday).time");
+  EXPECT_EQ(expandSelectors("encode.type").back(), "encode(3).type");
+}
+
+TEST(ClientCatalogue, KnowsWhatIsNoSetting) {
+  for (const char* path : {"system.date", "camera.focus", "camera.focus.status", "camera.motion.pan.speed"})
+    EXPECT_FALSE(isSetting(path)) << path;
+  for (const char* path : {"system.timezone", "camera.focuses", "camera.motion.auto_return.mode", "periph.serial.baud"})
+    EXPECT_TRUE(isSetting(path)) << path;
+}
+
+TEST(ClientJson, EveryByteGivesValidText) {
+  EXPECT_EQ(jsonString("a\"\\\n\x01"), R"("a\"\\\u000a\u0001")");
+  EXPECT_EQ(jsonString("\xe6\x97\xa5"), "\"\xe6\x97\xa5\"");
+  EXPECT_EQ(jsonString("\xff\xe6\x97"), R"("\u00ff\u00e6\u0097")");
+  EXPECT_EQ(jsonString("\xed\xa0\x80\xc0\x80"), R"("\u00ed\u00a0\u0080\u00c0\u0080")");
+  EXPECT_EQ(jsonString("\x7f"), "\"\x7f\"");
+}
+
+}  // namespace
+}  // namespace tmx

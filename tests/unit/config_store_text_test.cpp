@@ -1,0 +1,157 @@
+#include "config/StoreText.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "config/VersionStep.h"
+
+namespace {
+
+std::vector<ConfigTable> smallTables() {
+  return {{{0, "A", "a"}, {1, "BB", "b"}}, {{0, "C", "c"}, {1, "A", "second"}}};
+}
+
+std::vector<std::string> valuesOf(const std::vector<ConfigTable>& tables) {
+  std::vector<std::string> values;
+  for (const ConfigTable& table : tables) {
+    for (const ConfigItem& item : table)
+      values.push_back(item.value);
+  }
+  return values;
+}
+
+struct ParseCase {
+  const char* name;
+  std::string bytes;
+  StoreEnd end;
+  int32_t matched;
+  bool hasUnknownKey;
+  std::vector<std::string> values;
+};
+
+class ParseStore : public testing::TestWithParam<ParseCase> {};
+
+TEST_P(ParseStore, TakesWhatStandsInFrontOfTheFirstFault) {
+  const ParseCase& expected = GetParam();
+  std::vector<ConfigTable> tables = smallTables();
+  const StoreParse parse = parseStore(expected.bytes, tables);
+  EXPECT_EQ(parse.end, expected.end);
+  EXPECT_EQ(parse.matched, expected.matched);
+  EXPECT_EQ(parse.hasUnknownKey, expected.hasUnknownKey);
+  EXPECT_EQ(valuesOf(tables), expected.values);
+}
+
+const std::vector<std::string> kUnchanged = {"a", "b", "c", "second"};
+const std::string kLongest = "A=" + std::string(kLongestLine - 2, 'x');
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, ParseStore,
+    testing::Values(
+        ParseCase{"Empty", "", StoreEnd::EndOfFile, 0, false, kUnchanged},
+        ParseCase{"AnyOrder", "C=3\nA=1\n", StoreEnd::EndOfFile, 2, false, {"1", "b", "3", "second"}},
+        ParseCase{"CutLastLineIsDropped", "A=1\nBB=2", StoreEnd::EndOfFile, 1, false, {"1", "b", "c", "second"}},
+        ParseCase{"ValueHoldsEquals", "A=1=2==\n", StoreEnd::EndOfFile, 1, false, {"1=2==", "b", "c", "second"}},
+        ParseCase{"EmptyValue", "A=\n", StoreEnd::EndOfFile, 1, false, {"", "b", "c", "second"}},
+        ParseCase{"LastOfTwoWins", "A=1\nA=2\n", StoreEnd::EndOfFile, 2, false, {"2", "b", "c", "second"}},
+        ParseCase{"BlanksBelongToTheValue", "A= 1 \n", StoreEnd::EndOfFile, 1, false, {" 1 ", "b", "c", "second"}},
+        ParseCase{
+            "CarriageReturnBelongsToTheValue", "A=1\r\n", StoreEnd::EndOfFile, 1, false, {"1\r", "b", "c", "second"}},
+        ParseCase{"NulIsACharacter",
+                  std::string("A=1\0002\n", 6),
+                  StoreEnd::EndOfFile,
+                  1,
+                  false,
+                  {std::string("1\0002", 3), "b", "c", "second"}},
+        ParseCase{"KeysAreExact", "a=1\nB=2\nBBB=3\n A=4\n", StoreEnd::EndOfFile, 0, true, kUnchanged},
+        ParseCase{"EmptyKeyIsUnknown", "=1\n", StoreEnd::EndOfFile, 0, true, kUnchanged},
+        ParseCase{"EmptyLine", "A=1\n\nC=3\n", StoreEnd::BadFormat, 1, false, {"1", "b", "c", "second"}},
+        ParseCase{"LineWithoutEquals", "X=0\nA=1\nBB\n", StoreEnd::BadFormat, 1, true, {"1", "b", "c", "second"}},
+        ParseCase{"CutLineWithoutEquals", "A=1\nBB", StoreEnd::EndOfFile, 1, false, {"1", "b", "c", "second"}},
+        ParseCase{"LongestLine",
+                  kLongest + "\nC=3\n",
+                  StoreEnd::EndOfFile,
+                  2,
+                  false,
+                  {std::string(kLongestLine - 2, 'x'), "b", "3", "second"}},
+        ParseCase{"LongestLineCut", kLongest, StoreEnd::EndOfFile, 0, false, kUnchanged},
+        ParseCase{"LineTooLong",
+                  "C=3\n" + kLongest + "x\nBB=2\n",
+                  StoreEnd::StreamFailed,
+                  1,
+                  false,
+                  {"a", "b", "3", "second"}},
+        ParseCase{"LastLineTooLong", kLongest + "x", StoreEnd::StreamFailed, 0, false, kUnchanged}),
+    [](const auto& test) { return std::string(test.param.name); });
+
+TEST(ComposeStore, WritesTheTablesInTheirOrder) {
+  EXPECT_EQ(composeStore(smallTables()), "A=a\nBB=b\nC=c\nA=second\n");
+}
+
+TEST(ComposeStore, ALineTooLongLosesItsLineEnd) {
+  struct Case {
+    size_t valueLength;
+    bool hasLineEnd;
+  };
+  for (const Case& item : {Case{546, true}, Case{547, false}, Case{700, false}}) {
+    const std::string value(item.valueLength, 'v');
+    const std::vector<ConfigTable> tables = {{{0, "A", value}, {1, "B", "b"}}};
+    const std::string line = ("A=" + value + "\n").substr(0, kLongestWrittenLine);
+    EXPECT_EQ(line.back() == '\n', item.hasLineEnd) << item.valueLength;
+    EXPECT_EQ(composeStore(tables), line + "B=b\n") << item.valueLength;
+  }
+}
+
+/** What a power cut leaves of a file reads as the rows in front of the cut, and never fails. */
+TEST(ComposeStore, EveryPrefixReadsBack) {
+  std::vector<ConfigTable> written = makeTables(Family::Network);
+  int32_t number = 0;
+  for (ConfigItem& item : written[0])
+    item.value = "value=" + std::to_string(number++);
+  const std::string whole = composeStore(written);
+  const std::vector<ConfigTable> defaults = makeTables(Family::Network);
+  for (size_t size = 0; size <= whole.size(); ++size) {
+    const std::string cut = whole.substr(0, size);
+    std::vector<ConfigTable> tables = defaults;
+    const StoreParse parse = parseStore(cut, tables);
+    ASSERT_EQ(parse.end, StoreEnd::EndOfFile);
+    ASSERT_EQ(parse.matched, std::count(cut.begin(), cut.end(), '\n'));
+    for (size_t row = 0; row < tables[0].size(); ++row) {
+      const bool isRead = row < static_cast<size_t>(parse.matched);
+      ASSERT_EQ(tables[0][row].value, (isRead ? written : defaults)[0][row].value);
+    }
+  }
+}
+
+TEST(VersionStep, ExposureReferenceGetsItsNewScale) {
+  struct Case {
+    const char* text;
+    int32_t value;
+  };
+  constexpr Case kCases[] = {
+      {"-5", -125},
+      {"-4", -100},
+      {"-3", -75},
+      {"-2", -50},
+      {"-1", -25},
+      {"0", 0},
+      {"1", 16},
+      {"2", 32},
+      {"3", 48},
+      {"4", 64},
+      {"5", 80},
+      {"-6", -125},
+      {"6", 80},
+      {"99999999999999999999", 80},
+      {"-99999999999999999999", -125},
+      {"", 0},
+      {"abc", 0},
+      {"3.9", 48},
+  };
+  for (const Case& item : kCases)
+    EXPECT_EQ(convertExposureReference(item.text), item.value) << item.text;
+}
+
+}  // namespace

@@ -1,0 +1,219 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "config/Config.h"
+#include "config/Initialising.h"
+
+namespace {
+
+class Store : public Config {};
+
+struct FamilyCase {
+  Family family;
+  size_t tables;
+  size_t rows;
+  const char* firstPath;
+  const char* lastPath;
+};
+
+constexpr FamilyCase kFamilyCases[] = {
+    {Family::Camdsp, 1, 13, "/mnt/sysinfo/kq40_camdsp.conf", nullptr},
+    {Family::Camera, 1, 57, "/mnt/flash/sysconfig/camera.conf", nullptr},
+    {Family::Network, 1, 82, "/mnt/flash/sysconfig/network.conf", nullptr},
+    {Family::System, 1, 2, "/mnt/sysinfo/system.conf", nullptr},
+    {Family::Application, 10, 26, "/mnt/flash/sysconfig/application/application0.conf",
+     "/mnt/flash/sysconfig/application/application9.conf"},
+    {Family::InputPin, 1, 3, "/mnt/flash/sysconfig/input_pin.conf", nullptr},
+    {Family::OutputPin, 1, 5, "/mnt/flash/sysconfig/output_pin.conf", nullptr},
+    {Family::Audio, 1, 5, "/mnt/flash/sysconfig/audio.conf", nullptr},
+    {Family::Event, 10, 24, "/mnt/flash/sysconfig/event/event0.conf", "/mnt/flash/sysconfig/event/event9.conf"},
+    {Family::Patrol, 20, 3, "/mnt/flash/sysconfig/patrol/0.conf", "/mnt/flash/sysconfig/patrol/0.conf"},
+    {Family::Position, 20, 5, "/mnt/flash/sysconfig/position/0.conf", "/mnt/flash/sysconfig/position/19.conf"},
+    {Family::Encode, 3, 10, "/mnt/flash/sysconfig/encode/encode0.conf", "/mnt/flash/sysconfig/encode/encode2.conf"},
+    {Family::Video, 1, 1, "/mnt/flash/sysconfig/video.conf", nullptr},
+    {Family::Scene, 8, 27, "/mnt/flash/sysconfig/scene/0.conf", "/mnt/flash/sysconfig/scene/7.conf"},
+    {Family::ScpService, 1, 41, "/mnt/flash/sysconfig/scpservice.conf", nullptr},
+    {Family::SdCard, 1, 2, "/mnt/flash/sysconfig/sdcard.conf", nullptr},
+    {Family::Serial, 1, 6, "/mnt/flash/sysconfig/serial.conf", nullptr},
+    {Family::Ui, 1, 12, "/mnt/flash/sysconfig/ui.conf", nullptr},
+    {Family::CamFocus, 1, 10, "/mnt/sysinfo/kq40_autofocus.conf", nullptr},
+    {Family::AudDetect, 2, 3, "/mnt/flash/sysconfig/aud_detect/aud_detect0.conf",
+     "/mnt/flash/sysconfig/aud_detect/aud_detect1.conf"},
+};
+static_assert(std::size(kFamilyCases) == static_cast<size_t>(Family::kCount));
+
+TEST(ConfigTables, EveryFamilyHasItsTablesAndFiles) {
+  for (const FamilyCase& item : kFamilyCases) {
+    const std::vector<ConfigTable> tables = makeTables(item.family);
+    ASSERT_EQ(tables.size(), item.tables) << item.firstPath;
+    std::set<std::string_view> keys;
+    for (const ConfigTable& table : tables) {
+      ASSERT_EQ(table.size(), item.rows) << item.firstPath;
+      for (const ConfigItem& row : table) {
+        ASSERT_EQ(row.id, &row - table.data());
+        keys.insert(row.key);
+      }
+    }
+    // A key names one row of a file.
+    EXPECT_EQ(keys.size(), item.family == Family::Patrol ? item.tables * item.rows : item.rows) << item.firstPath;
+    EXPECT_EQ(familyPath(item.family, 0), item.firstPath);
+    const char* lastPath = item.lastPath == nullptr ? item.firstPath : item.lastPath;
+    EXPECT_EQ(familyPath(item.family, static_cast<int32_t>(item.tables) - 1), lastPath);
+  }
+}
+
+TEST(ConfigTables, DefaultsDifferByIndexWhereTheyMust) {
+  struct Case {
+    Family family;
+    int32_t index;
+    int32_t row;
+    const char* key;
+    const char* value;
+  };
+  constexpr Case kCases[] = {
+      {Family::Scene, 0, 0, "COMMENT2", "General"},
+      {Family::Scene, 4, 0, "COMMENT2", "Dvr_Save"},
+      {Family::Scene, 7, 0, "COMMENT2", "Lumx"},
+      {Family::Scene, 7, 24, "AUTO_EXPOSURE_REFERENCE", "0"},
+      {Family::Camera, 0, 30, "COMMENT2", "General"},
+      {Family::Camera, 0, 54, "AUTO_EXPOSURE_REFERENCE", "0"},
+      {Family::Camera, 0, 56, "BLC_AREA", "FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF"},
+      {Family::Position, 0, 0, "POSITION_STATUS", "registered"},
+      {Family::Position, 0, 1, "POSITION_TITLE", "Home"},
+      {Family::Position, 1, 0, "POSITION_STATUS", "unregistered"},
+      {Family::Position, 19, 1, "POSITION_TITLE", ""},
+      {Family::Position, 19, 4, "POSITION_ZOOM", "0"},
+      {Family::Encode, 0, 0, "ENC_STATUS", "on"},
+      {Family::Encode, 2, 0, "ENC_STATUS", "off"},
+      {Family::Encode, 0, 2, "FRAME_SIZE", "1920x1080"},
+      {Family::Encode, 1, 2, "FRAME_SIZE", "1280x720"},
+      {Family::Encode, 1, 4, "QUALITY", "180k"},
+      {Family::Encode, 2, 4, "QUALITY", "80k"},
+      {Family::Patrol, 0, 0, "PATROL_POSITION_0", "0"},
+      {Family::Patrol, 9, 1, "PATROL_DURATION_9", "0"},
+      {Family::Patrol, 19, 2, "PATROL_SPEED_19", "100.0"},
+      {Family::Network, 0, 54, "HTTPS_CONFIG_STREAMING_STATUS", "off"},
+  };
+  for (const Case& item : kCases) {
+    const ConfigItem row = makeTables(item.family)[static_cast<size_t>(item.index)][static_cast<size_t>(item.row)];
+    EXPECT_EQ(row.key, item.key) << item.index;
+    EXPECT_EQ(row.value, item.value) << item.key << item.index;
+  }
+}
+
+// Row and index at the edges: whether a read and a write go through.
+struct AccessCase {
+  Family family;
+  int32_t index;
+  int32_t row;
+  bool isRow;
+};
+
+constexpr AccessCase kAccessCases[] = {
+    {Family::Network, 0, 0, true},        {Family::Network, 0, 81, true},
+    {Family::Network, 0, 82, false},      {Family::Network, 0, 83, false},
+    {Family::Network, 0, -1, false},      {Family::Network, 1, 0, false},
+    {Family::Video, 0, 1, false},         {Family::Event, 9, 23, true},
+    {Family::Event, 10, 0, false},        {Family::Event, -1, 0, false},
+    {Family::Application, 9, 25, true},   {Family::Application, 10, 0, false},
+    {Family::Application, -1, 0, false},  {Family::Encode, 2, 9, true},
+    {Family::Encode, 3, 0, false},        {Family::Encode, 4, 0, false},
+    {Family::AudDetect, 1, 2, true},      {Family::AudDetect, 2, 0, false},
+    {Family::AudDetect, 3, 0, false},     {Family::Patrol, 19, 2, true},
+    {Family::Patrol, 19, 3, false},       {Family::Patrol, 20, 0, false},
+    {Family::Position, 20, 0, false},     {Family::Scene, 8, 0, false},
+    {Family::Scene, 7, INT32_MAX, false}, {Family::Scene, INT32_MIN, INT32_MIN, false},
+};
+
+TEST(ConfigAccess, OnlyExistingRowsAreReadAndWritten) {
+  for (const AccessCase& item : kAccessCases) {
+    Store store;
+    EXPECT_EQ(store.set(item.family, item.index, item.row, "new text"), item.isRow ? 0 : -1)
+        << static_cast<int>(item.family) << " " << item.index << " " << item.row;
+    EXPECT_EQ(store.get(item.family, item.index, item.row), item.isRow ? "new text" : "")
+        << static_cast<int>(item.family) << " " << item.index << " " << item.row;
+  }
+}
+
+TEST(ConfigAccess, NamedOperationsReachTheirOwnTable) {
+  Store store;
+  EXPECT_EQ(store.setCamFocusConfig(cam_focus_row::FOCUS_DIR, "far"), 0);
+  EXPECT_EQ(store.get(Family::CamFocus, 0, 2), "far");
+  EXPECT_EQ(store.setPatrolConfig(0, 19, patrol_row::PATROL_SPEED, "1.5"), 0);
+  EXPECT_EQ(store.getPatrolConfig(0, 19, 2), "1.5");
+  EXPECT_EQ(store.getPatrolConfig(0, 18, 2), "100.0");
+  EXPECT_EQ(store.getPatrolConfig(1, 0, 0), "");
+  EXPECT_EQ(store.setPatrolConfig(1, 0, 0, "1"), -1);
+  EXPECT_EQ(store.setSceneConfig(7, scene_row::COLOR, "5"), 0);
+  EXPECT_EQ(store.getSceneConfig(7, 1), "5");
+  EXPECT_EQ(store.getSceneConfig(6, 1), "0");
+}
+
+TEST(ConfigAccess, ASaveOrReloadOfNoFileIsRefused) {
+  Store store;
+  EXPECT_EQ(store.saveSceneConfig(8), -1);
+  EXPECT_EQ(store.saveSceneConfig(-1), -1);
+  EXPECT_EQ(store.saveApplicationConfig(10), -1);
+  EXPECT_EQ(store.saveAudDetectConfig(2), -1);
+  EXPECT_EQ(store.saveEncodeConfig(3), -1);
+  EXPECT_EQ(store.savePositionConfig(20), -1);
+  EXPECT_EQ(store.savePatrolConfig(1), -1);
+  EXPECT_EQ(store.saveEventConfig(10), -1);
+  EXPECT_EQ(store.reloadSceneConfig(8), -1);
+  EXPECT_EQ(store.readSceneConfig(-1), -1);
+  for (const int32_t channel : {-1, 0, 4, 5})
+    EXPECT_EQ(store.reloadEachChannelEncodeConfig(channel), -1) << channel;
+}
+
+TEST(ConfigAccess, AnInhibitedStoreAcceptsAndKeepsNothing) {
+  Store store;
+  store.setWriteInhibit(1);
+  EXPECT_EQ(store.setSystemConfig(system_row::TIMEZONE, "UTC"), 0);
+  EXPECT_EQ(store.saveSystemConfig(), 0);
+  EXPECT_EQ(store.setVideoConfig(1, "on"), -1);  // the family refuses before the store is asked
+  store.setWriteInhibit(0);
+  EXPECT_EQ(store.getSystemConfig(system_row::TIMEZONE), "Japan");
+  EXPECT_EQ(store.setSystemConfig(system_row::TIMEZONE, "UTC"), 0);
+  EXPECT_EQ(store.getSystemConfig(system_row::TIMEZONE), "UTC");
+}
+
+TEST(Initialising, GuardsNestAndInhibitBothStores) {
+  const auto keepsWrites = [](Config* store) {
+    const std::string before = store->getUiConfig(0);
+    const std::string after = before == "vbr" ? "cbr" : "vbr";
+    EXPECT_EQ(store->setUiConfig(0, after), 0);
+    return store->getUiConfig(0) == after;
+  };
+  const auto expectState = [&](bool isRaised) {
+    EXPECT_EQ(isInitialising(), isRaised);
+    EXPECT_EQ(keepsWrites(Config::getInstance()), !isRaised);
+    EXPECT_EQ(keepsWrites(CUserConfig::getInstance()), !isRaised);
+  };
+  expectState(false);
+  {
+    InitialisingGuard outer;
+    expectState(true);
+    {
+      InitialisingGuard inner;
+      expectState(true);
+    }
+    expectState(true);
+  }
+  expectState(false);
+}
+
+TEST(FrameSize, OnlyTheListedWordsPass) {
+  for (const char* text :
+       {"1920x1080", "quadvga", "1280x960", "1280x720", "vga", "640x480", "qvga", "320x240", "640x360"}) {
+    EXPECT_EQ(Config::isFramesize(text), 1) << text;
+  }
+  for (const char* text : {"", "VGA", "vga ", "640x36", "640x3600", "1920X1080", "sxvga"}) {
+    EXPECT_EQ(Config::isFramesize(text), 0) << text;
+  }
+}
+
+}  // namespace
