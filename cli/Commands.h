@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/Session.h"
+
+namespace tmx {
+
+/** What follows the command on the command line. */
+using Arguments = std::vector<std::string>;
+
+// Every command returns an exit status. Messages for people go to standard error, answers to standard output.
+
+[[nodiscard]] int runGet(const Session& session, const Arguments& arguments);
+[[nodiscard]] int runSet(const Session& session, const Arguments& arguments);
+/** Reads and writes as the arguments stand: a "=" makes a write. */
+[[nodiscard]] int runItems(const Session& session, const Arguments& arguments);
+
+[[nodiscard]] int runTree(const Session& session, const Arguments& arguments);
+[[nodiscard]] int runList(const Session& session, const Arguments& arguments);
+[[nodiscard]] int runShow(const Session& session, const Arguments& arguments);
+
+[[nodiscard]] int runDump(const Session& session, const Arguments& arguments);
+[[nodiscard]] int runLoad(const Session& session, const Arguments& arguments);
+[[nodiscard]] int runWatch(const Session& session, const Arguments& arguments);
+
+/** Sends writes and reads, prints the answers, shows or runs the commits that the writes wait for. */
+[[nodiscard]] int sendItems(const Session& session, const std::vector<Item>& items);
+
+/** Says what is wrong with the command line. */
+[[nodiscard]] int usageError(const std::string& message);
+
+}  // namespace tmx

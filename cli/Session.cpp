@@ -1,0 +1,62 @@
+#include "cli/Session.h"
+
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+
+namespace tmx {
+
+int Session::run(const std::vector<Item>& items, const AnswerSink& sink) const {
+  if (!isSendable(items)) return kExitUsage;
+  int result = kExitOk;
+  for (const std::vector<Item>& request : splitRequests(items)) {
+    const Reply reply = m_client.exchange(m_options.user, LineEnd::kPlain, requestText(request));
+    if (reply.outcome != Outcome::kAnswered) {
+      std::fprintf(stderr, "tmxctl: %s: %s\n", m_client.socket().c_str(), reply.text.c_str());
+      return kExitNoConnection;
+    }
+    const std::vector<Answer> answers = parseAnswers(request, reply.text);
+    for (const Answer& answer : answers) {
+      if (!answer.accepted()) result = kExitRefused;
+    }
+    sink(answers);
+  }
+  return result;
+}
+
+bool Session::loadList(ApiList& list) const {
+  const std::size_t slash = m_client.socket().rfind('/');
+  const std::string folder = slash == std::string::npos ? "" : m_client.socket().substr(0, slash + 1);
+  const std::string path = folder + "api_list.txt";
+  std::ifstream file(path, std::ios::binary);
+  if (file) list = ApiList::parse(std::string(std::istreambuf_iterator<char>(file), {}));
+  if (!list.nodes().empty()) return true;
+  std::fprintf(stderr,
+               "tmxctl: there is no list of the parameters in %s\n"
+               "The daemon writes it when it is started in its list mode; type on the camera: tmxd all_api\n",
+               path.c_str());
+  return false;
+}
+
+std::string Session::shown(const std::string& wire) const { return m_options.isRaw ? wire : unescapeValue(wire); }
+
+std::string Session::sent(std::string_view typed) const {
+  return m_options.isRaw && !typed.empty() ? std::string(typed) : escapeValue(typed);
+}
+
+bool Session::isSendable(const std::vector<Item>& items) const {
+  for (const Item& item : items) {
+    const std::string text = item.text();
+    const char* fault = nullptr;
+    if (item.path.empty()) fault = "the path is missing";
+    if (text.find('\0') != std::string::npos) fault = "a NUL byte cannot be sent";
+    if (text.find('&') != std::string::npos) fault = "a \"&\" would divide it";
+    if (text.size() > kMaxText) fault = "longer than the 1024 bytes that the daemon takes";
+    if (fault == nullptr) continue;
+    std::fprintf(stderr, "tmxctl: \"%.60s\": %s\n", text.c_str(), fault);
+    return false;
+  }
+  return true;
+}
+
+}  // namespace tmx
