@@ -80,25 +80,29 @@ int32_t CommonInterface::Process::Exec(pid_t pid, char* const* command) {
   return 1;
 }
 
-int32_t CommonInterface::Process::Wait(pid_t pid) {
-  TMX_LOG(LOG_DEBUG, "wait pid =%d", pid);
+std::optional<int> CommonInterface::Process::waitForEnd(pid_t pid) {
   int status = 0;
   if (waitpid(pid, &status, 0) < 0) {
     if (errno != EINTR) {
       TMX_LOG(LOG_ERR, "waitpid(%m)");
-      return 0;
+      return std::nullopt;
     }
     kill(pid, SIGTERM);
     waitpid(pid, &status, 0);
     TMX_LOG(LOG_INFO, "waitpid interrupted");
-    return 0;
+    return std::nullopt;
   }
   if (WIFSIGNALED(status)) {
     TMX_LOG(LOG_INFO, "child process signaled(%d)", WTERMSIG(status));
   } else if (!WIFEXITED(status)) {
-    TMX_LOG(LOG_INFO, "waitpid status(%d)", status);
+    TMX_LOG(LOG_ERR, "waitpid status(%d)", status);
   }
-  return 1;
+  return status;
+}
+
+int32_t CommonInterface::Process::Wait(pid_t pid) {
+  TMX_LOG(LOG_DEBUG, "wait pid =%d", pid);
+  return waitForEnd(pid).has_value() ? 1 : 0;
 }
 
 void CommonInterface::stopAndRemovePid(const std::string& pidFile, pid_t pid) {

@@ -3,6 +3,7 @@
 #include <sys/types.h>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,8 @@ class CommonInterface::Process {
   static int32_t Exec(pid_t pid, char* const* command);
   /** Waits for the child's end: 1, or 0 when interrupted (the child is then ended) or impossible. */
   static int32_t Wait(pid_t pid);
+  /** The status of the child that has ended; none when the wait was interrupted or impossible. */
+  [[nodiscard]] static std::optional<int> waitForEnd(pid_t pid);
   /** Ends the child and waits for it; the result of Wait. */
   static int32_t stopExec(pid_t pid);
   /** Ends a process and polls for its end, 10 microseconds apart: 1 when it has gone, else 0. */

@@ -22,8 +22,8 @@ class CTmxdUtility {
   [[nodiscard]] static ssize_t writeData(int32_t fd, const void* buf, size_t reqLen);
 
   // Numbers (Numbers.cpp). The whole text must be a number, in front of which neither a blank nor a "+" belongs; then
-  // the flag is 0. An empty text gives the default with flag 0, any other text the default with flag -1. Numbers out of
-  // the type's range become its nearest limit.
+  // the flag is 0. An empty text gives the default with flag 0, any other text the default with flag -1. Whole numbers
+  // out of the type's range become its nearest limit.
   [[nodiscard]] static float toFloat(const std::string& text, float byDefault, int32_t* error = nullptr);
   [[nodiscard]] static int64_t toLongLong(const std::string& text, int64_t byDefault, int32_t* error = nullptr);
   [[nodiscard]] static int32_t toLong(const std::string& text, int32_t byDefault, int32_t* error = nullptr);
@@ -54,13 +54,18 @@ class CTmxdUtility {
   /** Runs a program to its end: its exit status, or -1 when it did not run or not end by itself. */
   [[nodiscard]] static int32_t execProcess(const std::vector<std::string>& argv);
 
-  // The camera and its network daemons (ServiceControl.cpp).
+  // The camera and its network daemons (ServiceControl.cpp, AddressClient.cpp).
   /** Asks the upreset daemon to restart the camera, once nobody writes to flash. */
   static void reboot();
+  /** Writes the web server's configuration from the stored values and starts it anew. */
   static int32_t rebootLighttpd();
+  /** Gives the interface its address anew, from the network or from the stored values. */
   static int32_t rebootDhcpcd();
   /** Analog output: "on", "off" or "colorbar"; the camera library's result, or -1 for another word. */
   [[nodiscard]] static int32_t setSdkAnalogoutMode(const std::string& word);
+
+  // Files of the network daemons (KeyValue.cpp).
   /** The text behind the key, without blanks around it, in the first line that holds the key with no "#" before it. */
   [[nodiscard]] static std::string readKeyValue(const std::string& path, const std::string& key);
+  [[nodiscard]] static std::string keyValue(const std::vector<std::string>& lines, const std::string& key);
 };

@@ -15,8 +15,8 @@ class ParamPitcher {
   explicit ParamPitcher(std::string path = "/tmp/localrec");
 
   [[nodiscard]] int32_t getInt(int32_t id) const;
-  /** The text, with status 200; empty with any other status. */
-  [[nodiscard]] std::string getString(int32_t id, int32_t* status) const;
+  /** The text, with result 200; empty with any other result. */
+  [[nodiscard]] std::string getString(int32_t id, int32_t* result) const;
   [[nodiscard]] int32_t putInt(int32_t id, int32_t value) const;
   [[nodiscard]] int32_t putIntArg(int32_t id, int32_t value) const;
   [[nodiscard]] int32_t putString(int32_t id, const std::string& text) const;
@@ -37,5 +37,11 @@ class ParamPitcher {
   [[nodiscard]] int32_t notifyChange(ParamPacket* packet) const;
 
  private:
+  /** False when the exchange failed, or the daemon answered with a failure. */
+  [[nodiscard]] bool exchange(ParamPacket* packet) const;
+  [[nodiscard]] int32_t put(ParamPacket* packet) const;
+  /** News that the daemon need only have received. */
+  [[nodiscard]] int32_t notify(int32_t command, int32_t argument, const std::string& text = {}) const;
+
   std::string m_path;
 };
