@@ -2,9 +2,12 @@
 
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
@@ -16,6 +19,7 @@ namespace test {
 namespace {
 
 constexpr const char* kBuild = TMX_BUILD_DIR;
+constexpr const char* kClosed = "<closed>";
 /** Longer than any start or answer takes, on a loaded machine and under the sanitizers. */
 constexpr std::chrono::seconds kPatience{60};
 
@@ -42,9 +46,7 @@ std::filesystem::path newHome() {
   return mkdtemp(pattern.data()) != nullptr ? pattern : std::string();
 }
 
-std::string answerOf(const tmx::Reply& reply) {
-  if (reply.outcome != tmx::Outcome::kAnswered) return "<closed>";
-  std::string text = reply.text;
+std::string withoutLineEnd(std::string text) {
   for (const std::string_view end : {"<BR>\r\n", "\r\n"}) {
     if (text.ends_with(end)) {
       text.resize(text.size() - end.size());
@@ -93,11 +95,28 @@ void Camera::cut() { sandbox({"cut"}); }
 bool Camera::reboot() { return sandbox({"reboot"}) == 0; }
 
 std::string Camera::ask(std::string_view text, UserClass user, LineEnd lineEnd) {
-  return answerOf(tmx::Client(path("tmp/request"), kPatience).exchange(user, lineEnd, text));
+  const tmx::Reply reply = tmx::Client(path("tmp/request"), kPatience).exchange(user, lineEnd, text);
+  return reply.outcome == tmx::Outcome::kAnswered ? withoutLineEnd(reply.text) : kClosed;
 }
 
 std::string Camera::askRaw(std::string_view frame) {
-  return answerOf(tmx::Client(path("tmp/request"), kPatience).exchangeFrame(frame));
+  const int client = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  path("tmp/request").string().copy(address.sun_path, sizeof address.sun_path - 1);
+  std::string bytes;
+  if (connect(client, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0) {
+    static_cast<void>(send(client, frame.data(), frame.size(), MSG_NOSIGNAL));
+    shutdown(client, SHUT_WR);
+    std::array<char, 4096> buffer{};
+    for (ssize_t count = 0; (count = recv(client, buffer.data(), buffer.size(), 0)) > 0;) {
+      bytes.append(buffer.data(), static_cast<size_t>(count));
+    }
+  }
+  close(client);
+  if (bytes.size() < tmx::kLengthSize) return kClosed;
+  EXPECT_EQ(tmx::frameLength(bytes.data()), bytes.size() - tmx::kLengthSize);
+  return withoutLineEnd(bytes.substr(tmx::kLengthSize));
 }
 
 std::string Camera::read(std::string_view file) const {

@@ -42,7 +42,7 @@ class Camera {
 
   /** The answer without its last line end; "<closed>" when the camera closes without one. */
   std::string ask(std::string_view text, UserClass user = UserClass::kAdmin, LineEnd lineEnd = LineEnd::kPlain);
-  /** The same for bytes that are sent as they stand. */
+  /** The same for bytes that are sent as they stand; the client then sends no more. */
   std::string askRaw(std::string_view frame);
 
   /** A file of the camera's home, such as "flash/sysconfig/ui.conf". */
