@@ -1,0 +1,160 @@
+/** The C library's file operations, each asking first whether it may go on (see Faults.h). */
+#include <fcntl.h>
+#include <stdio_ext.h>
+#include <sys/stat.h>
+#include <sys/uio.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+
+#include "sim/preload/Faults.h"
+#include "sim/preload/Real.h"
+
+using sim::denied;
+using sim::Operation;
+
+namespace {
+
+bool changes(int flags) { return (flags & (O_TRUNC | O_CREAT)) != 0; }
+bool changes(const char* mode) { return mode[0] == 'w' || mode[0] == 'a'; }
+
+mode_t modeOf(int flags, va_list arguments) {
+  return (flags & (O_CREAT | O_TMPFILE)) != 0 ? static_cast<mode_t>(va_arg(arguments, unsigned)) : 0;
+}
+
+/** A stream's buffered text reaches the file by calls inside the C library, so its flush counts as the write. */
+bool flushDenied(FILE* stream) {
+  return stream != nullptr && __fwritable(stream) != 0 && __fpending(stream) > 0 &&
+         denied(Operation::Write, fileno(stream));
+}
+
+}  // namespace
+
+namespace sim::real {
+
+int open(const char* path, int flags) { return CAMERA_REAL(open)(path, flags); }
+ssize_t write(int descriptor, const void* data, size_t size) { return CAMERA_REAL(write)(descriptor, data, size); }
+
+}  // namespace sim::real
+
+extern "C" {
+
+#define CAMERA_OPEN(name)                                            \
+  int name(const char* path, int flags, ...) {                       \
+    va_list arguments;                                               \
+    va_start(arguments, flags);                                      \
+    const mode_t mode = modeOf(flags, arguments);                    \
+    va_end(arguments);                                               \
+    if (changes(flags) && denied(Operation::Other, path)) return -1; \
+    return CAMERA_REAL(name)(path, flags, mode);                     \
+  }
+CAMERA_OPEN(open)
+CAMERA_OPEN(open64)
+
+#define CAMERA_OPENAT(name)                                                     \
+  int name(int directory, const char* path, int flags, ...) {                   \
+    va_list arguments;                                                          \
+    va_start(arguments, flags);                                                 \
+    const mode_t mode = modeOf(flags, arguments);                               \
+    va_end(arguments);                                                          \
+    if (changes(flags) && denied(Operation::Other, directory, path)) return -1; \
+    return CAMERA_REAL(name)(directory, path, flags, mode);                     \
+  }
+CAMERA_OPENAT(openat)
+CAMERA_OPENAT(openat64)
+
+// What fortified programs call when a file is opened without a mode.
+int __open_2(const char* path, int flags);
+int __open64_2(const char* path, int flags);
+int __open_2(const char* path, int flags) { return open(path, flags); }
+int __open64_2(const char* path, int flags) { return open64(path, flags); }
+
+int creat(const char* path, mode_t mode) { return open(path, O_WRONLY | O_CREAT | O_TRUNC, mode); }
+int creat64(const char* path, mode_t mode) { return open64(path, O_WRONLY | O_CREAT | O_TRUNC, mode); }
+
+FILE* fopen(const char* path, const char* mode) {
+  return changes(mode) && denied(Operation::Other, path) ? nullptr : CAMERA_REAL(fopen)(path, mode);
+}
+
+FILE* fopen64(const char* path, const char* mode) {
+  return changes(mode) && denied(Operation::Other, path) ? nullptr : CAMERA_REAL(fopen64)(path, mode);
+}
+
+int fflush(FILE* stream) {
+  if (flushDenied(stream)) return EOF;
+  return CAMERA_REAL(fflush)(stream);
+}
+
+int fclose(FILE* stream) {
+  if (!flushDenied(stream)) return CAMERA_REAL(fclose)(stream);
+  const int error = errno;
+  __fpurge(stream);
+  CAMERA_REAL(fclose)(stream);
+  errno = error;
+  return EOF;
+}
+
+ssize_t write(int descriptor, const void* data, size_t size) {
+  return denied(Operation::Write, descriptor) ? -1 : CAMERA_REAL(write)(descriptor, data, size);
+}
+
+ssize_t pwrite(int descriptor, const void* data, size_t size, off_t at) {
+  return denied(Operation::Write, descriptor) ? -1 : CAMERA_REAL(pwrite)(descriptor, data, size, at);
+}
+
+ssize_t pwrite64(int descriptor, const void* data, size_t size, off64_t at) {
+  return denied(Operation::Write, descriptor) ? -1 : CAMERA_REAL(pwrite64)(descriptor, data, size, at);
+}
+
+ssize_t writev(int descriptor, const iovec* parts, int count) {
+  return denied(Operation::Write, descriptor) ? -1 : CAMERA_REAL(writev)(descriptor, parts, count);
+}
+
+ssize_t copy_file_range(int from, off64_t* fromAt, int to, off64_t* toAt, size_t size, unsigned flags) {
+  if (denied(Operation::Write, to)) return -1;
+  return CAMERA_REAL(copy_file_range)(from, fromAt, to, toAt, size, flags);
+}
+
+int ftruncate(int descriptor, off_t size) noexcept {
+  return denied(Operation::Other, descriptor) ? -1 : CAMERA_REAL(ftruncate)(descriptor, size);
+}
+
+int ftruncate64(int descriptor, off64_t size) noexcept {
+  return denied(Operation::Other, descriptor) ? -1 : CAMERA_REAL(ftruncate64)(descriptor, size);
+}
+
+int truncate(const char* path, off_t size) noexcept {
+  return denied(Operation::Other, path) ? -1 : CAMERA_REAL(truncate)(path, size);
+}
+
+int truncate64(const char* path, off64_t size) noexcept {
+  return denied(Operation::Other, path) ? -1 : CAMERA_REAL(truncate64)(path, size);
+}
+
+int fsync(int descriptor) { return denied(Operation::Other, descriptor) ? -1 : CAMERA_REAL(fsync)(descriptor); }
+
+int fdatasync(int descriptor) { return denied(Operation::Other, descriptor) ? -1 : CAMERA_REAL(fdatasync)(descriptor); }
+
+int rename(const char* from, const char* to) noexcept {
+  return denied(Operation::Other, to) ? -1 : CAMERA_REAL(rename)(from, to);
+}
+
+int renameat(int fromFolder, const char* from, int toFolder, const char* to) noexcept {
+  return denied(Operation::Other, toFolder, to) ? -1 : CAMERA_REAL(renameat)(fromFolder, from, toFolder, to);
+}
+
+int renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned flags) noexcept {
+  return denied(Operation::Other, toFolder, to) ? -1 : CAMERA_REAL(renameat2)(fromFolder, from, toFolder, to, flags);
+}
+
+int unlink(const char* path) noexcept { return denied(Operation::Other, path) ? -1 : CAMERA_REAL(unlink)(path); }
+
+int unlinkat(int folder, const char* path, int flags) noexcept {
+  return denied(Operation::Other, folder, path) ? -1 : CAMERA_REAL(unlinkat)(folder, path, flags);
+}
+
+int remove(const char* path) noexcept { return denied(Operation::Other, path) ? -1 : CAMERA_REAL(remove)(path); }
+
+}  // extern "C"

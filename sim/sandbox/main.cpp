@@ -1,0 +1,136 @@
+/** camera-sandbox: switches a simulated camera on and off and lets one in. */
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <thread>
+
+#include "sim/preload/FaultPage.h"
+#include "sim/sandbox/Enter.h"
+#include "sim/sandbox/Home.h"
+#include "sim/sandbox/Supervisor.h"
+#include "sim/sandbox/Watch.h"
+
+namespace sim {
+
+namespace {
+
+int complain(const char* text) {
+  std::fprintf(stderr, "camera: %s\n", text);
+  return 1;
+}
+
+/** Asks the supervisor and waits until the camera is off. */
+int switchOff(const Home& home, const char* word) {
+  if (!Supervisor::isOn(home) || Supervisor::ask(home, word) != 0) return 0;
+  while (Supervisor::isOn(home))
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  return 0;
+}
+
+void showProgress(const Fd& progress, bool quiet) {
+  FILE* steps = fdopen(dup(progress.get()), "r");
+  for (int letter = 0; (letter = std::fgetc(steps)) != EOF && !quiet;)
+    std::fputc(letter, stdout);
+  std::fclose(steps);
+}
+
+int up(const Options& options, const Home& home) {
+  std::error_code error;
+  std::filesystem::create_directories(home.path("run"), error);
+  if (Supervisor::isOn(home)) return complain("the camera is already on");
+  home.prepare();
+  const Fd progress = Supervisor(options, home).start();
+  if (!progress.valid()) return complain("the camera is already on");
+  showProgress(progress, options.quiet);
+  if (options.timeoutSeconds == 0 || waitForAnswer(home, 1, options.timeoutSeconds)) return 0;
+  switchOff(home, "down");
+  return 1;
+}
+
+int reboot(const Options& options, const Home& home) {
+  const int next = boots(home) + 1;
+  if (!Supervisor::isOn(home) || Supervisor::ask(home, "reboot") != 0) return complain("the camera is off");
+  return options.timeoutSeconds == 0 || waitForAnswer(home, next, options.timeoutSeconds) ? 0 : 1;
+}
+
+int runWords(const Options& options, const Home& home) {
+  if (options.words.empty()) return complain("no command given");
+  return runInside(home, options.words);
+}
+
+void show(const FaultPage& page) { std::printf("operations=%u syncs=%u\n", page.operations.load(), page.syncs.load()); }
+
+/** Arms the page with one word of the command line; false when the word makes no sense. */
+bool arm(FaultPage& page, const std::string& word) {
+  unsigned at = 0;
+  int code = EIO;
+  Fault fault = Fault::None;
+  if (word == "full") {
+    fault = Fault::Full;
+  } else if (std::sscanf(word.c_str(), "cut=%u", &at) == 1) {
+    fault = Fault::Cut;
+  } else if (std::sscanf(word.c_str(), "fail=%u:%d", &at, &code) >= 1) {
+    fault = Fault::Fail;
+  } else if (word != "count" && word != "off") {
+    return false;
+  }
+  page.armed = 0;
+  page.operations = 0;
+  page.syncs = 0;
+  page.dark = 0;
+  page.fault = fault;
+  page.at = at;
+  page.error = code;
+  page.armed = word != "off";
+  return true;
+}
+
+int flash(const Options& options, const Home& home) {
+  const Fd file(open(home.run("fault").c_str(), O_RDWR | O_CLOEXEC));
+  void* memory = mmap(nullptr, sizeof(FaultPage), PROT_READ | PROT_WRITE, MAP_SHARED, file.get(), 0);
+  if (memory == MAP_FAILED) die("open " + home.run("fault").string());
+  auto& page = *static_cast<FaultPage*>(memory);
+  const std::string word = options.words.empty() ? "show" : options.words[0];
+  if (word == "show") {
+    show(page);
+    return 0;
+  }
+  return arm(page, word) ? 0 : complain("flash: count, cut=N, fail=N[:ERRNO], full, off or show");
+}
+
+using Action = int (*)(const Options&, const Home&);
+
+const std::map<std::string, Action> actions{
+    {"up", up},
+    {"down", [](const Options&, const Home& home) { return switchOff(home, "down"); }},
+    {"cut", [](const Options&, const Home& home) { return switchOff(home, "cut"); }},
+    {"reboot", reboot},
+    {"status", [](const Options&, const Home& home) { return Supervisor::isOn(home) ? 0 : 1; }},
+    {"shell",
+     [](const Options&, const Home& home) {
+       return runInside(home, {"/bin/sh", "-i"});
+     }},
+    {"exec", runWords},
+    {"flash", flash},
+};
+
+}  // namespace
+
+}  // namespace sim
+
+int main(int argc, char** argv) {
+  const auto options = sim::parseOptions(argc, argv);
+  if (!options) return 2;
+  const auto action = sim::actions.find(options->command);
+  if (action == sim::actions.end()) {
+    std::fprintf(stderr, "camera: there is no command \"%s\"\n", options->command.c_str());
+    return 2;
+  }
+  return action->second(*options, sim::Home(*options));
+}
