@@ -36,7 +36,8 @@ class Config {
   /** While set, setConfig and the write functions succeed without doing anything. */
   void setWriteInhibit(int32_t inhibit) { m_writeInhibit = inhibit; }
 
-  // One family's table, by number; index is 0 for a family of one table. The named operations below are these.
+  // One family's table, by number; index is 0 for a family of one table. Of the patrol, get and set take the step as
+  // index, and save takes 0: its steps share one file. The named operations below are these.
   [[nodiscard]] std::string get(Family family, int32_t index, int32_t row) const;
   int32_t set(Family family, int32_t index, int32_t row, const std::string& value);
   int32_t save(Family family, int32_t index);
