@@ -43,10 +43,10 @@ Descriptor listenAt(const std::string& path) {
   return listener;
 }
 
-Descriptor connectTo(const std::string& path) {
+Descriptor connectTo(const std::string& path, int flags) {
   const auto address = addressOf(path);
   if (!address) return {};
-  Descriptor connection(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  Descriptor connection(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | flags, 0));
   if (!connection.isOpen()) return {};
   if (::connect(connection.number(), generic(*address), sizeof(*address)) != 0) return {};
   return connection;

@@ -29,7 +29,8 @@ class Descriptor {
 /** A listening, non-blocking Unix stream socket at the path, in the place of what stood there; not open on failure. */
 [[nodiscard]] Descriptor listenAt(const std::string& path);
 
-/** A blocking Unix stream socket connected to the path; not open on failure, with errno telling why. */
-[[nodiscard]] Descriptor connectTo(const std::string& path);
+/** A Unix stream socket, with the flags added to its type, connected to the path; not open on failure, errno says why.
+ */
+[[nodiscard]] Descriptor connectTo(const std::string& path, int flags = 0);
 
 }  // namespace sim

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <utility>
+
+namespace sim {
+
+/**
+ * The one poll loop of the program: readable descriptors and due times call back on the only thread. Callbacks may add
+ * and remove watches and timers freely. Owned by main and outlives everything that registers here.
+ */
+class Loop {
+ public:
+  using Clock = std::chrono::steady_clock;
+  using Callback = std::function<void()>;
+
+  /** Calls back whenever the descriptor is readable or its peer has gone, until unwatch(). */
+  void watch(int descriptor, Callback callback) { m_watches[descriptor] = std::move(callback); }
+  void unwatch(int descriptor) { m_watches.erase(descriptor); }
+
+  /** Calls back once; a callback whose owner may be gone by then must find that out by itself. */
+  void after(std::chrono::milliseconds delay, Callback callback) {
+    m_timers.emplace(Clock::now() + delay, std::move(callback));
+  }
+
+  void run();
+  void stop() { m_running = false; }
+
+ private:
+  void runDueTimers();
+  [[nodiscard]] int waitTime() const;
+
+  bool m_running = true;
+  std::map<int, Callback> m_watches;
+  std::multimap<Clock::time_point, Callback> m_timers;
+};
+
+}  // namespace sim

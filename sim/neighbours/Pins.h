@@ -1,0 +1,26 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+namespace sim {
+
+/**
+ * The alarm pins of the camera, true while made. The GPIO daemon drives them and the recorder daemon tells their
+ * levels, so both hold the one set, which the neighbourhood owns.
+ */
+struct Pins {
+  std::array<bool, 2> input{};
+  std::array<bool, 2> output{};
+
+  /** Carries out "pin1=make", "out2=break"; false for anything else. */
+  [[nodiscard]] bool set(const std::string& key, const std::string& value) {
+    if (value != "make" && value != "break") return false;
+    const bool made = value == "make";
+    if (key == "pin1" || key == "pin2") input[key == "pin2"] = made;
+    if (key == "out1" || key == "out2") output[key == "out2"] = made;
+    return key == "pin1" || key == "pin2" || key == "out1" || key == "out2";
+  }
+};
+
+}  // namespace sim

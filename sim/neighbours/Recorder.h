@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+#include "Neighbour.h"
+#include "Pins.h"
+
+namespace sim {
+
+/**
+ * The recorder and event daemon: keeps what it is told by parameter id, so that a read gives it back, and answers for
+ * the alarm pins. The bytes of a value are kept as they came, since only the reader knows whether they are a number or
+ * a text.
+ */
+class Recorder : public Neighbour {
+ public:
+  Recorder(Loop& loop, const std::string& root, Pins& pins);
+
+ protected:
+  [[nodiscard]] std::size_t requestSize(std::string_view bytes) const override;
+  [[nodiscard]] std::string messageName(std::string_view request) const override;
+  void describe(std::string_view request, Journal& line) const override;
+  [[nodiscard]] std::string answer(std::string_view request) override;
+  [[nodiscard]] std::string refusal(std::string_view request, std::optional<int> number) const override;
+  [[nodiscard]] bool set(const std::string& key, const std::string& value) override;
+  void show(JsonObject& state) const override;
+
+ private:
+  [[nodiscard]] std::string valueOf(std::uint32_t id) const;
+  void put(std::uint32_t id, std::string_view value);
+  [[nodiscard]] bool* pinOf(std::uint32_t id) const;
+
+  Pins& m_pins;
+  std::map<std::uint32_t, std::string> m_values;
+  int m_status = 0;
+  std::string m_model;
+  std::map<std::string, bool> m_leds;
+  std::string m_imageMode;
+  int m_lastRestart = 0;
+};
+
+}  // namespace sim
