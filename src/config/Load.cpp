@@ -9,8 +9,8 @@
 #include <string>
 
 #include "config/Config.h"
-#include "config/FileDescriptor.h"
 #include "config/VersionStep.h"
+#include "local/FileDescriptor.h"
 #include "request/Log.h"
 
 namespace {
@@ -26,7 +26,7 @@ std::string& modelName() {
 
 void readModelName() {
   const FileDescriptor file(::open(kModelFile, O_RDONLY | O_CLOEXEC));
-  if (!file.isOpen()) {
+  if (!file.isValid()) {
     std::puts("open ModelNameFile: error");
     return;
   }
@@ -62,7 +62,7 @@ int32_t countFiles(Family family) { return family == Family::Patrol ? 1 : family
 /** Whether the file did not exist and was written now. An exclusive creation asks and claims in one step. */
 bool createVersionFile() {
   const FileDescriptor file(::open(kVersionFile, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644));
-  if (!file.isOpen() && errno == EEXIST) return false;
+  if (!file.isValid() && errno == EEXIST) return false;
   const ssize_t written = ::write(file.get(), kVersionLine.data(), kVersionLine.size());
   if (written == static_cast<ssize_t>(kVersionLine.size())) {
     ::fsync(file.get());

@@ -7,9 +7,9 @@
 #include <utility>
 
 #include "config/Config.h"
-#include "config/FileDescriptor.h"
 #include "config/FlashLock.h"
 #include "config/StoreText.h"
+#include "local/FileDescriptor.h"
 #include "request/Log.h"
 
 namespace {
