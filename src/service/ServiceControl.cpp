@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "config/Config.h"
+#include "config/FlashHold.h"
 #include "local/CommonInterface.h"
 #include "platform/zr_com.h"
 #include "request/Log.h"
@@ -16,7 +17,6 @@ namespace {
 
 constexpr const char* kUpresetPidFile = "/var/run/upreset.pid";
 constexpr const char* kLighttpdPidFile = "/var/run/lighttpd.pid";
-constexpr useconds_t kLockPause = 100000;     // microseconds between two tries for the flash lock
 constexpr unsigned int kLighttpdPause = 3;    // seconds that the web server has to end
 constexpr useconds_t kLighttpdInterval = 10;  // microseconds between two polls
 constexpr int kLighttpdPolls = 500;
@@ -58,16 +58,11 @@ int signalUpreset() {
 }  // namespace
 
 void CTmxdUtility::reboot() {
-  Config* const config = Config::getInstance();
-  int32_t lock = config->lockFlash();
-  while (lock < 0) {
-    usleep(kLockPause);
-    lock = config->lockFlash();
-  }
+  FlashHold lock;
   for (int i = 0; i < 3; ++i)
     sync();
   if (signalUpreset() < 0) TMX_LOG(LOG_ERR, "reboot error(%s)", strerror(errno));
-  if (config->unlockFlash(lock) < 0) TMX_LOG(LOG_ERR, "lockFlash error");
+  if (lock.release() < 0) TMX_LOG(LOG_ERR, "lockFlash error");
 }
 
 int32_t CTmxdUtility::rebootLighttpd() {

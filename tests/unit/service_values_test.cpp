@@ -1,0 +1,181 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include "service/CTmxdUtility.h"
+
+namespace {
+
+constexpr int32_t kDefault = 77;
+
+struct NumberCase {
+  std::string text;
+  int32_t number;
+  int32_t error;
+};
+
+TEST(Numbers, ToLongTakesWholeNumbersAndSaturatesAt32Bits) {
+  const NumberCase cases[] = {
+      {"", kDefault, 0},
+      {"0", 0, 0},
+      {"-0", 0, 0},
+      {"007", 7, 0},
+      {"-12", -12, 0},
+      {"2147483647", 2147483647, 0},
+      {"2147483648", 2147483647, 0},
+      {"-2147483648", std::numeric_limits<int32_t>::min(), 0},
+      {"-2147483649", std::numeric_limits<int32_t>::min(), 0},
+      {"4294967297", 2147483647, 0},  // not 1
+      {"99999999999999999999999", 2147483647, 0},
+      {"-99999999999999999999999", std::numeric_limits<int32_t>::min(), 0},
+      {" 1", kDefault, -1},
+      {"\t1", kDefault, -1},
+      {"\v1", kDefault, -1},
+      {"\n1", kDefault, -1},
+      {"+1", kDefault, -1},
+      {"1 ", kDefault, -1},
+      {"- 1", kDefault, -1},
+      {"--1", kDefault, -1},
+      {"+-1", kDefault, -1},
+      {"-+1", kDefault, -1},
+      {"-", kDefault, -1},
+      {"+", kDefault, -1},
+      {" ", kDefault, -1},
+      {"0x10", kDefault, -1},
+      {"1e3", kDefault, -1},
+      {"1.0", kDefault, -1},
+      {"x", kDefault, -1},
+      {std::string("1\0", 2), kDefault, -1},
+      {std::string("\0", 1), kDefault, -1},
+  };
+  for (const NumberCase& c : cases) {
+    int32_t error = 5;
+    EXPECT_EQ(CTmxdUtility::toLong(c.text, kDefault, &error), c.number) << "'" << c.text << "'";
+    EXPECT_EQ(error, c.error) << "'" << c.text << "'";
+    EXPECT_EQ(CTmxdUtility::toLong(c.text, kDefault), c.number) << "'" << c.text << "'";
+  }
+}
+
+TEST(Numbers, ToLongLongSaturatesAt64Bits) {
+  EXPECT_EQ(CTmxdUtility::toLongLong("4294967297", 0), 4294967297);
+  EXPECT_EQ(CTmxdUtility::toLongLong("9223372036854775808", 0), std::numeric_limits<int64_t>::max());
+  EXPECT_EQ(CTmxdUtility::toLongLong("-9223372036854775809", 0), std::numeric_limits<int64_t>::min());
+  EXPECT_EQ(CTmxdUtility::toLongLong("+1", kDefault), kDefault);
+}
+
+TEST(Numbers, ToFloatTakesWholeNumbers) {
+  const struct {
+    std::string text;
+    float number;
+    int32_t error;
+  } cases[] = {
+      {"", 1.5F, 0},
+      {"2.5", 2.5F, 0},
+      {"-0.5", -0.5F, 0},
+      {".5", 0.5F, 0},
+      {"5.", 5.0F, 0},
+      {"1e3", 1000.0F, 0},
+      {" 1", 1.5F, -1},
+      {"+1", 1.5F, -1},
+      {"1 ", 1.5F, -1},
+      {"1e", 1.5F, -1},
+      {"1,5", 1.5F, -1},
+      {"-", 1.5F, -1},
+      {".", 1.5F, -1},
+      {"1.2.3", 1.5F, -1},
+      {"abc", 1.5F, -1},
+      {"nan", 1.5F, -1},
+      {"-nan", 1.5F, -1},
+      {"NAN(1)", 1.5F, -1},  // would pass every test of a range
+      {"1e99", std::numeric_limits<float>::infinity(), 0},
+  };
+  for (const auto& c : cases) {
+    int32_t error = 5;
+    EXPECT_EQ(CTmxdUtility::toFloat(c.text, 1.5F, &error), c.number) << "'" << c.text << "'";
+    EXPECT_EQ(error, c.error) << "'" << c.text << "'";
+  }
+}
+
+TEST(Numbers, ADoubleIsPrintedAsAStreamDoes) {
+  const struct {
+    double number;
+    const char* text;
+  } cases[] = {{0, "0"},           {1.0, "1"},
+               {0.1, "0.1"},       {1.0 / 3, "0.333333"},
+               {123456, "123456"}, {1234567, "1.23457e+06"},
+               {0.00001, "1e-05"}, {-2.50, "-2.5"}};
+  for (const auto& c : cases)
+    EXPECT_EQ(CTmxdUtility::doubleToString(c.number), c.text);
+}
+
+TEST(Numbers, WholeNumbersArePrintedIn32Bits) {
+  EXPECT_EQ(CTmxdUtility::longToString(std::numeric_limits<int32_t>::min()), "-2147483648");
+  EXPECT_EQ(CTmxdUtility::unsignedToString(std::numeric_limits<uint32_t>::max()), "4294967295");
+}
+
+struct TextCase {
+  std::string text;
+  std::string result;
+};
+
+TEST(Escapes, EncodeUrlAllKeepsOnlyLettersAndDigits) {
+  const TextCase cases[] = {{"", ""},
+                            {"aZ09", "aZ09"},
+                            {"a b", "a%20b"},
+                            {"\n", "%a"},  // not padded
+                            {"~_-.", "%7e%5f%2d%2e"},
+                            {"\xc3\xa9", "%c3%a9"},
+                            {std::string("\0", 1), "%0"}};
+  for (const TextCase& c : cases)
+    EXPECT_EQ(CTmxdUtility::encodeUrlAll(c.text), c.result);
+}
+
+TEST(Escapes, EncodeValueHidesWhatAResponseIsCutAt) {
+  const TextCase cases[] = {{"", ""},
+                            {"a&b", "a%26b"},
+                            {"\"%\"", "%22%25%22"},
+                            {std::string("a\0b", 3), "a%00b"},
+                            {"a+b =c\xe9", "a+b =c\xe9"}};
+  for (const TextCase& c : cases)
+    EXPECT_EQ(CTmxdUtility::encodeValue(c.text), c.result);
+}
+
+TEST(Escapes, DecodeValue) {
+  const TextCase cases[] = {
+      {"", ""},        {"abc", "abc"}, {"%41%4a%4A", "AJJ"}, {"%26x", "&x"},   {"a%zzb", "a?b"}, {"%4", "#"},
+      {"%", "#"},      {"a%4", "a#"},  {"%%4", "?"},         {"%2526", "%26"}, {"%00", ""},      {"ab%00cd", "ab"},
+      {"%e9", "\xe9"}, {"a+b", "a+b"}, {"%%41", "?1"},       {"x%", "x#"},
+  };
+  for (const TextCase& c : cases)
+    EXPECT_EQ(CTmxdUtility::decodeValue(c.text), c.result) << c.text;
+  EXPECT_EQ(CTmxdUtility::decodeValue("a+b%2b", true), "a b+");
+}
+
+TEST(Escapes, AValueComesBackAsItWas) {
+  std::string text;
+  for (int c = 1; c < 256; ++c)
+    text += static_cast<char>(c);
+  EXPECT_EQ(CTmxdUtility::decodeValue(CTmxdUtility::encodeValue(text)), text);
+}
+
+TEST(Escapes, FindCharInStr) {
+  EXPECT_EQ(CTmxdUtility::findCharInStr("abc", "\\/:*?\"<>|"), 0);
+  EXPECT_EQ(CTmxdUtility::findCharInStr("", "x"), 0);
+  EXPECT_EQ(CTmxdUtility::findCharInStr("abc", ""), 0);
+  EXPECT_EQ(CTmxdUtility::findCharInStr("ab|", "\\/:*?\"<>|"), -1);
+  EXPECT_EQ(CTmxdUtility::findCharInStr("\\ab", "\\/:*?\"<>|"), -1);
+}
+
+TEST(KeyValue, FirstLineWithTheKeyThatIsNoComment) {
+  const std::vector<std::string> lines = {"# server 9.9.9.9", "driftfile /var/lib/ntp", "x # server 8.8.8.8",
+                                          "server 10.0.0.1 # server of the house", "server 10.0.0.2"};
+  EXPECT_EQ(CTmxdUtility::keyValue(lines, "server"), "10.0.0.1 # server of the house");
+  EXPECT_EQ(CTmxdUtility::keyValue({"nameserver\t1.2.3.4\r"}, "nameserver"), "1.2.3.4");
+  EXPECT_EQ(CTmxdUtility::keyValue({"nameserver", "nameserver 1.2.3.4"}, "nameserver"), "");
+  EXPECT_EQ(CTmxdUtility::keyValue({"search lan"}, "nameserver"), "");
+  EXPECT_EQ(CTmxdUtility::keyValue({}, "nameserver"), "");
+}
+
+}  // namespace
