@@ -37,6 +37,14 @@ inline void putSigned32(std::string& bytes, std::size_t at, std::int32_t value) 
   putWord32(bytes, at, static_cast<std::uint32_t>(value));
 }
 
+/** The first numbers of a message in decimal, divided by blanks. */
+[[nodiscard]] inline std::string numbersText(std::string_view bytes, std::size_t count) {
+  std::string text;
+  for (std::size_t i = 0; i < count; ++i)
+    text += (i == 0 ? "" : " ") + std::to_string(signed32(bytes, 4 * i));
+  return text;
+}
+
 /** The text from a position up to its first NUL or the end of the message. */
 [[nodiscard]] inline std::string textAt(std::string_view bytes, std::size_t at) {
   const std::string_view text = bytes.substr(at);

@@ -72,6 +72,10 @@ std::string CardDaemon::messageName(std::string_view request) const {
 
 void CardDaemon::describe(std::string_view request, Journal& line) const { line.number("command", word16(request, 0)); }
 
+std::string CardDaemon::readable(std::string_view reply) const {
+  return std::to_string(word16(reply, 8)) + " " + std::to_string(word16(reply, 10));
+}
+
 std::string CardDaemon::answer(std::string_view request) {
   switch (word16(request, 0)) {
     case startInitialise:

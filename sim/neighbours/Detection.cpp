@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "Bytes.h"
-
 namespace sim {
 
 namespace {

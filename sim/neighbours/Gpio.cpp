@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "Bytes.h"
-
 namespace sim {
 
 namespace {

@@ -120,7 +120,7 @@ bool Neighbour::exchange(unsigned id, const std::string& request) {
   describe(request, line);
   const std::string_view shown = withoutPadding(request);
   line.raw(shown.data(), shown.size());
-  if (!reply.empty()) line.text("answer", readable(withoutPadding(reply)));
+  if (!reply.empty()) line.text("answer", readable(reply));
   if (fault != Fault::Kind::none) line.text("fault", faultName(fault));
   line.write();
   return reply.empty() || deliver(id, fault, std::move(reply));

@@ -5,7 +5,6 @@
 #include <cctype>
 #include <charconv>
 
-#include "Bytes.h"
 #include "RecorderIds.h"
 
 namespace sim {

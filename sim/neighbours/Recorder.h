@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 
+#include "Bytes.h"
 #include "Neighbour.h"
 #include "Pins.h"
 
@@ -22,6 +23,7 @@ class Recorder : public Neighbour {
   [[nodiscard]] std::size_t requestSize(std::string_view bytes) const override;
   [[nodiscard]] std::string messageName(std::string_view request) const override;
   void describe(std::string_view request, Journal& line) const override;
+  [[nodiscard]] std::string readable(std::string_view reply) const override { return numbersText(reply, 4); }
   [[nodiscard]] std::string answer(std::string_view request) override;
   [[nodiscard]] std::string refusal(std::string_view request, std::optional<int> number) const override;
   [[nodiscard]] bool set(const std::string& key, const std::string& value) override;

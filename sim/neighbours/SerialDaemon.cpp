@@ -1,7 +1,5 @@
 #include "SerialDaemon.h"
 
-#include "Bytes.h"
-
 namespace sim {
 
 namespace {

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "Bytes.h"
 #include "Neighbour.h"
 
 namespace sim {
@@ -15,6 +16,7 @@ class SerialDaemon : public Neighbour {
   [[nodiscard]] std::size_t requestSize(std::string_view bytes) const override;
   [[nodiscard]] std::string messageName(std::string_view request) const override;
   void describe(std::string_view request, Journal& line) const override;
+  [[nodiscard]] std::string readable(std::string_view reply) const override { return numbersText(reply, 2); }
   [[nodiscard]] std::string answer(std::string_view request) override;
   [[nodiscard]] std::string refusal(std::string_view request, std::optional<int> number) const override;
   void show(JsonObject& state) const override;
