@@ -1,11 +1,102 @@
 #include "camera/CCameraApiBase.h"
 
-#include <string>
+#include <utility>
 
 #include "config/Config.h"
+#include "encode/bridge/Encoder.h"
 #include "local/ModelFeature.h"
+#include "request/Log.h"
+#include "service/CTmxdUtility.h"
+
+namespace {
+
+std::string live(int32_t row) { return CUserConfig::getInstance()->getCameraConfig(row); }
+
+/** Noise reduction is switched off at a high rate; the stored level waits for the rate to fall. */
+bool isHeldBack(int32_t row, bool isHighRate) {
+  if (row != camera_row::DNR_3D || !isHighRate) return false;
+  TMX_LOG(LOG_WARNING, "Not Changed HighRate[id(%ld) workerData(%s)]", static_cast<long>(row), live(row).c_str());
+  return true;
+}
+
+}  // namespace
+
+int32_t CCameraApiBase::m_currentSceneId = 0;
+int32_t CCameraApiBase::m_selectedSceneId = 0;
+bool CCameraApiBase::m_sceneLocked = false;
+
+CCameraApiBase::CCameraApiBase(std::string layerName, std::string attribute, CameraDSP& dsp)
+    : CApiBase(std::move(layerName), std::move(attribute)), m_dsp(dsp) {}
+
+std::string CCameraApiBase::currentScene() {
+  return Config::getInstance()->getCameraConfig(camera_row::SCENE_FILE_NAME);
+}
+
+bool CCameraApiBase::isHighRate() { return Encoder::countHighRateChannels() < 0; }
 
 bool CCameraApiBase::hasTrueDaynight() {
   const std::string model = Config::getModelName();
   return ModelFeature::has(Feature::DAY_NIGHT) || model.starts_with("KT-A30") || model.starts_with("KT-A20");
+}
+
+void CCameraApiBase::m_setCurrentSceneid() {
+  m_currentSceneId = CTmxdUtility::toLong(currentScene(), 0);
+  m_selectedSceneId = m_currentSceneId;
+  TMX_LOG(LOG_DEBUG, "current scene id(%ld)", static_cast<long>(m_currentSceneId));
+}
+
+int32_t CCameraApiBase::m_saveSceneConfig(bool all) {
+  Config& config = *Config::getInstance();
+  const bool highRate = isHighRate();
+  for (int32_t row = camera_row::COLOR; row < camera_row::kCount; ++row) {
+    if (isHeldBack(row, highRate)) continue;
+    if (config.setSceneConfig(m_selectedSceneId, row - camera_row::COMMENT2, live(row)) < 0) {
+      TMX_LOG(LOG_ERR, "Camera: Cannot be set userdata");
+      return -1;
+    }
+  }
+  if (!all) {
+    if (config.saveSceneConfig(m_selectedSceneId) == Config::kDone) return 0;
+    TMX_LOG(LOG_ERR, "SceneFile(%ld.conf) cannot be write configdata", static_cast<long>(m_selectedSceneId));
+    return -1;
+  }
+  for (int32_t scene = 0; scene < kScenes; ++scene) {
+    if (config.saveSceneConfig(scene) == Config::kDone) continue;
+    TMX_LOG(LOG_ERR, "SceneFile(%ld) cannot be write configdata", static_cast<long>(scene));
+    return -1;
+  }
+  return 0;
+}
+
+int32_t CCameraApiBase::m_saveCameraConfig(bool all) {
+  Config& config = *Config::getInstance();
+  const bool highRate = isHighRate();
+  for (int32_t row = camera_row::COMMENT; row < camera_row::kCount; ++row) {
+    const bool isSceneId = row == camera_row::SCENE_FILE_NAME || row == camera_row::COMMENT2;
+    if (!isSceneId && !isHeldBack(row, highRate)) config.setCameraConfig(row, live(row));
+  }
+  if (m_savePatrolConfig() < 0) return -1;
+
+  TMX_LOG(LOG_DEBUG, "scene (%ld) current scene(%ld) ", static_cast<long>(m_selectedSceneId),
+          static_cast<long>(m_currentSceneId));
+  const int32_t scene = all ? m_currentSceneId : m_selectedSceneId;
+  config.setCameraConfig(camera_row::SCENE_FILE_NAME, CTmxdUtility::longToString(scene));
+  config.setCameraConfig(camera_row::COMMENT2, config.getSceneConfig(scene, scene_row::COMMENT2));
+  if (!all) m_setCurrentSceneid();
+  if (config.saveCameraConfig() == Config::kDone) return 0;
+  TMX_LOG(LOG_ERR, "Camera: Cannot be write userdata");
+  return -1;
+}
+
+int32_t CCameraApiBase::m_savePatrolConfig() {
+  Config& config = *Config::getInstance();
+  const CUserConfig& user = *CUserConfig::getInstance();
+  for (int32_t step = 0; step < kPatrolSteps; ++step) {
+    for (int32_t row = 0; row < patrol_row::kCount; ++row) {
+      config.setPatrolConfig(0, step, row, user.getPatrolConfig(0, step, row));
+    }
+  }
+  if (config.savePatrolConfig(0) == Config::kDone) return 0;
+  TMX_LOG(LOG_DEBUG, "Patrol: Cannot be write userdata");
+  return -1;
 }

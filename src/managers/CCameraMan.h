@@ -1,9 +1,18 @@
 #pragma once
 
+#include "camera/dsp/CameraDSP.h"
 #include "tree/CManBase.h"
 
-/** The root `camera`. */
+/** The root `camera`. Owns the channel to the image DSP, which its nodes share. */
 class CCameraMan : public CManBase {
  public:
   int32_t init() override;
+
+ private:
+  template <class Node>
+  void add(std::string_view path, const char* permission) {
+    CManBase::add<Node>(path, permission, m_dsp);
+  }
+
+  CameraDSP m_dsp;
 };
