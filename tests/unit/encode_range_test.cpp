@@ -27,8 +27,9 @@ std::string ranges(EncodeRangeData& range, int32_t attr) {
 std::string rangesOf(char situation, const std::string& encoder, const std::string& size) {
   EncodeRangeData range;
   range.setAnalogOutPutOn(situation == 'A');
-  if (situation == 'E') EXPECT_TRUE(range.SetEncoderInfo(2, otherEncoder(encoder), size, "on"));
-  if (situation == 'R') EXPECT_TRUE(range.SetEncoderInfo(2, encoder, otherSize(size), "on"));
+  EXPECT_TRUE(range.SetEncoderInfo(2, situation == 'E' ? otherEncoder(encoder) : encoder,
+                                   situation == 'R' ? otherSize(size) : size,
+                                   situation == 'E' || situation == 'R' ? "on" : "off"));
   EXPECT_TRUE(range.SetEncoder(encoder, "on"));
   EXPECT_TRUE(range.SetResolution(size));
   return ranges(range, 1);
@@ -216,7 +217,9 @@ TEST(EncodeRangeSetup, TakesTheOtherChannelsAndTheAnalogOutputFromTheStore) {
     EncodeRangeData range;
     const int32_t result = encoderRangeInfoSetup(range, config, "jpeg", "1280x960", test.attr);
     EXPECT_EQ(result, *test.quality == '\0' ? -1 : 0) << &test - kCases;
-    if (result == 0) EXPECT_EQ(range.getQualityRange(test.attr), test.quality) << &test - kCases;
+    if (result == 0) {
+      EXPECT_EQ(range.getQualityRange(test.attr), test.quality) << &test - kCases;
+    }
   }
 
   for (int32_t channel = 0; channel < 3; ++channel)
