@@ -30,6 +30,7 @@ struct PipeCloser {
 }  // namespace
 
 pid_t CommonInterface::Process::Start(const std::string& pidFile, const std::vector<std::string>& command) {
+  assert(!command.empty());
   CommandLog(command);
   if (isFileExist(pidFile)) return readPid(pidFile, -1);
   const pid_t pid = Fork(command);
@@ -43,6 +44,7 @@ pid_t CommonInterface::Process::Start(const std::string& pidFile, const std::vec
 }
 
 pid_t CommonInterface::Process::StartOnly(const std::string& pidFile, const std::vector<std::string>& command) {
+  assert(!command.empty());
   CommandLog(command);
   if (isFileExist(pidFile)) return readPid(pidFile, -1);
   const pid_t pid = Fork(command);
