@@ -48,7 +48,7 @@ struct ServiceLoad {
  */
 class CameraDSP {
  public:
-  explicit CameraDSP(dsp::Model model = dsp::Model::ofCamera());
+  explicit CameraDSP(dsp::Model model = dsp::Model::ofCamera()) : m_model(model) {}
   CameraDSP(const CameraDSP&) = delete;
   CameraDSP& operator=(const CameraDSP&) = delete;
   virtual ~CameraDSP() = default;

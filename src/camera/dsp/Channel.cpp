@@ -18,11 +18,6 @@ Model Model::ofCamera() {
 
 }  // namespace dsp
 
-CameraDSP::CameraDSP(dsp::Model model) : m_model(model) {
-  // The working copy holds what was stored; mode and speed of the shutter follow its text.
-  store(camera_row::SHUTTER, m_text(camera_row::SHUTTER));
-}
-
 int32_t CameraDSP::sendToCameradsp(dsp::Frame& frame, bool sendflag) {
   if (!sendflag) return dsp::kDone;
   TMX_LOG(LOG_DEBUG, "send vadata(addr: %x) ", frame[0]);

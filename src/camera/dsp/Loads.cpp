@@ -55,6 +55,8 @@ int32_t CameraDSP::loadDspAdjustData() {
 /** Fields that share a frame are set without sending; the last of them puts the frame out. */
 int32_t CameraDSP::loadSceneData(bool first) {
   LoadResult result;
+  // Mode and speed of the shutter follow the text in the working copy, which comes from the file.
+  if (first) store(camera_row::SHUTTER, m_text(camera_row::SHUTTER));
   result += m_loadExposure();
   result += m_loadColor();
   if (first) result += m_loadCameraWide();
