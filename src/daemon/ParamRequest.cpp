@@ -15,6 +15,7 @@
 #include "managers/CSystemMan.h"
 #include "managers/CUserinterfaceMan.h"
 #include "managers/CVideoMan.h"
+#include "request/Items.h"
 #include "request/Log.h"
 #include "request/Parameter.h"
 #include "request/StatusCode.h"
@@ -143,20 +144,7 @@ int32_t ParamRequest::recvRequest(int32_t descriptor) {
   return 0;
 }
 
-size_t ParamRequest::divideRequest() {
-  const size_t len = m_request.size();
-  assert(len > 0);
-  size_t count = 0;
-  for (size_t cursor = 0; cursor < len;) {
-    const size_t end = std::min(m_request.find('&', cursor), len);
-    if (end > cursor) {
-      ++count;
-      if (m_params.size() < kMaxItems) m_params.push_back(m_request.substr(cursor, end - cursor));
-    }
-    cursor = end + 1;
-  }
-  return count;
-}
+size_t ParamRequest::divideRequest() { return divideItems(m_request, kMaxItems, &m_params); }
 
 int32_t ParamRequest::checkRestrictions(std::string* response, size_t count) const {
   if (count <= kMaxItems) return 0;
