@@ -1,5 +1,6 @@
 #include "cli/Item.h"
 
+#include <algorithm>
 #include <cctype>
 
 #include "cli/Client.h"
@@ -60,12 +61,18 @@ Answer parseAnswer(const Item& item, std::string lines) {
   answer.path = item.path;
   answer.lines = std::move(lines);
   const std::string_view text = answer.lines;
-  const std::size_t status = findStatus(text);
+  // An answer of many lines, such as the log, has its status in the first line and its value in the others.
+  const std::size_t firstEnd = std::min(text.find('\n'), text.size());
+  std::size_t status = findStatus(text.substr(0, firstEnd));
+  const bool isFirstLine = status != std::string_view::npos;
+  if (!isFirstLine) status = findStatus(text);
   if (status != std::string_view::npos) readStatus(text.substr(status + 1), answer);
   const std::string_view front = text.substr(0, status);
-  if (front.size() > item.path.size() && opens(front, item.path) && front[item.path.size()] == '=') {
+  if (opens(front, item.path) && front[item.path.size()] == '=') {
     answer.value = front.substr(item.path.size() + 1);
     answer.hasValue = true;
+    if (isFirstLine && firstEnd < text.size())
+      answer.value += text.substr(answer.value.empty() ? firstEnd + 1 : firstEnd);
   }
   return answer;
 }

@@ -94,15 +94,19 @@ TEST(ClientAnswer, OneLineForEachItem) {
 }
 
 TEST(ClientAnswer, AnAnswerOfManyLinesStaysWithItsItem) {
-  const std::vector<Answer> answers = parseAnswers(
-      readsOf({"a", "log", "log", "z"}),
-      "a=1&200 OK\r\nlog=first\r\n\r\nz is no answer &200 OK yet\r\nlast&200 OK\r\nlog=x&200 OK\r\nz&461 Command Not "
-      "Found\r\n");
-  ASSERT_EQ(answers.size(), 4U);
-  EXPECT_EQ(answers[1].value, "first\n\nz is no answer &200 OK yet\nlast");
+  const std::vector<Answer> answers = parseAnswers(readsOf({"a", "log", "log", "log", "z"}),
+                                                   "a=1&200 OK\r\n"
+                                                   "log=&200 OK\r\nalive\r\n\r\nz is no answer &404 Not Found\r\n"
+                                                   "log=one&200 OK\r\ntwo\r\n"
+                                                   "log=first\r\nlast&200 OK\r\n"
+                                                   "z&461 Command Not Found\r\n");
+  ASSERT_EQ(answers.size(), 5U);
+  EXPECT_EQ(answers[1].value, "alive\n\nz is no answer &404 Not Found");
   EXPECT_EQ(answers[1].status, 200);
-  EXPECT_EQ(answers[2].value, "x");
-  EXPECT_EQ(answers[3].status, 461);
+  EXPECT_EQ(answers[2].value, "one\ntwo");
+  EXPECT_EQ(answers[3].value, "first\nlast");
+  EXPECT_EQ(answers[3].status, 200);
+  EXPECT_EQ(answers[4].status, 461);
 }
 
 TEST(ClientAnswer, AnItemWithoutAnAnswerHasNoStatus) {
