@@ -61,6 +61,9 @@ DspTest::DspTest() {
   };
   for (const auto& [row, value] : scene)
     setText(row, value);
+#define TMX_RESET_ROW(key, value) CUserConfig::getInstance()->setScpServiceConfig(scp_service_row::key, value);
+  TMX_ROWS_SCP_SERVICE(TMX_RESET_ROW)
+#undef TMX_RESET_ROW
 }
 
 DspTest::~DspTest() { fakeCameraLibrary = {}; }
