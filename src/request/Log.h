@@ -2,6 +2,7 @@
 
 #include <syslog.h>
 
+#include <cerrno>
 #include <cstdarg>
 
 // clang checks the formats; g++ with -Wpedantic would refuse the C library's %m, the text of errno.
@@ -10,10 +11,12 @@
 #endif
 inline void
 writeLog(int priority, const char* format, ...) {
+  const int error = errno;  // the caller's caller may log the same one
   va_list arguments;
   va_start(arguments, format);
   vsyslog(priority, format, arguments);
   va_end(arguments);
+  errno = error;
 }
 
 /** One log line behind the common prefix: function, source line, source file. The format is a literal. */

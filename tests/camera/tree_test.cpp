@@ -1,0 +1,237 @@
+// The whole tree: every parameter with its permission string and class, and every selector rule.
+
+#include <chrono>
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+#include <thread>
+
+#include "tests/camera/Camera.h"
+
+namespace test {
+namespace {
+
+/** One line of tests/data/catalogue.txt: path, permission string and class, "-" for a branch. */
+struct Entry {
+  std::string path;
+  std::string permission;
+  std::string className;
+
+  auto operator<=>(const Entry&) const = default;
+};
+
+std::set<Entry> catalogue() {
+  std::ifstream file(TMX_TEST_DATA "/catalogue.txt");
+  std::set<Entry> entries;
+  for (Entry entry; file >> entry.path >> entry.permission >> entry.className;) {
+    entries.insert(entry);
+  }
+  return entries;
+}
+
+/** The text between the n-th pair of angle brackets of a list line, "-" without it. */
+std::string bracket(const std::string& line, size_t n) {
+  size_t start = 0;
+  for (size_t i = 0; i <= n; ++i) {
+    start = line.find('<', start);
+    if (start == std::string::npos) return "-";
+    ++start;
+  }
+  return line.substr(start, line.find('>', start) - start);
+}
+
+std::set<Entry> parseList(const std::string& text) {
+  std::set<Entry> entries;
+  std::vector<std::string> layers;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
+    const size_t depth = line.find('<');
+    layers.resize(depth);
+    layers.push_back(bracket(line, 0));
+    if (depth == 0) continue;
+    std::string path = layers.front();
+    for (size_t i = 1; i < layers.size(); ++i) {
+      path += "." + layers[i];
+    }
+    const bool isAlias = layers.front() == "periph" || layers.front() == "app" || layers.front() == "ui";
+    if (!isAlias) entries.insert({path, bracket(line, 1), bracket(line, 2)});
+  }
+  return entries;
+}
+
+TEST(Tree, TheListIsTheCatalogue) {
+  Camera camera({.daemonArguments = {"all_api"}});
+  EXPECT_FALSE(camera.up());  // the list mode serves nobody
+  const std::set<Entry> expected = catalogue();
+  ASSERT_EQ(expected.size(), 50U + 71U + 17U + 3U + 12U + 26U + 9U + 42U + 2U + 5U + 210U);
+  const std::set<Entry> listed = parseList(camera.read("tmp/api_list.txt"));
+  for (const Entry& entry : expected) {
+    EXPECT_TRUE(listed.contains(entry)) << "missing: " << entry.path << " " << entry.permission << " "
+                                        << entry.className;
+  }
+  for (const Entry& entry : listed) {
+    EXPECT_TRUE(expected.contains(entry))
+        << "too much: " << entry.path << " " << entry.permission << " " << entry.className;
+  }
+}
+
+class TreeTest : public CameraTest {
+ protected:
+  /** The status behind a path. */
+  static std::string status(const std::string& request, UserClass user = UserClass::kAdmin) {
+    const std::string answer = camera().ask(request, user);
+    return answer.substr(answer.rfind('&') + 1, 3);
+  }
+};
+
+/** Selectors that a path cannot do without. */
+std::string withSelectors(const std::string& path) {
+  static const std::map<std::string, std::string> needed = {
+      {"network.onvif.quality.priority", "(jpeg)"},
+      {"network.onvif.metadata", "(MotionDetectionEvent)"},
+      {"application.event.filter", "(monday)"},
+      {"application.audioplay", "(1)"},
+      {"storage.disk", "(1)"},
+      {"audio.input.detection", "(1)"},
+      {"encode.range", "(jpeg,1280x720)"},
+      {"userinterface.encode.cbr_mode", "(jpeg)"},
+  };
+  std::string result;
+  std::string walked;
+  std::istringstream layers(path);
+  for (std::string layer; std::getline(layers, layer, '.');) {
+    walked += (walked.empty() ? "" : ".") + layer;
+    const auto selector = needed.find(walked);
+    result += (result.empty() ? "" : ".") + layer + (selector == needed.end() ? "" : selector->second);
+  }
+  return result;
+}
+
+/** What the permission string says to a class, "" where it grants the right. */
+std::string refusal(const std::string& permission, size_t user, bool write) {
+  const bool readable = permission.find('R') != std::string::npos;
+  const bool writable = permission.find('W') != std::string::npos;
+  if (!readable && !writable) return "401";
+  if (write && !writable) return "458";
+  if (!write && !readable) return "405";
+  return permission[2 * user + (write ? 1 : 0)] == '-' ? "401" : "";
+}
+
+TEST_F(TreeTest, EveryNodeRefusesByItsPermissionString) {
+  // Layers that a model with everything does not have.
+  const std::set<std::string> absent = {"camera.scene.image.easy_daynight",
+                                        "camera.scene.image.brightness.easy_daynight",
+                                        "camera.scene.image.brightness.highgain"};
+  // Reads that run a card test for as long as it takes, or write what they read.
+  const std::set<std::string> slow = {"storage.disk.check", "system.session"};
+  for (const Entry& entry : catalogue()) {
+    const std::string path = withSelectors(entry.path);
+    for (size_t user = 0; user < 3; ++user) {
+      const auto userClass = static_cast<UserClass>(user);
+      if (entry.permission == "-" || absent.contains(entry.path)) {
+        EXPECT_EQ(status(path, userClass), "461") << path;
+        continue;
+      }
+      const std::string read = refusal(entry.permission, user, false);
+      if (!read.empty()) {
+        EXPECT_EQ(status(path, userClass), read) << path << " by " << user;
+      } else if (!slow.contains(entry.path) && user == 0) {
+        EXPECT_FALSE((std::set<std::string>{"401", "405", "458", "461"}.contains(status(path)))) << path;
+      }
+      const std::string write = refusal(entry.permission, user, true);
+      if (!write.empty()) EXPECT_EQ(status(path + "=~", userClass), write) << path << " by " << user;
+    }
+  }
+}
+
+TEST_F(TreeTest, EverySelectorRule) {
+  struct Case {
+    const char* before;   // the path up to the selector
+    const char* after;    // and behind it
+    const char* empty;    // status without brackets; "ok" for whatever the node answers
+    const char* good;     // selectors that pass, with blanks between
+    const char* outside;  // selectors out of the range: 456
+    const char* garbled;  // selectors that are not understood: 451
+  };
+  constexpr const char* kWords = "x 1 0";
+  const Case cases[] = {
+      {"encode", ".type", "ok", "1 2 3", "0 4 -1 4294967297", "x 1x 1,2"},
+      {"system.password.admin", ".status", "ok", "0 1 2 3", "4 -1", "x"},
+      {"system.password.operator", ".status", "ok", "0 3", "4", "x"},
+      {"system.password.user", ".status", "ok", "0 3", "4", "x"},
+      {"system.session.sending", ".bitrate", "ok", "1 22", "0 23", "x"},
+      {"system.session.receiving", ".bitrate", "ok", "1", "0 2", "x"},
+      {"network.destination", ".host", "ok", "1 5", "0 6 -1 4294967297", "x +1 1. 0x1"},
+      {"network.http", ".status", "ok", "streaming configuration", "", kWords},
+      {"network.https", ".status", "ok", "streaming configuration", "", "Streaming"},
+      {"network.onvif.quality.priority", "", "451", "jpeg h264", "", "mpeg4"},
+      {"network.onvif.metadata", "", "451", "MotionDetectionEvent", "", "motiondetectionevent"},
+      {"network.gateway", "", "ok", "ipv4", "", "ipv6"},
+      {"network.gateway(ipv4).ip", "", "ok", "0 3", "4", "x"},
+      {"network.domainname", "", "ok", "0 3", "4 -1", "x"},
+      {"network.access_control", ".logic", "ok", "stream_out", "", "stream_in"},
+      {"network.access_control.host", "", "ok", "1 10", "0 11", "x"},
+      {"network.rtsp", ".status", "ok", "configuration", "", "streaming"},
+      {"network.interface", ".status", "ok", "1", "0 2", "eth0"},
+      {"network.interface.ipv6.link_local", "", "ok", "1 8", "0 9", "x"},
+      {"network.interface.ipv6.global", "", "ok", "1 8", "0 9", "x"},
+      {"peripheral.output_pin", ".type", "ok", "1", "0 2", "x"},
+      {"peripheral.input_pin", ".type", "ok", "1", "0 2", "x"},
+      {"peripheral.switch", ".status", "ok", "1", "0 2", "x"},
+      {"peripheral.output_pin.pin", ".duration", "ok", "1 2", "0 3", "x"},
+      {"peripheral.input_pin.pin", ".chatter", "ok", "1 2", "0 3", "x"},
+      {"peripheral.serial", ".baud", "ok", "1", "0 2", "x"},
+      {"application.event", ".status", "ok", "1 10", "0 11", "x"},
+      {"application.object", ".source", "ok", "1 10", "0 11", "x"},
+      {"application.event.filter", ".status", "451", "sunday Monday SATURDAY", "", "funday 1"},
+      {"application.audioplay", ".name", "456", "1 5", "0 6", "x"},
+      {"storage.disk", ".erecmode", "461", "1", "0 2", "x"},
+      {"audio.input.detection", ".level", "461", "1 2", "0 3", "x"},
+      {"encode.range", ".framesize", "451", "jpeg h264high h264baseline jpeg,1280x720", "", "mpeg4 ,jpeg"},
+      {"ui.encode", ".cbr_mode(jpeg)", "ok", "1 3", "0 4", "x"},
+      {"ui.encode.cbr_mode", "", "451", "jpeg mpeg4 h264high h264baseline", "", "h265 jpeg,"},
+      {"camera.detection", ".status", "ok", "motion tampering", "", "foo"},
+      {"camera.motion.auto_patrol", ".status", "ok", "0", "1", "x -1"},
+      {"camera.motion.auto_patrol(0).position", "", "ok", "0 19", "20", "x -1"},
+      {"camera.position", ".comment", "ok", "0 19", "20 4294967296", "x -1 1x"},
+      {"camera.scene", ".name", "ok", "0 7", "8", "x -1"},
+  };
+  const auto check = [](const std::string& path, const std::string& expected) {
+    const std::string got = status(path);
+    if (expected == "ok") {
+      EXPECT_FALSE((std::set<std::string>{"456", "461"}.contains(got))) << path << " " << got;
+    } else {
+      EXPECT_EQ(got, expected) << path;
+    }
+  };
+  for (const Case& item : cases) {
+    const std::string before = item.before;
+    check(before + item.after, item.empty);
+    const std::pair<const char*, const char*> groups[] = {
+        {item.good, "ok"}, {item.outside, "456"}, {item.garbled, "451"}};
+    for (const auto& [selectors, expected] : groups) {
+      std::istringstream words(selectors);
+      for (std::string word; words >> word;) {
+        check(before + "(" + word + ")" + item.after, expected);
+      }
+    }
+  }
+}
+
+TEST(TreeOfALesserModel, LacksWhatItsFeaturesLack) {
+  Camera camera({.without = {"AUDIO", "DAY_NIGHT", "FOCUS_CTRL", "BACK_FOCUS_MODEL", "ONVIF", "PSIA", "AMX_PROTOCOL",
+                             "SDCARD", "SERIAL_PASS"}});
+  ASSERT_TRUE(camera.up());
+  for (const char* path :
+       {"audio.output.volume", "audio(9).output.volume", "application.audioplay(1).name", "application.audioplay.name",
+        "camera.focus", "camera.focus.status", "camera.focus.abf_pos", "camera.dspadjust.focus", "network.onvif.status",
+        "network.psia.status", "network.amx_beacon.status", "storage.disk(1).size", "peripheral.serial(1).baud",
+        "camera.scene(0).image.true_daynight"}) {
+    EXPECT_EQ(camera.ask(path), std::string(path) + "&461 Command Not Found");
+  }
+  EXPECT_EQ(camera.ask("camera.scene(0).image.easy_daynight").find("&461"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace test

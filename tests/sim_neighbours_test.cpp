@@ -1,0 +1,407 @@
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "sim/common/Json.h"
+#include "sim/common/UnixSocket.h"
+#include "sim/neighbours/Control.h"
+#include "sim/neighbours/Loop.h"
+#include "sim/neighbours/Neighbourhood.h"
+
+namespace {
+
+using Milliseconds = std::chrono::milliseconds;
+using std::string_literals::operator""s;
+
+/** Long enough for any answer on a busy machine. */
+constexpr Milliseconds patience(5000);
+/** How long silence is listened to. */
+constexpr Milliseconds silence(100);
+
+/** Numbers as words of four bytes, low byte first. */
+std::string words(std::initializer_list<int> numbers) {
+  std::string bytes;
+  for (const int number : numbers) {
+    for (int shift = 0; shift < 32; shift += 8) {
+      bytes += static_cast<char>(static_cast<unsigned>(number) >> shift & 0xff);
+    }
+  }
+  return bytes;
+}
+
+std::string padded(std::string bytes, std::size_t size) { return bytes.append(size - bytes.size(), '\0'); }
+
+/** A packet of the recorder with a number or a text as its value. */
+std::string packet(int command, int argument, int id, const std::string& value) {
+  return padded(words({command, argument, id}) + value, 1012);
+}
+
+std::string detectionPacket(int kind, const std::string& text) { return padded(words({kind}) + text, 68); }
+
+std::string sessionRequest(int command) { return words({4, command}); }
+std::string sessionRequest(int command, int index) { return words({8, command, index, 0}); }
+std::string sessionRequest(int command, const std::string& text) {
+  return words({static_cast<int>(text.size()) + 4, command}) + text + std::string(4, '\0');
+}
+std::string sessionAnswer(const std::string& text) { return words({static_cast<int>(text.size())}) + text; }
+
+std::string serialRequest(int port) { return padded(words({1, port, 19200, 7}) + padded("odd", 8) + words({2}), 112); }
+
+std::string cardRequest(int command) { return padded(words({command}), 10); }
+std::string cardAnswer(int value, int message) { return std::string(8, '\0') + words({value | message << 16}); }
+
+/** What came within a time, and whether the neighbour closed the connection. */
+struct Received {
+  std::string bytes;
+  bool closed = false;
+};
+
+/** The neighbours at work in a folder of their own, on a thread of their own. */
+class Neighbours : public testing::Test {
+ protected:
+  void SetUp() override {
+    m_root = (std::filesystem::temp_directory_path() / "camera-XXXXXX").string();
+    ASSERT_NE(::mkdtemp(m_root.data()), nullptr);
+    std::filesystem::create_directories(m_root + "/tmp");
+    std::filesystem::create_directories(m_root + "/run/camera");
+    ::setenv("CAMERA_JOURNAL", journalPath().c_str(), 1);
+    ASSERT_EQ(::pipe(m_end.data()), 0);
+    m_neighbourhood = std::make_unique<sim::Neighbourhood>(m_loop, m_root);
+    ASSERT_TRUE(m_neighbourhood->up());
+    m_control = std::make_unique<sim::Control>(m_loop, *m_neighbourhood, m_root + "/run/camera/control");
+    ASSERT_TRUE(m_control->isListening());
+    m_loop.watch(m_end[0], [this] { m_loop.stop(); });
+    m_thread = std::thread([this] { m_loop.run(); });
+  }
+
+  void TearDown() override {
+    if (m_thread.joinable()) {
+      EXPECT_EQ(::write(m_end[1], "", 1), 1);
+      m_thread.join();
+    }
+    ::close(m_end[0]);
+    ::close(m_end[1]);
+    std::filesystem::remove_all(m_root);
+  }
+
+  [[nodiscard]] std::string journalPath() const { return m_root + "/run/camera/journal.jsonl"; }
+  [[nodiscard]] sim::Descriptor connect(const std::string& name) const {
+    return sim::connectTo(m_root + "/tmp/" + name);
+  }
+
+  static Received receive(const sim::Descriptor& socket, std::size_t size, Milliseconds limit = patience) {
+    Received received;
+    const auto end = std::chrono::steady_clock::now() + limit;
+    while (received.bytes.size() < size) {
+      const auto left = std::chrono::ceil<Milliseconds>(end - std::chrono::steady_clock::now()).count();
+      pollfd entry{socket.number(), POLLIN, 0};
+      if (left <= 0 || ::poll(&entry, 1, static_cast<int>(left)) <= 0) break;
+      std::array<char, 2048> buffer{};
+      const ssize_t count = ::recv(socket.number(), buffer.data(), buffer.size(), 0);
+      received.closed = count <= 0;
+      if (count <= 0) break;
+      received.bytes.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+    return received;
+  }
+
+  /** One exchange on a connection of its own, for an answer of that size. */
+  [[nodiscard]] Received exchange(const std::string& name, const std::string& request, std::size_t size,
+                                  Milliseconds limit = patience) const {
+    const sim::Descriptor socket = connect(name);
+    if (!socket.isOpen()) return {"", true};
+    if (::send(socket.number(), request.data(), request.size(), MSG_NOSIGNAL) < 0) return {"", true};
+    return receive(socket, size, limit);
+  }
+
+  [[nodiscard]] std::string tell(const std::string& line) const {
+    const sim::Descriptor socket = sim::connectTo(m_root + "/run/camera/control");
+    const std::string bytes = line + "\n";
+    if (::send(socket.number(), bytes.data(), bytes.size(), MSG_NOSIGNAL) < 0) return "unreachable";
+    std::string answer;
+    while (!answer.ends_with('\n')) {
+      const Received received = receive(socket, 1);
+      if (received.bytes.empty()) return "no answer";
+      answer += received.bytes;
+    }
+    answer.pop_back();
+    return answer;
+  }
+
+  /** A member of the last line of the journal. */
+  [[nodiscard]] std::string lastInJournal(const std::string& key) const {
+    std::ifstream file(journalPath());
+    std::string last;
+    for (std::string line; std::getline(file, line);)
+      last = line;
+    for (const auto& [name, value] : sim::parseJsonObject(last).value_or(sim::JsonMembers{})) {
+      if (name == key) return value;
+    }
+    return "";
+  }
+
+  std::string m_root;
+
+ private:
+  std::array<int, 2> m_end{};
+  sim::Loop m_loop;
+  std::unique_ptr<sim::Neighbourhood> m_neighbourhood;
+  std::unique_ptr<sim::Control> m_control;
+  std::thread m_thread;
+};
+
+struct Step {
+  /** What is told first, if anything. */
+  std::string told;
+  std::string socket;
+  std::string request;
+  std::string answer;
+};
+
+TEST_F(Neighbours, AnswerFromTheirWorld) {
+  const std::vector<Step> steps{
+      {"", "gpio", words({9, 0, 0, 0}), words({99, 9, 1, 0})},
+      {"gpio icr=0", "gpio", words({9, 0, 0, 0}), words({99, 9, 0, 0})},
+      {"gpio led_counter=7", "gpio", words({16, 2, 0, 0}), words({99, 16, 7, 0})},
+      {"gpio position=1200", "gpio", words({43, 0, 0, 0}), words({99, 43, 1200, 0})},
+      {"", "ptzseq", "camera.motion.pan=s100", "OK"},
+      {"", "ptzseq", "camera.motion.pan", "100"},
+      {"", "ptzseq", "camera.motion.pan=s1919", "ERROR"},
+      {"ptz zoom=2.5", "ptzseq", "camera.position(19).status=save", "OK"},
+      {"ptz zoom=1", "ptzseq", "camera.position(19).status=goto", "OK"},
+      {"", "ptzseq", "camera.motion.zoom", "2.50"},
+      {"", "ptzseq", "camera.position(18).status=goto", "ERROR"},
+      {"", "ptzseq", "camera.position(20).status=save", "ERROR"},
+      {"", "localrec", packet(0, 0, 0x213200, ""), packet(2, 0, 200, "")},
+      {"", "localrec", packet(1, 0, 0x213200, "a trigger"), packet(2, 0, 200, "")},
+      {"", "localrec", packet(0, 0, 0x213200, ""), packet(2, 0, 200, "a trigger")},
+      {"recorder pin2=make", "localrec", packet(0, 0, 0x131421, ""), packet(2, 0, 200, words({1}))},
+      {"", "localrec", packet(1, 0, 0x151411, words({1})), packet(2, 0, 200, "")},
+      {"gpio out2=make", "localrec", packet(0, 0, 0x151411, ""), packet(2, 0, 200, words({1}))},
+      {"recorder status=3", "localrec", packet(6, 0, 0, ""), packet(2, 0, 3, "")},
+      {"", "detection_request", detectionPacket(3, "00ff"), detectionPacket(0, "00ff")},
+      {"", "session", sessionRequest(6), sessionAnswer("0")},
+      {"", "session", sessionRequest(8, 1), sessionAnswer("-")},
+      {"session add jpeg 4000 udp encode=1", "session", sessionRequest(5), sessionAnswer("4000")},
+      {"session add h264high 2000 tcp ip=10.0.0.9", "session", sessionRequest(5), sessionAnswer("6000")},
+      {"", "session", sessionRequest(8, 2), sessionAnswer("10.0.0.9")},
+      {"", "session", sessionRequest(15, 1), sessionAnswer("1")},
+      {"", "session", sessionRequest(42, "h264"), sessionAnswer("1")},
+      {"session remove 1", "session", sessionRequest(42, "jpeg"), sessionAnswer("0")},
+      {"", "session", sessionRequest(7, 23), sessionAnswer("0")},
+      {"session receive g711 64 udp", "session", sessionRequest(30, 1), sessionAnswer("g711")},
+      {"defect static=error static_error=3", "dd_request", "\x20", "\x22\x03"},
+      {"defect fpn=completed fpn_count=300", "dd_request", "\x31", "\x2c\x01"},
+      {"", "dd_request", "\x21", "\x20\xff"},
+      {"", "dd_request", "\x11", "\x01\0"s},
+      {"", "serial", serialRequest(1), words({0, 0})},
+      {"", "serial", serialRequest(2), words({1, 405})},
+      {"sdrec card=read_only", "sdrec", cardRequest(1025), cardAnswer(1, 0)},
+      {"", "sdrec", cardRequest(517), cardAnswer(1, 16)},
+      {"sdrec card=on init=off", "sdrec", cardRequest(1026), cardAnswer(0, 0)},
+      {"", "sdrec", cardRequest(517), cardAnswer(0, 0)},
+      {"", "sdrec", cardRequest(1026), cardAnswer(1, 0)},
+  };
+  for (std::size_t i = 0; i < steps.size(); ++i) {
+    const Step& step = steps[i];
+    SCOPED_TRACE("step " + std::to_string(i) + " at " + step.socket + " " + step.told);
+    EXPECT_EQ(step.told.empty() ? "ok" : tell(step.told), "ok");
+    EXPECT_EQ(exchange(step.socket, step.request, step.answer.size()).bytes, step.answer);
+  }
+}
+
+TEST_F(Neighbours, RefuseWordsThatMeanNothing) {
+  for (const std::string line : {"", "nobody icr=0", "gpio", "gpio icr", "gpio icr=x", "gpio slow", "gpio slow -1",
+                                 "gpio silent so", "session add jpeg", "session remove 1", "session remove 23",
+                                 "sdrec card=gone", "recorder pin3=make", "recorder 0xzz=1", "dsp probe"}) {
+    EXPECT_TRUE(tell(line).starts_with("error: ")) << line << " gave " << tell(line);
+  }
+  EXPECT_EQ(exchange("gpio", words({9, 0, 0, 0}), 16).bytes, words({99, 9, 1, 0}));
+}
+
+struct Sample {
+  std::string name;
+  std::string socket;
+  std::string request;
+  std::string answer;
+  std::string refusal;
+  /** Bytes of the answer that stay right even in garbage. */
+  std::size_t framing;
+};
+
+const std::vector<Sample>& samples() {
+  static const std::vector<Sample> all{
+      {"gpio", "gpio", words({20, 0, 0, 0}), words({99, 20, 1, 0}), words({0, 20, 0, 0}), 0},
+      {"ptz", "ptzseq", "camera.motion.tilt", "0", "ERROR", 0},
+      {"recorder", "localrec", packet(4, 0, 0, words({3})), packet(2, 0, 200, ""), packet(3, 0, -405, ""), 0},
+      {"detection", "detection_request", detectionPacket(1, "on"), detectionPacket(0, "on"), detectionPacket(1, "on"),
+       0},
+      {"session", "session", sessionRequest(9, 1), sessionAnswer("-"), sessionAnswer("\0"s), 4},
+      {"defect", "dd_request", "\x12", "\x01\0"s, "\x02\0"s, 0},
+      {"serial", "serial", serialRequest(1), words({0, 0}), words({1, 405}), 0},
+      {"sdrec", "sdrec", cardRequest(518), cardAnswer(0, 0), cardAnswer(1, 16), 0},
+  };
+  return all;
+}
+
+TEST_F(Neighbours, MisbehaveAsTold) {
+  for (const Sample& sample : samples()) {
+    SCOPED_TRACE(sample.name);
+    const auto ask = [&](Milliseconds limit = patience) {
+      return exchange(sample.socket, sample.request, sample.answer.size(), limit);
+    };
+    ASSERT_EQ(tell(sample.name + " silent"), "ok");
+    const Received silent = ask(silence);
+    EXPECT_EQ(silent.bytes, "");
+    EXPECT_FALSE(silent.closed);
+
+    ASSERT_EQ(tell(sample.name + " short"), "ok");
+    const Received half = ask();
+    EXPECT_EQ(half.bytes, sample.answer.substr(0, sample.answer.size() / 2));
+    EXPECT_TRUE(half.closed);
+
+    ASSERT_EQ(tell(sample.name + " garbage"), "ok");
+    const std::string garbage = ask().bytes;
+    ASSERT_EQ(garbage.size(), sample.answer.size());
+    for (std::size_t at = 0; at < garbage.size(); ++at) {
+      EXPECT_EQ(garbage[at] == sample.answer[at], at < sample.framing) << "byte " << at;
+    }
+
+    ASSERT_EQ(tell(sample.name + " refuse"), "ok");
+    EXPECT_EQ(exchange(sample.socket, sample.request, sample.refusal.size()).bytes, sample.refusal);
+
+    ASSERT_EQ(tell(sample.name + " early"), "ok");
+    EXPECT_TRUE(ask().closed);
+
+    ASSERT_EQ(tell(sample.name + " slow 60"), "ok");
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(ask().bytes, sample.answer);
+    EXPECT_GE(std::chrono::steady_clock::now() - start, Milliseconds(60));
+
+    ASSERT_EQ(tell(sample.name + " down"), "ok");
+    EXPECT_FALSE(connect(sample.socket).isOpen());
+    ASSERT_EQ(tell(sample.name + " up"), "ok");
+    EXPECT_EQ(ask().bytes, sample.answer);
+  }
+}
+
+TEST_F(Neighbours, AFaultCanConcernOneMessage) {
+  ASSERT_EQ(tell("recorder refuse 404 for=restart"), "ok");
+  EXPECT_EQ(exchange("localrec", packet(4, 0, 0, words({3})), 1012).bytes, packet(3, 0, -404, ""));
+  EXPECT_EQ(exchange("localrec", packet(12, 0, 0, ""), 1012).bytes, packet(2, 0, 200, ""));
+  ASSERT_EQ(tell("recorder refuse 5"), "ok");
+  EXPECT_EQ(exchange("localrec", packet(12, 0, 0, ""), 1012).bytes, packet(5, 0, 0, ""));
+}
+
+TEST_F(Neighbours, ARefusalLeavesTheWorldAlone) {
+  ASSERT_EQ(tell("recorder refuse"), "ok");
+  EXPECT_EQ(exchange("localrec", packet(1, 0, 0x151411, words({1})), 1012).bytes, packet(3, 0, -405, ""));
+  ASSERT_EQ(tell("recorder none"), "ok");
+  EXPECT_EQ(exchange("localrec", packet(0, 0, 0x151411, ""), 1012).bytes, packet(2, 0, 200, ""));
+}
+
+TEST_F(Neighbours, NoClientHoldsUpAnother) {
+  const sim::Descriptor idle = connect("gpio");
+  const sim::Descriptor halfway = connect("localrec");
+  ASSERT_EQ(::send(halfway.number(), "half", 4, MSG_NOSIGNAL), 4);
+  ASSERT_EQ(tell("session slow 3000"), "ok");
+  const sim::Descriptor waiting = connect("session");
+  const std::string request = sessionRequest(6);
+  ASSERT_GT(::send(waiting.number(), request.data(), request.size(), MSG_NOSIGNAL), 0);
+
+  const auto start = std::chrono::steady_clock::now();
+  for (const std::string name : {"gpio", "recorder", "defect"}) {
+    for (const Sample& sample : samples()) {
+      if (sample.name != name) continue;
+      EXPECT_EQ(exchange(sample.socket, sample.request, sample.answer.size()).bytes, sample.answer) << name;
+    }
+  }
+  EXPECT_LT(std::chrono::steady_clock::now() - start, Milliseconds(2000));
+  EXPECT_EQ(receive(waiting, 1, Milliseconds(1)).bytes, "");
+}
+
+TEST_F(Neighbours, RequestsMayComeInPiecesAndInRows) {
+  const sim::Descriptor socket = connect("gpio");
+  const std::string two = words({9, 0, 0, 0}) + words({20, 0, 0, 0});
+  for (const char& byte : two)
+    ASSERT_EQ(::send(socket.number(), &byte, 1, MSG_NOSIGNAL), 1);
+  EXPECT_EQ(receive(socket, 32).bytes, words({99, 9, 1, 0}) + words({99, 20, 1, 0}));
+}
+
+TEST_F(Neighbours, OrdersOfTheGpioHaveNoAnswer) {
+  for (const int command : {0, 10, 17, 30, 31, 32, 33, 34, 35}) {
+    for (const std::string fault : {"none", "refuse", "garbage"}) {
+      ASSERT_EQ(tell("gpio " + fault), "ok");
+      EXPECT_EQ(exchange("gpio", words({command, 1, 1, 0}), 16, Milliseconds(20)).bytes, "") << command << fault;
+    }
+  }
+}
+
+TEST_F(Neighbours, AFocusRunTakesItsTime) {
+  const auto ask = [this](int command) { return exchange("gpio", words({command, 0, 0, 0}), 16).bytes; };
+  ASSERT_EQ(tell("gpio run=60000 sharp=77"), "ok");
+  EXPECT_EQ(ask(41), words({99, 41, 1, 0}));
+  (void)exchange("gpio", words({31, 2, 0, 0}), 16, Milliseconds(1));
+  EXPECT_EQ(ask(41), words({99, 41, 0, 0}));
+  EXPECT_EQ(ask(40), words({99, 40, 5, 0}));
+  EXPECT_EQ(ask(43), words({99, 43, 77, 0}));
+  (void)exchange("gpio", words({31, 0, 0, 0}), 16, Milliseconds(1));
+  EXPECT_EQ(ask(41), words({99, 41, 1, 0}));
+}
+
+TEST_F(Neighbours, TheJournalHasTheMessageBeforeTheAnswer) {
+  for (int i = 0; i < 20; ++i) {
+    const std::string text = "trigger \"" + std::to_string(i) + "\"\n";
+    ASSERT_EQ(exchange("localrec", packet(1, 0, 0x21a200, text), 1012).bytes.size(), 1012u);
+    EXPECT_EQ(lastInJournal("who"), "recorder");
+    EXPECT_EQ(lastInJournal("what"), "put");
+    EXPECT_EQ(lastInJournal("id"), "0x21a200");
+    EXPECT_EQ(lastInJournal("name"), "event(10).trigger");
+  }
+  ASSERT_EQ(tell("gpio silent"), "ok");
+  EXPECT_EQ(exchange("gpio", words({30, -5, 0, 0}), 16, silence).bytes, "");
+  EXPECT_EQ(lastInJournal("what"), "focus_step");
+  EXPECT_EQ(lastInJournal("a"), "-5");
+  EXPECT_EQ(lastInJournal("fault"), "silent");
+}
+
+TEST_F(Neighbours, WhatIsToldComesBehindTheMessagesBeforeIt) {
+  for (int i = 0; i < 50; ++i) {
+    const sim::Descriptor first = connect("gpio");
+    const sim::Descriptor second = connect("gpio");
+    for (const auto& [socket, step] : {std::pair(&first, 1), std::pair(&second, 1000 + i)}) {
+      const std::string order = words({30, step, 0, 0});
+      ASSERT_EQ(::send(socket->number(), order.data(), order.size(), MSG_NOSIGNAL), 16);
+    }
+    ASSERT_TRUE(tell("gpio show").starts_with("{"));
+    EXPECT_EQ(lastInJournal("a"), std::to_string(1000 + i));
+  }
+}
+
+TEST_F(Neighbours, OrdersForTheLibraryAreKeptInItsFile) {
+  const auto file = [this] {
+    std::ifstream stream(m_root + "/run/camera/dsp");
+    return std::string(std::istreambuf_iterator<char>(stream), {});
+  };
+  EXPECT_EQ(tell("dsp probe=30 fail_once=0x21"), "ok");
+  EXPECT_EQ(file(), "fail_once=0x21\nprobe=30\n");
+  EXPECT_EQ(tell("dsp opwb=never"), "ok");
+  EXPECT_EQ(file(), "opwb=never\nprobe=30\n");
+  EXPECT_EQ(tell("dsp probe="), "ok");
+  EXPECT_EQ(file(), "opwb=never\n");
+  EXPECT_EQ(tell("dsp clear"), "ok");
+  EXPECT_EQ(file(), "");
+}
+
+}  // namespace
