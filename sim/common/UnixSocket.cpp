@@ -43,6 +43,10 @@ Descriptor listenAt(const std::string& path) {
   return listener;
 }
 
+Descriptor acceptFrom(const Descriptor& listener) {
+  return Descriptor(::accept4(listener.number(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
+}
+
 Descriptor connectTo(const std::string& path, int flags) {
   const auto address = addressOf(path);
   if (!address) return {};

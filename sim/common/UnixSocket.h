@@ -29,6 +29,9 @@ class Descriptor {
 /** A listening, non-blocking Unix stream socket at the path, in the place of what stood there; not open on failure. */
 [[nodiscard]] Descriptor listenAt(const std::string& path);
 
+/** The next waiting connection of a listening socket, non-blocking; not open when there is none. */
+[[nodiscard]] Descriptor acceptFrom(const Descriptor& listener);
+
 /** A Unix stream socket, with the flags added to its type, connected to the path; not open on failure, errno says why.
  */
 [[nodiscard]] Descriptor connectTo(const std::string& path, int flags = 0);

@@ -22,31 +22,40 @@ Control::~Control() {
 }
 
 void Control::accept() {
-  Descriptor socket(::accept4(m_listener.number(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
-  if (!socket.isOpen()) return;
-  const int number = socket.number();
-  m_clients[number].socket = std::move(socket);
-  m_loop.watch(number, [this, number] { receive(number); });
+  for (Descriptor socket = acceptFrom(m_listener); socket.isOpen(); socket = acceptFrom(m_listener)) {
+    const unsigned id = ++m_lastId;
+    m_loop.watch(socket.number(), [this, id] { receive(id); });
+    m_clients[id].socket = std::move(socket);
+  }
 }
 
-void Control::receive(int number) {
+void Control::receive(unsigned id) {
   std::array<char, 1024> buffer{};
-  const ssize_t count = ::recv(number, buffer.data(), buffer.size(), 0);
+  Client& client = m_clients.at(id);
+  const ssize_t count = ::recv(client.socket.number(), buffer.data(), buffer.size(), 0);
   if (count < 0 && (errno == EAGAIN || errno == EINTR)) return;
-  if (count <= 0) return drop(number);
-  std::string& pending = m_clients.at(number).pending;
+  if (count <= 0) return drop(id);
+  std::string& pending = client.pending;
   pending.append(buffer.data(), static_cast<std::size_t>(count));
   for (std::size_t end = pending.find('\n'); end != std::string::npos; end = pending.find('\n')) {
-    const std::string answer = m_neighbourhood.tell(pending.substr(0, end)) + "\n";
+    // The messages that came before this line are read in this round of the loop, so the line waits for the next.
+    m_loop.after(std::chrono::milliseconds(0), [this, id, line = pending.substr(0, end)] { carryOut(id, line); });
     pending.erase(0, end + 1);
-    if (::send(number, answer.data(), answer.size(), MSG_NOSIGNAL) < 0) return drop(number);
   }
-  if (pending.size() > longestLine) drop(number);
+  if (pending.size() > longestLine) drop(id);
 }
 
-void Control::drop(int number) {
-  m_loop.unwatch(number);
-  m_clients.erase(number);
+void Control::carryOut(unsigned id, const std::string& line) {
+  const std::string answer = m_neighbourhood.tell(line) + "\n";
+  const auto client = m_clients.find(id);
+  if (client == m_clients.end()) return;
+  if (::send(client->second.socket.number(), answer.data(), answer.size(), MSG_NOSIGNAL) < 0) drop(id);
+}
+
+void Control::drop(unsigned id) {
+  const auto client = m_clients.find(id);
+  m_loop.unwatch(client->second.socket.number());
+  m_clients.erase(client);
 }
 
 }  // namespace sim

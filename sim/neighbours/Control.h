@@ -9,7 +9,10 @@
 
 namespace sim {
 
-/** The control socket: takes lines, and answers each with one line. Owned by main. */
+/**
+ * The control socket: takes lines, and answers each with one line. A line is carried out behind every message that was
+ * sent to a neighbour before it, so that its answer also says that those have been dealt with. Owned by main.
+ */
 class Control {
  public:
   Control(Loop& loop, Neighbourhood& neighbourhood, std::string path);
@@ -26,14 +29,16 @@ class Control {
   };
 
   void accept();
-  void receive(int number);
-  void drop(int number);
+  void receive(unsigned id);
+  void carryOut(unsigned id, const std::string& line);
+  void drop(unsigned id);
 
   Loop& m_loop;
   Neighbourhood& m_neighbourhood;
   std::string m_path;
   Descriptor m_listener;
-  std::map<int, Client> m_clients;
+  unsigned m_lastId = 0;
+  std::map<unsigned, Client> m_clients;
 };
 
 }  // namespace sim

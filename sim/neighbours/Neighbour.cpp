@@ -81,15 +81,17 @@ std::string Neighbour::showLine() const {
 }
 
 void Neighbour::accept() {
-  Descriptor socket(::accept4(m_listener.number(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
-  if (!socket.isOpen()) return;
-  if (m_fault.kind == Fault::Kind::early) {
-    Journal(m_name, "connection").text("fault", faultName(m_fault.kind)).write();
-    return;
+  while (true) {
+    Descriptor socket = acceptFrom(m_listener);
+    if (!socket.isOpen()) return;
+    if (m_fault.kind == Fault::Kind::early) {
+      Journal(m_name, "connection").text("fault", faultName(m_fault.kind)).write();
+      continue;
+    }
+    const unsigned id = ++m_lastId;
+    m_loop.watch(socket.number(), [this, id] { receive(id); });
+    m_clients[id].socket = std::move(socket);
   }
-  const unsigned id = ++m_lastId;
-  m_loop.watch(socket.number(), [this, id] { receive(id); });
-  m_clients[id].socket = std::move(socket);
 }
 
 void Neighbour::receive(unsigned id) {
