@@ -119,6 +119,12 @@ using Refusals = std::array<Refusal, 4>;
 /** What an action returns when the value was in force already: the answer is 200 instead of 202. */
 inline constexpr int32_t kAlreadyInForce = 1;
 
+/** Asked before anything else: 0, or the negated status with which the path as it stands, or the moment, is refused. */
+struct Guard {
+  int32_t (*access)(const Selectors& selectors) = nullptr;  ///< of reads and writes
+  int32_t (*write)(const Selectors& selectors) = nullptr;   ///< of writes alone
+};
+
 /** How a stored value is shown. */
 struct Shows {
   Image image = Image::Config;
@@ -129,6 +135,7 @@ struct Shows {
 };
 
 struct Rule {
+  Guard guard{};
   Accepts accepts{};
   Place place{};
   Keeps keeps = Keeps::Nothing;
@@ -154,6 +161,7 @@ constexpr bool isSound(const Rule& rule) {
   const bool hints = !rule.answers.layer.empty();
   const bool staged = rule.keeps == Keeps::InMemory || rule.keeps == Keeps::Staged;
   if (!isSound(rule.accepts)) return false;
+  if (!writes && rule.guard.write != nullptr) return false;
   if (!writes && (rule.keeps != Keeps::Nothing || rule.unchanged != Unchanged::IsWritten || hints)) return false;
   if (!rule.place.exists() && (rule.keeps != Keeps::Nothing || rule.unchanged != Unchanged::IsWritten)) return false;
   if (hints == rule.answers.command.empty()) return false;

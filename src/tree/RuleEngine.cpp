@@ -71,8 +71,14 @@ bool keep(const Rule& rule, const Request& request) {
   return image(Image::Config).save(family, cell.table) == Config::kDone;
 }
 
+int32_t ask(int32_t (*guard)(const Selectors&), const Selectors& selectors) {
+  return guard == nullptr ? 0 : guard(selectors);
+}
+
 /** The status of a write up to its answer: kOk, kAccepted, or the refusal. */
 int32_t carryOut(const Rule& rule, Request& request, void* self, RuleEngine::Act act) {
+  if (const int32_t result = ask(rule.guard.access, request.selectors); result < 0) return -result;
+  if (const int32_t result = ask(rule.guard.write, request.selectors); result < 0) return -result;
   const auto isStored = [&] {
     return !isInitialising() && stored(rule, request.selectors, rule.compares) == request.value;
   };
@@ -115,6 +121,8 @@ std::string hintText(const Hint& hint, const Selectors& selectors) {
 }
 
 int32_t read(const Rule& rule, ExecArgs& args, void* self, Fetch fetch) {
+  const int32_t refused = ask(rule.guard.access, args.m_selectors);
+  if (refused < 0) return answerStatus(*args.m_parameter, -refused);
   std::string text;
   if (fetch != nullptr) {
     const int32_t result = fetch(self, Request{*args.m_parameter, args.m_selectors, {}}, text);
