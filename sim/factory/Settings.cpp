@@ -79,7 +79,9 @@ std::string patrol() {
   std::string lines;
   for (int step = 0; step < patrolSteps; ++step) {
     const std::string number = std::to_string(step);
-    lines += "PATROL_POSITION_" + number + "=0\nPATROL_DURATION_" + number + "=0\nPATROL_SPEED_" + number + "=100.0\n";
+    lines.append("PATROL_POSITION_").append(number).append("=0\n");
+    lines.append("PATROL_DURATION_").append(number).append("=0\n");
+    lines.append("PATROL_SPEED_").append(number).append("=100.0\n");
   }
   return lines;
 }

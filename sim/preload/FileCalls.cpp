@@ -20,9 +20,8 @@ namespace {
 bool changes(int flags) { return (flags & (O_TRUNC | O_CREAT)) != 0; }
 bool changes(const char* mode) { return mode[0] == 'w' || mode[0] == 'a'; }
 
-mode_t modeOf(int flags, va_list arguments) {
-  return (flags & (O_CREAT | O_TMPFILE)) != 0 ? static_cast<mode_t>(va_arg(arguments, unsigned)) : 0;
-}
+/** Only a call that can make a file has a third argument. */
+bool hasMode(int flags) { return (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE; }
 
 /** A stream's buffered text reaches the file by calls inside the C library, so its flush counts as the write. */
 bool flushDenied(FILE* stream) {
@@ -41,12 +40,18 @@ ssize_t write(int descriptor, const void* data, size_t size) { return CAMERA_REA
 
 extern "C" {
 
+#define CAMERA_MODE(flags)                                   \
+  mode_t mode = 0;                                           \
+  if (hasMode(flags)) {                                      \
+    va_list arguments;                                       \
+    va_start(arguments, flags);                              \
+    mode = static_cast<mode_t>(va_arg(arguments, unsigned)); \
+    va_end(arguments);                                       \
+  }
+
 #define CAMERA_OPEN(name)                                            \
   int name(const char* path, int flags, ...) {                       \
-    va_list arguments;                                               \
-    va_start(arguments, flags);                                      \
-    const mode_t mode = modeOf(flags, arguments);                    \
-    va_end(arguments);                                               \
+    CAMERA_MODE(flags)                                               \
     if (changes(flags) && denied(Operation::Other, path)) return -1; \
     return CAMERA_REAL(name)(path, flags, mode);                     \
   }
@@ -55,10 +60,7 @@ CAMERA_OPEN(open64)
 
 #define CAMERA_OPENAT(name)                                                     \
   int name(int directory, const char* path, int flags, ...) {                   \
-    va_list arguments;                                                          \
-    va_start(arguments, flags);                                                 \
-    const mode_t mode = modeOf(flags, arguments);                               \
-    va_end(arguments);                                                          \
+    CAMERA_MODE(flags)                                                          \
     if (changes(flags) && denied(Operation::Other, directory, path)) return -1; \
     return CAMERA_REAL(name)(directory, path, flags, mode);                     \
   }
@@ -66,10 +68,12 @@ CAMERA_OPENAT(openat)
 CAMERA_OPENAT(openat64)
 
 // What fortified programs call when a file is opened without a mode.
+// NOLINTBEGIN(bugprone-reserved-identifier)
 int __open_2(const char* path, int flags);
 int __open64_2(const char* path, int flags);
 int __open_2(const char* path, int flags) { return open(path, flags); }
 int __open64_2(const char* path, int flags) { return open64(path, flags); }
+// NOLINTEND(bugprone-reserved-identifier)
 
 int creat(const char* path, mode_t mode) { return open(path, O_WRONLY | O_CREAT | O_TRUNC, mode); }
 int creat64(const char* path, mode_t mode) { return open64(path, O_WRONLY | O_CREAT | O_TRUNC, mode); }

@@ -31,6 +31,13 @@ bool join(const std::string& init) {
   return chdir("/") == 0;
 }
 
+/** Gives the terminal to this process's group; without a terminal nothing happens. */
+void takeTerminal() {
+  std::signal(SIGTTOU, SIG_IGN);
+  tcsetpgrp(STDIN_FILENO, getpgrp());
+  std::signal(SIGTTOU, SIG_DFL);
+}
+
 }  // namespace
 
 int runInside(const Home& home, const Command& command) {
@@ -39,6 +46,9 @@ int runInside(const Home& home, const Command& command) {
   const pid_t pid = fork();
   if (pid == 0) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
+    // A group of its own, since a group from outside has no number that a shell inside could go back to.
+    setpgid(0, 0);
+    takeTerminal();
     Environment environment = daemonEnvironment({});
     if (const char* terminal = std::getenv("TERM")) environment.emplace_back("TERM", terminal);
     environment.emplace_back("PS1", "camera:\\w\\$ ");
@@ -49,6 +59,7 @@ int runInside(const Home& home, const Command& command) {
   int status = 0;
   while (waitpid(pid, &status, 0) < 0 && errno == EINTR) {
   }
+  takeTerminal();
   return exitStatus(status);
 }
 

@@ -76,10 +76,10 @@ void Home::makeCertificate() const {
   const Environment environment{
       {"PATH", std::string(inherited != nullptr ? inherited : "/bin") + ":" + (tools / "bin").string()},
       {"LD_LIBRARY_PATH", (tools / "lib/x86_64-linux-gnu").string()}};
-  const Command command{"sh", "-c",
-                        "exec openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -days 3650 "
-                        "-subj /CN=camera -keyout \"$1\" -out \"$1.crt\" 2>/dev/null",
-                        "sh", file};
+  const std::string script =
+      "exec openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -days 3650 "
+      "-subj /CN=camera -keyout \"$1\" -out \"$1.crt\" 2>/dev/null";
+  const Command command{"sh", "-c", script, "sh", file};
   must(sim::run(command, environment) == 0, "make the certificate with openssl");
   writeFile(file, readFile(file) + readFile(file.string() + ".crt"));
   std::error_code error;

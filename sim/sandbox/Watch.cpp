@@ -39,7 +39,8 @@ bool waitForAnswer(const Home& home, int wanted, int timeoutSeconds) {
     if (!Supervisor::isOn(home)) return giveUp(home, "the camera went off");
     const std::string status = booted ? readFile(home.run("tmxd.exit")) : "";
     if (status.empty()) aliveUntil = Clock::now() + restartLimit;
-    if (Clock::now() >= aliveUntil) return giveUp(home, "tmxd ended with exit status " + status);
+    if (Clock::now() >= aliveUntil)
+      return giveUp(home, "tmxd ended with exit status " + std::to_string(std::atoi(status.c_str())));
     if (Clock::now() >= end) return giveUp(home, "no answer after " + std::to_string(timeoutSeconds) + " seconds");
     std::this_thread::sleep_for(pause);
   }

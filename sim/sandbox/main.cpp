@@ -43,10 +43,10 @@ void showProgress(const Fd& progress, bool quiet) {
 int up(const Options& options, const Home& home) {
   std::error_code error;
   std::filesystem::create_directories(home.path("run"), error);
-  if (Supervisor::isOn(home)) return complain("the camera is already on");
+  if (Supervisor::isOn(home)) return complain("the camera is already on; take it down first");
   home.prepare();
   const Fd progress = Supervisor(options, home).start();
-  if (!progress.valid()) return complain("the camera is already on");
+  if (!progress.valid()) return complain("the camera is already on; take it down first");
   showProgress(progress, options.quiet);
   if (options.timeoutSeconds == 0 || waitForAnswer(home, 1, options.timeoutSeconds)) return 0;
   switchOff(home, "down");
