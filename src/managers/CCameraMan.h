@@ -1,6 +1,7 @@
 #pragma once
 
 #include "camera/dsp/CameraDSP.h"
+#include "camera/dsp/CameraDspInstance.h"
 #include "tree/CManBase.h"
 
 /** The root `camera`. Owns the channel to the image DSP, which its nodes share. */
@@ -15,4 +16,5 @@ class CCameraMan : public CManBase {
   }
 
   CameraDSP m_dsp;
+  CameraDspInstance m_instance{m_dsp};
 };
