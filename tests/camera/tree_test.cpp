@@ -140,7 +140,9 @@ TEST_F(TreeTest, EveryNodeRefusesByItsPermissionString) {
         EXPECT_FALSE((std::set<std::string>{"401", "405", "458", "461"}.contains(status(path)))) << path;
       }
       const std::string write = refusal(entry.permission, user, true);
-      if (!write.empty()) EXPECT_EQ(status(path + "=~", userClass), write) << path << " by " << user;
+      if (!write.empty()) {
+        EXPECT_EQ(status(path + "=~", userClass), write) << path << " by " << user;
+      }
     }
   }
 }
