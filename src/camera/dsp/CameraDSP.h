@@ -166,6 +166,16 @@ class CameraDSP {
   int32_t setEvref(int32_t value, bool sendflag);
   [[nodiscard]] int32_t setSensor(int32_t sensor);
 
+  // The adjustment procedures (Subadjust.cpp): 0 none, 1 defects, 2 white balance, 3 and 4 without steps of their own.
+  [[nodiscard]] int32_t setAdjustmode(uint32_t mode);
+  [[nodiscard]] uint32_t getAdjustmode() const { return m_adjustMode; }
+  /** The step that the procedure of the present mode has reached; entering mode 0 starts anew. */
+  [[nodiscard]] uint32_t getSubadjustState() const { return m_subadjustState; }
+  void setSubadjustState(uint32_t state) { m_subadjustState = state; }
+  [[nodiscard]] int32_t setWhiteBalanceSubadjust(uint32_t step);
+  /** 0 while the point is measured, the step reached when it is done, 255 when it failed; or a negative result. */
+  [[nodiscard]] int32_t getWhiteBalanceSubadjust();
+
   // Loads (Loads.cpp): every step is tried; kSendFailed when a frame did not reach the DSP.
   int32_t loadScpServiceData(const dsp::ServiceLoad& load);
   int32_t loadDspAdjustData();
@@ -194,6 +204,7 @@ class CameraDSP {
   int32_t m_setAvPk(dsp::Field field, int32_t row, int32_t value, bool sendflag);
 
   [[nodiscard]] int32_t m_pollOnePush(dsp::Frame& answer);
+  int32_t m_sendStoredPoint(int32_t redRow, int32_t blueRow);
   int32_t m_sendBlcArea(std::span<const uint8_t> grid);
 
   [[nodiscard]] const dsp::ServiceItem* m_serviceItem(const dsp::ServiceGroup& group, int32_t id) const;
@@ -211,6 +222,8 @@ class CameraDSP {
   int32_t m_shutterMode = dsp::shutter::kAuto;
   int32_t m_shutterSpeed = 0;
   int32_t m_irisMode = 1;
+  uint32_t m_adjustMode = 0;
+  uint32_t m_subadjustState = 0;
   dsp::Area m_aeArea{0, 0, 1920, 1080};
   int32_t m_aspect = 0;
 };

@@ -92,7 +92,7 @@ inline constexpr Field kIbYHue{0x70, 4, 1};
 inline constexpr Field kLumxSpeed{0x78, 1, 1};
 inline constexpr Field kLumxGain{0x78, 2, 1};
 
-inline constexpr Field kAfForIr{0x82, 1, 1};   // one byte, three meanings:
+inline constexpr Field kAfForIr{0x82, 1, 1};   // One byte with several meanings:
 inline constexpr Field kAfSwitch{0x82, 1, 1};  // each of its writers overwrites the others' value
 
 inline constexpr Field kMaskPage{0xD0, 1, 1};
