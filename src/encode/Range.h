@@ -1,10 +1,16 @@
 #pragma once
 
+#include <cstdint>
+#include <string>
+
 #include "encode/CEncodeApiBase.h"
+#include "encode/range/EncodeRangeData.h"
 #include "tree/Leaf.h"
 
+/** What one encoder channel may be set to while the two others do what they do. */
 namespace Encode {
 
+/** The selector is the encoder in question, or the encoder and the frame size, "jpeg,1280x720". */
 class CRange : public Leaf<CRange, CEncodeApiBase> {
  public:
   using Leaf::Leaf;
@@ -20,39 +26,94 @@ class CRange : public Leaf<CRange, CEncodeApiBase> {
   class CIframeintervalLimit;
 };
 
-class CRange::CQuality : public CEncodeApiBase {
- public:
-  using CEncodeApiBase::CEncodeApiBase;
+/** The question that a path asks. */
+struct RangeQuestion {
+  explicit RangeQuestion(const Selectors& selectors);
+
+  /** Fills the range with the state of the camera and the question; 0 or -451. */
+  [[nodiscard]] int32_t setUp(EncodeRangeData& range) const;
+
+  int32_t channel;  ///< 1 to 3
+  std::string encoder;
+  std::string framesize;
 };
 
-class CRange::CFramesize : public CEncodeApiBase {
+/** A range by its getter. `Derived` may state `narrow(channel, text)`, which changes the range before it is shown. */
+template <class Derived, std::string (EncodeRangeData::*Getter)(int32_t)>
+class RangeItem : public Leaf<Derived, CEncodeApiBase> {
  public:
-  using CEncodeApiBase::CEncodeApiBase;
+  using Leaf<Derived, CEncodeApiBase>::Leaf;
+  int32_t fetch(const Request& request, std::string& text) {
+    const RangeQuestion question(request.selectors);
+    EncodeRangeData range;
+    const int32_t refused = question.setUp(range);
+    if (refused < 0) return refused;
+    text = (range.*Getter)(question.channel);
+    if constexpr (requires { Derived::narrow(question.channel, text); }) text = Derived::narrow(question.channel, text);
+    return 0;
+  }
 };
 
-class CRange::CFramerate : public CEncodeApiBase {
+class CRange::CQuality : public RangeItem<CQuality, &EncodeRangeData::getQualityRange> {
  public:
-  using CEncodeApiBase::CEncodeApiBase;
+  using RangeItem::RangeItem;
+  /** Only jpeg pictures have a size. */
+  int32_t fetch(const Request& request, std::string& text);
 };
 
-class CRange::CBitrate : public CEncodeApiBase {
+class CRange::CFramesize : public Leaf<CFramesize, CEncodeApiBase> {
  public:
-  using CEncodeApiBase::CEncodeApiBase;
+  using Leaf::Leaf;
+  int32_t fetch(const Request& request, std::string& text);
 };
 
-class CRange::CIframeinterval : public CEncodeApiBase {
+class CRange::CFramerate : public RangeItem<CFramerate, &EncodeRangeData::getFramerateRange> {
  public:
-  using CEncodeApiBase::CEncodeApiBase;
+  using RangeItem::RangeItem;
+  static std::string narrow(int32_t channel, const std::string& range);
 };
 
-class CRange::CFramerateLimit : public CEncodeApiBase {
+class CRange::CBitrate : public RangeItem<CBitrate, &EncodeRangeData::getBitrateRange> {
  public:
-  using CEncodeApiBase::CEncodeApiBase;
+  using RangeItem::RangeItem;
 };
 
-class CRange::CIframeintervalLimit : public CEncodeApiBase {
+class CRange::CIframeinterval : public RangeItem<CIframeinterval, &EncodeRangeData::getIframeintervalRange> {
  public:
-  using CEncodeApiBase::CEncodeApiBase;
+  using RangeItem::RangeItem;
+  static std::string narrow(int32_t channel, const std::string& range);
+};
+
+/** Keeps a text in the channels 2 and 3. */
+void keepInOtherChannels(int32_t row, const std::string& text);
+
+/** Whether a range ends at what is now configured: one answer for all channels, kept in each of them. */
+template <class Derived, int32_t Row>
+class RangeLimit : public Leaf<Derived, CEncodeApiBase> {
+ public:
+  using Leaf<Derived, CEncodeApiBase>::Leaf;
+  static constexpr Rule rule{
+      .accepts = Words{"on", "off"},
+      .place = {.family = Family::Encode, .row = Row},
+      .keeps = Keeps::InMemory,
+      .unchanged = Unchanged::BeforeTest,
+      .compares = Image::User,
+      .answers = CEncodeApiBase::kSaveHint,
+  };
+  int32_t act(Request& request) {
+    keepInOtherChannels(Row, request.value);
+    return 0;
+  }
+};
+
+class CRange::CFramerateLimit : public RangeLimit<CFramerateLimit, encode_row::RANGE_FRAMERATE_LIMIT> {
+ public:
+  using RangeLimit::RangeLimit;
+};
+
+class CRange::CIframeintervalLimit : public RangeLimit<CIframeintervalLimit, encode_row::RANGE_IFRAMEINTERVAL_LIMIT> {
+ public:
+  using RangeLimit::RangeLimit;
 };
 
 }  // namespace Encode

@@ -1,47 +1,78 @@
 #pragma once
 
-#include "encode/CEncodeApiBase.h"
+#include <cstdint>
+#include <string>
 
+#include "encode/CEncodeApiBase.h"
+#include "tree/Leaf.h"
+
+/** The settings of one encoder channel; each write is staged until `encode.status=save`. */
 namespace Encode {
 
-class CType : public CEncodeApiBase {
+/** The codec, or "off" for a channel that is not encoded; a channel that is off keeps its codec for the next "on". */
+class CType : public Leaf<CType, CEncodeApiBase> {
  public:
-  using CEncodeApiBase::CEncodeApiBase;
+  using Leaf::Leaf;
+  static constexpr Rule rule{
+      .accepts = Words{"jpeg", "mpeg4", "h264baseline", "h264high", "off"},
+      .place = ofChannel(encode_row::ENCTYPE_CH),
+      .answers = kSaveHint,
+  };
+  int32_t fetch(const Request& request, std::string& text);
+  int32_t act(Request& request);
 };
 
-class CFramesize : public CEncodeApiBase {
+class CFramesize : public Leaf<CFramesize, CEncodeApiBase> {
  public:
-  using CEncodeApiBase::CEncodeApiBase;
+  using Leaf::Leaf;
+  static constexpr Rule rule =
+      staged(Words{"1920x1080", "quadvga", "1280x960", "1280x720", "vga", "640x480", "qvga", "320x240", "640x360"},
+             encode_row::FRAME_SIZE);
 };
 
-class CFramerate : public CEncodeApiBase {
+/** Frames per second, 1 to 30, put to the nearest rate below that the encoder has. */
+class CFramerate : public Leaf<CFramerate, CEncodeApiBase> {
  public:
-  using CEncodeApiBase::CEncodeApiBase;
+  using Leaf::Leaf;
+  static int32_t checkRate(Request& request);
+  static constexpr Rule rule = staged(Test{checkRate}, encode_row::FRAME_RATE);
+  int32_t act(Request& request);
 };
 
-class CBitrate : public CEncodeApiBase {
+/** Bits per second, within the budget of the live sessions. */
+class CBitrate : public Leaf<CBitrate, CEncodeApiBase> {
  public:
-  using CEncodeApiBase::CEncodeApiBase;
+  using Leaf::Leaf;
+  static int32_t checkRate(Request& request);
+  static constexpr Rule rule = staged(Test{checkRate}, encode_row::BITRATE);
 };
 
-class CQuality : public CEncodeApiBase {
+/** The size of a jpeg picture in kilobytes, within the budget of the live sessions; a write may carry the unit too. */
+class CQuality : public Leaf<CQuality, CEncodeApiBase> {
  public:
-  using CEncodeApiBase::CEncodeApiBase;
+  using Leaf::Leaf;
+  static int32_t checkSize(Request& request);
+  static constexpr Rule rule = staged(Test{checkSize}, encode_row::QUALITY, {.suffix = "k"});
+  int32_t fetch(const Request& request, std::string& text);
 };
 
-class CIframeinterval : public CEncodeApiBase {
+class CIframeinterval : public Leaf<CIframeinterval, CEncodeApiBase> {
  public:
-  using CEncodeApiBase::CEncodeApiBase;
+  using Leaf::Leaf;
+  static constexpr Rule rule = staged(Number{.low = 1, .high = 255}, encode_row::IFRAME_INTERVAL);
 };
 
-class CCbrMode : public CEncodeApiBase {
+/** Which mode fits which codec is asked when the staged values are taken over. */
+class CCbrMode : public Leaf<CCbrMode, CEncodeApiBase> {
  public:
-  using CEncodeApiBase::CEncodeApiBase;
+  using Leaf::Leaf;
+  static constexpr Rule rule = staged(Words{"vfs", "afs", "vbr", "cbr"}, encode_row::CBR_MODE);
 };
 
-class CSource : public CEncodeApiBase {
+class CSource : public Leaf<CSource, CEncodeApiBase> {
  public:
-  using CEncodeApiBase::CEncodeApiBase;
+  using Leaf::Leaf;
+  static constexpr Rule rule{.shows = {.fixed = "camera"}};
 };
 
 }  // namespace Encode

@@ -1,0 +1,79 @@
+#include "encode/Range.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "config/Config.h"
+#include "encode/budget/StoredNumber.h"
+#include "encode/range/RangeSetup.h"
+#include "service/CTmxdUtility.h"
+
+namespace Encode {
+namespace {
+
+std::string stored(int32_t channel, int32_t row) { return Config::getInstance()->getEncodeConfig(channel - 1, row); }
+
+bool isLimited(int32_t channel, int32_t limitRow) {
+  return stored(1, limitRow) == "on" && stored(channel, encode_row::ENC_STATUS) == "on";
+}
+
+struct Ends {
+  explicit Ends(const std::string& range)
+      : low(range.substr(0, range.find('-'))), high(storedInteger(std::string_view(range).substr(low.size() + 1))) {}
+
+  std::string low;
+  int32_t high;
+};
+
+}  // namespace
+
+RangeQuestion::RangeQuestion(const Selectors& selectors) : channel(CEncodeApiBase::m_getChannel(selectors)) {
+  const std::string& text = selectors[1];
+  const size_t comma = std::min(text.find(','), text.size());
+  encoder = text.substr(0, comma);
+  if (comma < text.size()) framesize = text.substr(comma + 1);
+}
+
+int32_t RangeQuestion::setUp(EncodeRangeData& range) const {
+  const int32_t result = encoderRangeInfoSetup(range, *Config::getInstance(), encoder, framesize, channel);
+  return result < 0 ? -status::kNotUnderstood : 0;
+}
+
+int32_t CRange::CQuality::fetch(const Request& request, std::string& text) {
+  if (RangeQuestion(request.selectors).encoder != "jpeg") return -status::kNotUnderstood;
+  return RangeItem::fetch(request, text);
+}
+
+int32_t CRange::CFramesize::fetch(const Request& request, std::string& text) {
+  RangeQuestion question(request.selectors);
+  question.framesize = "none";
+  EncodeRangeData range;
+  const int32_t refused = question.setUp(range);
+  if (refused < 0) return refused;
+  text = range.getFramesizeRange();
+  return 0;
+}
+
+std::string CRange::CFramerate::narrow(int32_t channel, const std::string& range) {
+  if (!isLimited(channel, encode_row::RANGE_FRAMERATE_LIMIT)) return range;
+  const Ends ends(range);
+  const double rate = std::min<double>(storedDouble(stored(channel, encode_row::FRAME_RATE)), ends.high);
+  return ends.low + "-" + CTmxdUtility::longToString(cutToWhole(rate + 0.5));
+}
+
+std::string CRange::CIframeinterval::narrow(int32_t channel, const std::string& range) {
+  if (!isLimited(channel, encode_row::RANGE_IFRAMEINTERVAL_LIMIT)) return range;
+  const Ends ends(range);
+  // The first channel's interval ends the range of all channels.
+  const int32_t interval = std::min(storedInteger(stored(1, encode_row::IFRAME_INTERVAL)), ends.high);
+  return ends.low + "-" + CTmxdUtility::longToString(interval);
+}
+
+void keepInOtherChannels(int32_t row, const std::string& text) {
+  for (int32_t channel = 1; channel < CEncodeApiBase::kChannels; ++channel) {
+    CUserConfig::getInstance()->setEncodeConfig(channel, row, text);
+    Config::getInstance()->setEncodeConfig(channel, row, text);
+  }
+}
+
+}  // namespace Encode
