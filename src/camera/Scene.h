@@ -1,14 +1,27 @@
 #pragma once
 
+#include <cstdint>
+#include <string>
+
 #include "camera/CCameraApiBase.h"
+#include "camera/dsp/CameraDSP.h"
+#include "config/Rows.h"
 #include "tree/Leaf.h"
 
 namespace Camera {
 
+/**
+ * A named set of picture settings, number 0 to 7. One scene is current: its settings are in force, in the working copy,
+ * and only they can be changed. The others stand in the scene table until a goto.
+ */
 class CScene : public Leaf<CScene, CCameraApiBase> {
  public:
   using Leaf::Leaf;
-  static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 7, .digitsOnly = true}};
+  static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = kScenes - 1, .digitsOnly = true}};
+  static constexpr size_t kLayer = 1;  ///< where the scene stands among the selectors of a path
+  /** Remembers the scene that the request speaks of. */
+  int32_t checkAttribute(const std::string& scene, int32_t depth) override;
+  class CSceneBase;
   class CImage;
   class CAutoExposure;
   class CStatus;
@@ -16,163 +29,114 @@ class CScene : public Leaf<CScene, CCameraApiBase> {
   class CName;
 };
 
-class CScene::CImage : public CCameraApiBase {
+/** What follows every change of a scene: it is in force, and waits to be written. */
+inline constexpr Hint kSaveScene{.layer = "camera.scene", .command = ".status=save", .selector = CScene::kLayer};
+
+/** Base of the settings of a scene: finds out which scene a request speaks of. */
+class CScene::CSceneBase : public CCameraApiBase {
  public:
   using CCameraApiBase::CCameraApiBase;
-  class CColor;
-  class CGamma;
-  class CBrightness;
-  class CTrueDaynight;
-  class CEasyDaynight;
-  class CPedestal;
-  class CEnhance;
-  class C3ddnr;
-  class CSenseupLimit;
-  class CWhiteBalance;
-  class CLumx;
-  class CBlc;
+  int32_t execRead(ExecArgs* args) override;
+  int32_t execWrite(ExecArgs* args) override;
+
+ protected:
+  /** Read and write for one scene; results as those of execRead and execWrite, 501 by default. */
+  virtual int32_t m_execSceneRead(ExecArgs& args, int32_t scene);
+  virtual int32_t m_execSceneWrite(ExecArgs& args, int32_t scene);
+
+  [[nodiscard]] static bool isCurrent(int32_t scene);
+  /** A row of the camera table: of the current scene the live text, of another one the stored. */
+  [[nodiscard]] static std::string sceneText(int32_t scene, int32_t row);
+  /** What the detection daemon made of a value that the DSP has taken on: 0, or a negated status, which is logged. */
+  [[nodiscard]] static int32_t told(int32_t result, const std::string& value);
+  /** Tells the detection daemon the live exposure reference. */
+  [[nodiscard]] static int32_t tellExposureReference();
 };
 
-class CScene::CImage::CColor : public CCameraApiBase {
+/** The rule of a setting: what it takes, and the statuses for what the DSP refuses. */
+constexpr Rule sceneRule(const Accepts& accepts, const Refusals& refusals = {}) {
+  return {.accepts = accepts, .answers = kSaveScene, .refusals = refusals};
+}
+
+/**
+ * One setting of a scene, kept in `Row` of the camera table. `Derived` states its rule (sceneRule) and int32_t
+ * act(Request&), which hands the value to the DSP: that puts it in force and into the working copy.
+ */
+template <class Derived, int Row>
+class SceneItem : public CScene::CSceneBase {
  public:
-  using CCameraApiBase::CCameraApiBase;
+  using CScene::CSceneBase::CSceneBase;
+
+ protected:
+  int32_t m_execSceneRead(ExecArgs& args, int32_t scene) override {
+    return RuleEngine::answerValue(*args.m_parameter, sceneText(scene, Row));
+  }
+
+  int32_t m_execSceneWrite(ExecArgs& args, int32_t scene) override {
+    if (isCurrent(scene)) return m_write(args);
+    return RuleEngine::answerStatus(*args.m_parameter, status::kPreconditionFailed);
+  }
+
+  int32_t m_write(ExecArgs& args) {
+    static_assert(isSound(Derived::rule));
+    return RuleEngine::write(Derived::rule, args, this, [](void* self, Request& request) {
+      return static_cast<Derived*>(static_cast<SceneItem*>(self))->act(request);
+    });
+  }
 };
 
-class CScene::CImage::CGamma : public CCameraApiBase {
+/** A setting whose number, or the number of its word, one operation of the DSP takes, and another one its steps. */
+template <class Derived, int Row, auto Set, auto Step = nullptr>
+class NumberItem : public SceneItem<Derived, Row> {
  public:
-  using CCameraApiBase::CCameraApiBase;
+  using SceneItem<Derived, Row>::SceneItem;
+
+  int32_t act(Request& request) {
+    if constexpr (Step != nullptr) {
+      if (request.step != 0) return (this->m_dsp.*Step)(request.value);
+    }
+    return (this->m_dsp.*Set)(request.number, true);
+  }
 };
 
-class CScene::CImage::CBrightness : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CScene::CImage::CTrueDaynight : public Leaf<CScene::CImage::CTrueDaynight, CCameraApiBase> {
+/** Shows a whole scene, and changes, saves or restores it. */
+class CScene::CStatus : public Leaf<CScene::CStatus, CCameraApiBase> {
  public:
   using Leaf::Leaf;
-  static constexpr Selector selector{.available = hasTrueDaynight};
-  class CAf;
+  enum Command { kInitialize, kSave, kGoto };
+  static constexpr Rule rule{
+      .accepts = Words{Word{"initialize", kInitialize}, Word{"save", kSave}, Word{"goto", kGoto}},
+      .answers = kSaveScene,
+  };
+  int32_t fetch(const Request& request, std::string& text);
+  int32_t act(Request& request);
+
+ private:
+  [[nodiscard]] int32_t m_cameraSceneDataChange();
+  [[nodiscard]] int32_t m_loadSelectedScene();
+  [[nodiscard]] static int32_t m_save();
+  [[nodiscard]] int32_t m_initialize();
+  [[nodiscard]] int32_t m_reloadScenedata();
 };
 
-class CScene::CImage::CTrueDaynight::CAf : public CCameraApiBase {
+/** A mode by its name, a speed (the reciprocal of seconds), or a step to the next speed. */
+class CScene::CShutter : public SceneItem<CScene::CShutter, camera_row::SHUTTER> {
  public:
-  using CCameraApiBase::CCameraApiBase;
+  using SceneItem::SceneItem;
+  static int32_t check(Request& request);
+  static constexpr Rule rule = sceneRule(Test{check}, {{{dsp::kNotUnderstood, status::kInvalidRange}}});
+  int32_t act(Request& request);
+
+ protected:
+  int32_t m_execSceneRead(ExecArgs& args, int32_t scene) override;
 };
 
-class CScene::CImage::CEasyDaynight : public Leaf<CScene::CImage::CEasyDaynight, CCameraApiBase> {
+class CScene::CName : public CSceneBase {
  public:
-  using Leaf::Leaf;
-  static constexpr Selector selector{.available = lacks<Feature::DAY_NIGHT>};
-};
+  using CSceneBase::CSceneBase;
 
-class CScene::CImage::CPedestal : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CScene::CImage::CEnhance : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CScene::CImage::C3ddnr : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CScene::CImage::CSenseupLimit : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CScene::CImage::CWhiteBalance : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CR;
-  class CB;
-};
-
-class CScene::CImage::CWhiteBalance::CR : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CScene::CImage::CWhiteBalance::CB : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CScene::CImage::CLumx : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CScene::CImage::CBlc : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CArea;
-};
-
-class CScene::CImage::CBlc::CArea : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CScene::CAutoExposure : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CAvPk;
-  class CReference;
-  class CReferenceExt;
-  class CPriority;
-};
-
-class CScene::CAutoExposure::CAvPk : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CColor;
-  class CBlackWhite;
-};
-
-class CScene::CAutoExposure::CAvPk::CColor : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CScene::CAutoExposure::CAvPk::CBlackWhite : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CScene::CAutoExposure::CReference : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CScene::CAutoExposure::CReferenceExt : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CScene::CAutoExposure::CPriority : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CScene::CStatus : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CScene::CShutter : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CScene::CName : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
+ protected:
+  int32_t m_execSceneRead(ExecArgs& args, int32_t scene) override;
 };
 
 }  // namespace Camera

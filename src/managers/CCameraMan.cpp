@@ -3,6 +3,7 @@
 #include "camera/AdjustService.h"
 #include "camera/Defect.h"
 #include "camera/Detection.h"
+#include "camera/DetectionSet.h"
 #include "camera/DspAdjust.h"
 #include "camera/Focus.h"
 #include "camera/Identity.h"
@@ -12,7 +13,14 @@
 #include "camera/Motion.h"
 #include "camera/Register.h"
 #include "camera/Scene.h"
+#include "camera/SceneExposure.h"
+#include "camera/SceneImage.h"
 #include "camera/Status.h"
+#include "config/Config.h"
+#include "encode/bridge/Encoder.h"
+#include "local/ModelFeature.h"
+#include "request/Log.h"
+#include "service/CTmxdUtility.h"
 
 int32_t CCameraMan::init() {
   add<Camera::CStatus>("status", "-W-W--");
@@ -237,5 +245,73 @@ int32_t CCameraMan::init() {
   add<Camera::CAdjustService::CLumx::CGain>("adjust_service.lumx.gain", "RWRWRW");
   add<Camera::CAdjustService::CInformation>("adjust_service.information", "R-----");
   add<Camera::CAdjustService::CStatus>("adjust_service.status", "-W-W-W");
+
+  CCameraApiBase::m_setCurrentSceneid();
+  m_setUpEncoders();
+  m_loadPicture();
+  m_tellNeighbours();
+  m_replayShutters();
+  m_replayMotion();
+  // The replay has spoken of every scene.
+  CCameraApiBase::m_setCurrentSceneid();
+  m_dsp.sendLoadComplete();
   return 0;
+}
+
+void CCameraMan::m_setUpEncoders() {
+  if (Encoder::setAspectRatioStatus() < 0) {
+    TMX_LOG(LOG_ERR, " aspectratio setting error(current %ld) ", static_cast<long>(Encoder::getAspectRatioStatus()));
+  }
+  Encoder::loadAll();
+  if (Encoder::updatePassMode() < 0) TMX_LOG(LOG_ERR, " isp pass setting(1st load )  error ");
+  static_cast<void>(Encoder(*Config::getInstance()).SetEncoder());
+}
+
+void CCameraMan::m_loadPicture() {
+  m_dsp.loadScpServiceData(
+      {.alc = true, .iris = true, .atw = true, .atwWide = true, .atwNarrow = true, .lumx = true, .afForIr = false});
+  m_dsp.loadDspAdjustData();
+  m_dsp.loadSceneData(true);
+}
+
+/** Brings the daemons that follow the picture up to it; one that is not there yet asks nothing of the start. */
+void CCameraMan::m_tellNeighbours() {
+  DetectionSet detection;
+  static_cast<void>(detection.motionResend());
+  static_cast<void>(detection.tamperResend());
+  if (ModelFeature::has(Feature::ALARM_IO)) m_setGpioInitDone();
+}
+
+void CCameraMan::m_setGpioInitDone() {
+  constexpr uint32_t kInitDone = 0;
+  static_cast<void>(CTmxdUtility::sendGPIO(GpioMessage{.words = {kInitDone}}));
+}
+
+void CCameraMan::m_replayShutters() {
+  for (int32_t scene = 0; scene < CCameraApiBase::kScenes; ++scene) {
+    m_replay("camera.scene(" + CTmxdUtility::longToString(scene) + ").shutter",
+             Config::getInstance()->getSceneConfig(scene, scene_row::SHUTTER));
+  }
+}
+
+void CCameraMan::m_replayMotion() {
+  const Config& config = *Config::getInstance();
+  m_replay("camera.motion.position.speed", config.getCameraConfig(camera_row::POSITION_SPEED));
+  const std::string returns = config.getCameraConfig(camera_row::RETURN_STATUS);
+  m_replay("camera.motion.auto_return.status", returns);
+  if (returns == "on") m_replay("camera.motion.auto_return.status=start");
+  m_replay("camera.motion.auto_return.mode", config.getCameraConfig(camera_row::RETURN_MODE));
+  m_replay("camera.motion.auto_return.timeout", config.getCameraConfig(camera_row::RETURN_TIMEOUT));
+  m_replay("camera.motion.tilt.mode=down");
+  m_replay("camera.motion.tilt.speed=50");
+  m_replay("camera.motion.pan.mode=right");
+  m_replay("camera.motion.pan.speed=50");
+  for (int32_t step = 0; step < CCameraApiBase::kPatrolSteps; ++step) {
+    const std::string position = "camera.motion.auto_patrol(0).position(" + CTmxdUtility::longToString(step) + ")";
+    m_replay(position, config.getPatrolConfig(0, step, patrol_row::PATROL_POSITION));
+    m_replay(position + ".duration", config.getPatrolConfig(0, step, patrol_row::PATROL_DURATION));
+    m_replay(position + ".speed", config.getPatrolConfig(0, step, patrol_row::PATROL_SPEED));
+  }
+  m_replay("camera.motion.zoom.mode=in");
+  m_replay("camera.motion.zoom.speed=50");
 }

@@ -15,6 +15,14 @@ class CCameraMan : public CManBase {
     CManBase::add<Node>(path, permission, m_dsp);
   }
 
+  // The start, in this order.
+  static void m_setUpEncoders();
+  void m_loadPicture();
+  static void m_tellNeighbours();
+  static void m_setGpioInitDone();
+  void m_replayShutters();
+  void m_replayMotion();
+
   CameraDSP m_dsp;
   CameraDspInstance m_instance{m_dsp};
 };

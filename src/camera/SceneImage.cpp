@@ -1,0 +1,115 @@
+#include "camera/SceneImage.h"
+
+#include <algorithm>
+
+#include "camera/DetectionSet.h"
+#include "config/Config.h"
+#include "request/Log.h"
+#include "service/CTmxdUtility.h"
+
+namespace Camera {
+namespace {
+
+/** Models that have the node of the true day/night but switch the picture without a cut filter. */
+bool showsEasyDaynight() {
+  const std::string model = Config::getModelName();
+  return (model.starts_with("KT-A30") && !model.starts_with("KT-A30PX")) || model.starts_with("KT-A20");
+}
+
+int32_t refused(int32_t result, int32_t code) { return result < 0 ? -code : result; }
+
+}  // namespace
+
+int32_t CScene::CImage::CGamma::act(Request& request) {
+  const bool isStep = request.value == "+" || request.value == "-";
+  return isStep ? m_dsp.stepImageGamma(request.value) : m_dsp.setImageGamma(request.value, true);
+}
+
+int32_t CScene::CImage::CBrightness::check(Request& request) {
+  constexpr Words kModes{Word{"manual", dsp::gain::kManual}, Word{"autoM", dsp::gain::kAutoMiddle},
+                         Word{"autoH", dsp::gain::kAutoHigh}};
+  constexpr int32_t kHighest = 60;
+  if (const auto mode = kModes.find(request.value)) {
+    request.number = *mode;
+    return 0;
+  }
+  int32_t error = 0;
+  const int32_t gain = CTmxdUtility::toLong(request.value, 0, &error);
+  if (error != 0) return -status::kNotUnderstood;
+  request.number = gain + static_cast<int32_t>(dsp::gain::kFixed);
+  return gain < 0 || gain > kHighest ? -status::kInvalidRange : 0;
+}
+
+int32_t CScene::CImage::CBrightness::act(Request& request) {
+  const int32_t result = m_dsp.setAGC(static_cast<uint32_t>(request.number), true);
+  return result < 0 ? result : told(DetectionSet().setAgcmodeTamp(request.value, true), request.value);
+}
+
+int32_t CScene::CImage::CTrueDaynight::m_execSceneRead(ExecArgs& args, int32_t scene) {
+  if (!showsEasyDaynight()) {
+    TMX_LOG(LOG_DEBUG, "read true daynight setting for other (not A30,A20) ");
+    return SceneItem::m_execSceneRead(args, scene);
+  }
+  TMX_LOG(LOG_DEBUG, "read easy daynight setting for A30,A20 ");
+  return RuleEngine::answerValue(*args.m_parameter, sceneText(scene, camera_row::EASY_DAY_NIGHT));
+}
+
+int32_t CScene::CImage::CTrueDaynight::act(Request& request) {
+  constexpr int32_t kEasyAuto = 2;  // the easy setting has one automatic mode
+  if (showsEasyDaynight()) {
+    TMX_LOG(LOG_DEBUG, "set easy daynight setting for A30,A20[%s] ", request.value.c_str());
+    const auto mode = static_cast<uint32_t>(std::min(request.number, kEasyAuto));
+    return refused(m_dsp.setEasyDaynight(mode, true), status::kMethodNotAllowed);
+  }
+  TMX_LOG(LOG_DEBUG, "set true daynight setting for other(not A30,A20) ");
+  TMX_LOG(LOG_DEBUG, "set mode(%ld) ", static_cast<long>(request.number));
+  return refused(m_dsp.setTrueDaynight(static_cast<uint32_t>(request.number), true), status::kMethodNotAllowed);
+}
+
+int32_t CScene::CImage::CTrueDaynight::CAf::act(Request& request) {
+  constexpr int32_t kFailed = 416;  // has no text of its own: it is logged, and answered as 500
+  return refused(m_dsp.setTrueDaynightAf(request.number != 0), kFailed);
+}
+
+int32_t CScene::CImage::CEasyDaynight::act(Request& request) {
+  return refused(m_dsp.setEasyDaynight(static_cast<uint32_t>(request.number), true), status::kMethodNotAllowed);
+}
+
+int32_t CScene::CImage::C3ddnr::refuseAtHighRate(const Selectors& /*selectors*/) {
+  return isHighRate() ? -status::kPreconditionFailed : 0;
+}
+
+int32_t CScene::CImage::CSenseupLimit::act(Request& request) {
+  const int32_t result = NumberItem::act(request);
+  if (result < 0 || request.step != 0) return result;
+  return told(DetectionSet().setSenseUpLimitTamp(request.value, true), request.value);
+}
+
+int32_t checkWhiteBalanceGain(Request& request) {
+  constexpr int32_t kHighest = 255;
+  const std::string& value = request.value;
+  if (value == "+" || value == "-") {
+    request.step = value == "+" ? 1 : -1;
+    return 0;
+  }
+  int32_t error = 0;
+  if (value.size() < 2 || value.front() != 's') return -status::kNotUnderstood;
+  request.number = CTmxdUtility::toLong(value.substr(1), 0, &error);
+  if (error != 0) return -status::kNotUnderstood;
+  return request.number < 0 || request.number > kHighest ? -status::kInvalidRange : 0;
+}
+
+int32_t CScene::CImage::CBlc::act(Request& request) {
+  const int32_t result = m_dsp.setBLC(request.value, true);
+  return result < 0 ? result : told(DetectionSet().setBlctypeTamp(request.value, true), request.value);
+}
+
+int32_t CScene::CImage::CBlc::CArea::act(Request& request) {
+  const int32_t result = m_dsp.setBLCArea(request.value);
+  if (result < 0) return result;
+  const int32_t refusal = told(DetectionSet().setBlcAreaTamp(request.value, true), request.value);
+  if (refusal < 0) return refusal;
+  return result == dsp::kUnchanged ? kAlreadyInForce : 0;
+}
+
+}  // namespace Camera
