@@ -54,7 +54,8 @@ int64_t product(std::initializer_list<int64_t> factors) {
 /** Puts the sessions' rate of a stream channel to the new bit rate; without a base rate it stays as it is. */
 void rescaleStream(float& term, const std::string& oldBits, int32_t newBits) {
   const int64_t base = bitrate_budget::encoderReplaceforOverRate(cutToWhole(term), storedInteger(oldBits)) / 1000;
-  if (base > 0) term = term * static_cast<float>(newBits / 1000) / static_cast<float>(base);
+  const int32_t kilobits = newBits / 1000;
+  if (base > 0) term = term * static_cast<float>(kilobits) / static_cast<float>(base);
 }
 
 /**
