@@ -164,7 +164,7 @@ TEST_F(TreeTest, EverySelectorRule) {
       {"system.password.user", ".status", "ok", "0 3", "4", "x"},
       {"system.session.sending", ".bitrate", "ok", "1 22", "0 23", "x"},
       {"system.session.receiving", ".bitrate", "ok", "1", "0 2", "x"},
-      {"network.destination", ".host", "ok", "1 5", "0 6 -1 4294967297", "x +1 1. 0x1"},
+      {"network.destination", ".host", "ok", "1 5", "0 6 -1 4294967297", "x +1 0x1"},
       {"network.http", ".status", "ok", "streaming configuration", "", kWords},
       {"network.https", ".status", "ok", "streaming configuration", "", "Streaming"},
       {"network.onvif.quality.priority", "", "451", "jpeg h264", "", "mpeg4"},

@@ -1,0 +1,116 @@
+// What the camera is, what it logged, and its restart and factory reset.
+
+#include <chrono>
+#include <regex>
+#include <thread>
+
+#include "tests/camera/Camera.h"
+
+namespace test {
+namespace {
+
+class Identity : public CameraTest {};
+
+TEST_F(Identity, TheGuidIsMadeOnceAndKept) {
+  const std::string first = camera().ask("system.guid");
+  EXPECT_TRUE(std::regex_match(first, std::regex("system\\.guid=[0-9a-f-]{36}&200 OK"))) << first;
+  EXPECT_EQ(camera().ask("system.guid"), first);
+  camera().write("sysinfo/uuid", "");
+  const std::string second = camera().ask("system.guid");
+  EXPECT_TRUE(std::regex_match(second, std::regex("system\\.guid=[0-9a-f-]{36}&200 OK"))) << second;
+  EXPECT_NE(second, first);
+}
+
+TEST_F(Identity, TextsAndClocks) {
+  expectAnswers(
+      camera(),
+      {{"system.model", "system.model=KT-A10&200 OK"},
+       {"system.hardware.cpu.clock", "system.hardware.cpu.clock=594&200 OK"},
+       {"system.hardware.ddr.clock", "system.hardware.ddr.clock=400&200 OK"},
+       {"system._00c0de_ozm_mac", "system._00c0de_ozm_mac=00-C0-DE-11-11-11&200 OK"},
+       {"system._00c0de_ozm_mac=00-11-22-33-44-5", "system._00c0de_ozm_mac&451 Parameter Not Understood"},
+       {"system._00c0de_ozm_mac=00-11-22-33-44-55", "system._00c0de_ozm_mac&202 Accepted(system.status=restart)"},
+       {"system._00c0de_ozm_mac", "system._00c0de_ozm_mac=00-C0-DE-11-11-11&200 OK"}});
+  const std::vector<std::string> children = camera().journal("child");
+  ASSERT_FALSE(children.empty());
+  EXPECT_NE(children.back().find("00-11-22-33-44-55"), std::string::npos) << children.back();
+  const std::string model = camera().read("flash/model");
+  for (const auto& [content, answer] :
+       {std::pair("KT-X 1\n", "=KT-X&200 OK"), {" \tA\nB", "=A&200 OK"}, {"", "=&200 OK"}}) {
+    camera().write("flash/model", content);
+    EXPECT_EQ(camera().ask("system.model"), std::string("system.model") + answer);
+  }
+  camera().write("flash/model", std::string(100, 'x'));
+  EXPECT_EQ(camera().ask("system.model"), "system.model=" + std::string(31, 'x') + "&200 OK");
+  std::filesystem::remove(camera().path("flash/model"));
+  EXPECT_EQ(camera().ask("system.model"), "system.model&500 Internal Server Error");
+  camera().write("flash/model", model);
+}
+
+TEST_F(Identity, UtilizationIsANumber) {
+  camera().ask("system.hardware.cpu.utilization");
+  const std::string answer = camera().ask("system.hardware.cpu.utilization");
+  double percent = -1;
+  ASSERT_EQ(std::sscanf(answer.c_str(), "system.hardware.cpu.utilization=%lf&200 OK", &percent), 1) << answer;
+  EXPECT_GE(percent, 0);
+  EXPECT_LE(percent, 100.0 * std::thread::hardware_concurrency() * 1.5);
+}
+
+TEST_F(Identity, LogLevel) {
+  expectAnswers(camera(), {{"system.loglevel", "system.loglevel=LOG_INFO&200 OK"},
+                           {"system.loglevel=LOG_DEBUG", "system.loglevel&200 OK"},
+                           {"system.loglevel", "system.loglevel=LOG_DEBUG&200 OK"}});
+  EXPECT_NE(camera().log().find("RecvMessage[msg(0:1:system.loglevel)]"), std::string::npos);
+  expectAnswers(camera(), {{"system.loglevel=foo", "system.loglevel&200 OK"},
+                           {"system.loglevel", "system.loglevel=LOG_INFO&200 OK"}});
+  const size_t length = camera().log().size();
+  camera().ask("system.software.revision");
+  EXPECT_EQ(camera().log().find("RecvMessage", length), std::string::npos);
+}
+
+TEST_F(Identity, LogShowsUptimeAndTheLastEvents) {
+  // Detect lines of the event manager count, the last 80 of both files; others do not.
+  ASSERT_EQ(camera().exec({"/bin/sh", "-c",
+                           "for i in $(seq 90); do echo evman Detect old $i; done > /var/log/messages.0; "
+                           "echo other Detect >> /var/log/messages.0; echo evman nothing >> /var/log/messages.0"}),
+            0);
+  const std::string plain = camera().ask("system.log");
+  EXPECT_TRUE(std::regex_search(plain, std::regex("^system\\.log=&200 OK\r\nsystem alive time: [0-9.]+sec\r\n")))
+      << plain;
+  EXPECT_EQ(plain.find("old 10\r\n"), std::string::npos);
+  EXPECT_NE(plain.find("old 11\r\n"), std::string::npos);
+  EXPECT_TRUE(plain.ends_with("evman Detect old 90")) << plain;
+  const std::string html = camera().ask("system.log", UserClass::kAdmin, LineEnd::kHtml);
+  EXPECT_EQ(html.find("system.log=&200 OK<BR>\r\nsystem alive time: "), 0U);
+  EXPECT_TRUE(html.ends_with("evman Detect old 90"));
+
+  camera().exec({"/bin/sh", "-c", "rm /var/log/messages.0"});
+  EXPECT_TRUE(std::regex_match(camera().ask("system.log"),
+                               std::regex("system\\.log=&200 OK\r\nsystem alive time: [0-9.]+sec")));
+}
+
+bool answersAgain(Camera& camera, const std::string& request, const std::string& answer) {
+  for (int attempt = 0; attempt < 1500; ++attempt) {
+    if (camera.ask(request) == answer) return true;
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  }
+  return false;
+}
+
+TEST_F(Identity, RestartComesBehindTheAnswer) {
+  EXPECT_EQ(camera().ask("system.status=restart&ui.encode(1).cbr_mode(jpeg)=vbr&system.status"),
+            "system.status&200 OK\r\nui.encode(1).cbr_mode(jpeg)&200 OK\r\nsystem.status&405 Method Not Allowed");
+  EXPECT_TRUE(answersAgain(camera(), "ui.encode(1).cbr_mode(jpeg)&system.loglevel",
+                           "ui.encode(1).cbr_mode(jpeg)=vbr&200 OK\r\nsystem.loglevel=LOG_INFO&200 OK"));
+}
+
+TEST_F(Identity, InitializeBringsBackTheFactoryState) {
+  EXPECT_EQ(camera().ask("ui.encode(1).cbr_mode(jpeg)=vbr"), "ui.encode(1).cbr_mode(jpeg)&200 OK");
+  EXPECT_EQ(camera().ask("system.status=initialize", UserClass::kOperator), "system.status&401 Unauthorized");
+  EXPECT_EQ(camera().ask("system.status=initialize"), "system.status&200 OK");
+  EXPECT_TRUE(answersAgain(camera(), "ui.encode(1).cbr_mode(jpeg)", "ui.encode(1).cbr_mode(jpeg)=afs&200 OK"));
+  EXPECT_EQ(camera().read("flash/sysconfig/ui.conf"), camera().read("factory/sysconfig/ui.conf"));
+}
+
+}  // namespace
+}  // namespace test

@@ -1,0 +1,123 @@
+// The daemon as a process: its exit codes, its single instance, its signals, and what a start sends.
+
+#include <chrono>
+#include <thread>
+
+#include "tests/camera/Camera.h"
+
+namespace test {
+namespace {
+
+constexpr const char* kModel = "system.model=KT-A10&200 OK";
+
+TEST(Start, WrongOptionsEndWithTheUsage) {
+  for (const char* option :
+       {"--log=8", "--log=3x", "--log=-1", "--log=4294967296", "--help", "-h", "-?", "--nonsense"}) {
+    Camera camera({.daemonArguments = {option}});
+    EXPECT_FALSE(camera.up());
+    EXPECT_EQ(camera.read("run/tmxd.exit"), "1\n") << option;
+  }
+}
+
+class Running : public CameraTest {
+ protected:
+  static int shell(const std::string& script) { return camera().exec({"/bin/sh", "-c", script}); }
+  /** Starts the daemon again by hand, as the start scripts do. */
+  static void startDaemon() { shell("/opt/camera/bin/tmxd"); }
+  static bool isLogged(const std::string& text) {
+    for (int attempt = 0; attempt < 200; ++attempt) {
+      if (camera().log().find(text) != std::string::npos) return true;
+      std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    return false;
+  }
+  static bool ends(const std::string& pid) {
+    return shell("for i in $(seq 500); do kill -0 " + pid + " || exit 0; sleep 0.02; done; exit 1") == 0;
+  }
+};
+
+TEST_F(Running, TellsTheRecorderAndTheLamps) {
+  Camera fresh;
+  ASSERT_TRUE(fresh.up());
+  const std::vector<std::string> told = fresh.journalFields("recorder", "what");
+  const std::vector<std::string> arguments = fresh.journalFields("recorder", "arg");
+  ASSERT_GE(told.size(), 3U);
+  EXPECT_EQ(arguments.front(), "1");                // boot, in colour
+  EXPECT_EQ(arguments[arguments.size() - 2], "7");  // orange off
+  EXPECT_EQ(arguments.back(), "4");                 // green on
+}
+
+TEST_F(Running, ASecondInstanceEndsAtOnce) {
+  const auto before = std::filesystem::last_write_time(camera().path("tmp/request"));
+  EXPECT_EQ(shell("cp /var/run/tmxd.pid /tmp/before && /opt/camera/bin/tmxd && sleep 0.3 && "
+                  "cmp /var/run/tmxd.pid /tmp/before && test $(pidof tmxd | wc -w) = 1"),
+            0);
+  EXPECT_EQ(std::filesystem::last_write_time(camera().path("tmp/request")), before);
+  EXPECT_EQ(camera().ask("system.model"), kModel);
+}
+
+TEST_F(Running, StopSignalsStopItInOrder) {
+  for (const char* name : {"INT", "QUIT", "TERM"}) {
+    const std::string script = std::string(
+                                   "pid=$(cat /var/run/tmxd.pid); kill -HUP $pid; kill -USR1 $pid; sleep 0.1; "
+                                   "kill -0 $pid || exit 2; kill -") +
+                               name +
+                               " $pid; "
+                               "for i in $(seq 500); do kill -0 $pid 2>/dev/null || break; sleep 0.02; done; "
+                               "test ! -e /var/run/tmxd.pid && test ! -e /tmp/request";
+    EXPECT_EQ(shell(script), 0) << name;
+    startDaemon();
+    EXPECT_EQ(shell("for i in $(seq 500); do test -e /tmp/request && exit 0; sleep 0.02; done; exit 1"), 0);
+    EXPECT_EQ(camera().ask("system.model"), kModel);
+  }
+}
+
+TEST_F(Running, PidFilesOfTheDead) {
+  shell(
+      "pid=$(cat /var/run/tmxd.pid); kill -KILL $pid; while kill -0 $pid 2>/dev/null; do sleep 0.02; done; "
+      "cp /var/run/tmxd.pid /tmp/stale");
+  startDaemon();
+  EXPECT_EQ(shell("for i in $(seq 500); do cmp -s /tmp/stale /var/run/tmxd.pid || exit 0; sleep 0.02; done; exit 1"),
+            0);
+  EXPECT_EQ(camera().ask("system.model"), kModel);
+
+  shell(
+      "pid=$(cat /var/run/tmxd.pid); kill -TERM $pid; while kill -0 $pid 2>/dev/null; do sleep 0.02; done; "
+      "echo nothing > /var/run/tmxd.pid");
+  startDaemon();
+  EXPECT_TRUE(isLogged("createPidFile error"));
+  EXPECT_EQ(camera().ask("system.model"), "<closed>");
+
+  shell("rm /var/run/tmxd.pid; mkdir -p /tmp/request/full");
+  startDaemon();
+  EXPECT_TRUE(isLogged("bind error"));
+  shell("rm -r /tmp/request; rm -f /var/run/tmxd.pid");
+  startDaemon();
+  EXPECT_EQ(shell("for i in $(seq 500); do test -S /tmp/request && exit 0; sleep 0.02; done; exit 1"), 0);
+  EXPECT_EQ(camera().ask("system.model"), kModel);
+}
+
+TEST_F(Running, SegmentationFaultsAreLogged) {
+  EXPECT_EQ(
+      shell(
+          "pid=$(cat /var/run/tmxd.pid); kill -SEGV $pid; for i in $(seq 500); do kill -0 $pid 2>/dev/null || exit 0; "
+          "sleep 0.02; done; exit 1"),
+      0);
+  startDaemon();
+  EXPECT_EQ(shell("for i in $(seq 500); do test -S /tmp/request && exit 0; sleep 0.02; done; exit 1"), 0);
+  EXPECT_EQ(camera().ask("system.model"), kModel);
+}
+
+TEST(Cameras, RunSideBySide) {
+  Camera one;
+  Camera two({.model = "KT-B50"});
+  ASSERT_TRUE(one.up());
+  ASSERT_TRUE(two.up());
+  EXPECT_EQ(one.ask("ui.encode(1).cbr_mode(jpeg)=cbr"), "ui.encode(1).cbr_mode(jpeg)&200 OK");
+  EXPECT_EQ(two.ask("ui.encode(1).cbr_mode(jpeg)"), "ui.encode(1).cbr_mode(jpeg)=afs&200 OK");
+  EXPECT_EQ(one.ask("system.model"), kModel);
+  EXPECT_EQ(two.ask("system.model"), "system.model=KT-B50&200 OK");
+}
+
+}  // namespace
+}  // namespace test

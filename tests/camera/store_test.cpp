@@ -1,0 +1,208 @@
+// The store as its files show it: write-through, healing, factory restore, and power cuts at every file operation.
+
+#include <chrono>
+#include <functional>
+#include <sstream>
+#include <thread>
+
+#include "tests/camera/Camera.h"
+
+namespace test {
+namespace {
+
+constexpr const char* kUi = "flash/sysconfig/ui.conf";
+constexpr const char* kRead = "ui.encode(1).cbr_mode(jpeg)";
+
+std::string written(const std::string& word) { return std::string(kRead) + "=" + word; }
+std::string shown(const std::string& word) { return written(word) + "&200 OK"; }
+
+/** Waits for something that another process does; whether it happened. */
+bool eventually(const std::function<bool()>& happened) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+  while (!happened()) {
+    if (std::chrono::steady_clock::now() > end) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  }
+  return true;
+}
+
+class Store : public testing::Test {
+ protected:
+  void SetUp() override { ASSERT_TRUE(camera.up()) << camera.log(); }
+
+  Camera camera;
+};
+
+TEST_F(Store, AWriteSurvivesRestartAndPowerCut) {
+  EXPECT_EQ(camera.ask(written("vfs")), std::string(kRead) + "&200 OK");
+  EXPECT_EQ(camera.row(kUi, "UI_ENC1_CBRMODE_JPEG"), "vfs");
+  EXPECT_EQ(camera.row(kUi, "UI_ENC2_CBRMODE_JPEG"), "afs");
+  ASSERT_TRUE(camera.reboot());
+  EXPECT_EQ(camera.ask(kRead), shown("vfs"));
+  camera.cut();
+  ASSERT_TRUE(camera.up());
+  EXPECT_EQ(camera.ask(kRead), shown("vfs"));
+}
+
+TEST_F(Store, DamagedFilesHeal) {
+  const std::string whole = camera.read(kUi);
+  const std::string changed = "UI_ENC3_CBRMODE_MPEG4=vbr\n";
+  std::string other = whole;
+  other.replace(other.find("UI_ENC3_CBRMODE_MPEG4=cbr\n"), changed.size(), changed);
+  struct Case {
+    const char* what;
+    std::string content;
+    std::string healed;
+  };
+  const Case cases[] = {
+      {"empty", "", whole},
+      {"one row only", changed, other},
+      {"no line end: the last row is lost", "UI_ENC3_CBRMODE_MPEG4=vbr", whole},
+      {"unknown key", whole + "UI_ENC9=x\n", whole},
+      {"a key twice: the last wins", whole + changed, other},
+      {"cut in the middle", other.substr(0, other.size() - 12), whole},
+      {"any order", changed + whole.substr(0, whole.size() - changed.size()), ""},  // complete: left as it stands
+  };
+  for (const Case& item : cases) {
+    camera.down();
+    camera.write(kUi, item.content);
+    ASSERT_TRUE(camera.up()) << item.what << camera.log();
+    EXPECT_EQ(camera.read(kUi), item.healed.empty() ? item.content : item.healed) << item.what;
+  }
+}
+
+TEST_F(Store, AValueMayHoldEqualsSigns) {
+  camera.down();
+  camera.write("flash/sysconfig/serial.conf", "SERIAL_COMMENT=a=b==c\n");
+  ASSERT_TRUE(camera.up());
+  EXPECT_EQ(camera.row("flash/sysconfig/serial.conf", "SERIAL_COMMENT"), "a=b==c");
+}
+
+TEST_F(Store, AMissingFileComesBackFromTheFactory) {
+  camera.down();
+  std::filesystem::remove(camera.path("flash/sysconfig/serial.conf"));
+  std::filesystem::remove(camera.path("flash/sysconfig/event/event9.conf"));
+  ASSERT_TRUE(camera.up()) << camera.log();
+  for (const char* file : {"sysconfig/serial.conf", "sysconfig/event/event9.conf"}) {
+    EXPECT_EQ(camera.read(std::string("flash/") + file), camera.read(std::string("factory/") + file));
+    EXPECT_EQ(std::filesystem::status(camera.path(std::string("flash/") + file)).permissions(),
+              static_cast<std::filesystem::perms>(0644));
+  }
+}
+
+/** Files that cannot be read bring back the factory's partition and restart the camera. */
+TEST_F(Store, AnUnreadableFileRestoresTheFactoryPartition) {
+  const std::string factory = camera.read(kUi);
+  struct Case {
+    const char* file;
+    std::string content;  // "-": the file is removed
+    const char* log;
+  };
+  const Case cases[] = {
+      {"flash/sysconfig/network.conf", "HOSTNAME=x\n\nNTP=on\n", "bad format"},
+      {"flash/sysconfig/network.conf", "HOSTNAME=x\nnothing\n", "bad format"},
+      {"flash/sysconfig/camera.conf", "COMMENT=" + std::string(1016, 'x') + "\n", "failbit cnt="},
+      {"sysinfo/system.conf", "-", "not /mnt/flash/ member[/mnt/sysinfo/system.conf]"},
+  };
+  for (const Case& item : cases) {
+    EXPECT_EQ(camera.ask(written("vfs")), std::string(kRead) + "&200 OK");
+    camera.down();
+    const std::string before = camera.read(item.file);
+    if (item.content == "-") {
+      std::filesystem::remove(camera.path(item.file));
+    } else {
+      camera.write(item.file, item.content);
+    }
+    camera.start();
+    EXPECT_TRUE(eventually([&] { return camera.read(kUi) == factory; })) << item.file << camera.log();
+    // Outside the partition nothing comes back by itself: without its file the camera restarts again and again.
+    if (item.content == "-") camera.write(item.file, before);
+    EXPECT_TRUE(eventually([&] { return camera.ask(kRead) == shown("afs"); })) << item.file << camera.log();
+    EXPECT_NE(camera.log().find(item.log), std::string::npos);
+    EXPECT_NE(camera.log().find("Config::loadConfig error"), std::string::npos);
+  }
+}
+
+TEST_F(Store, TheVersionStepConvertsOnce) {
+  camera.down();
+  std::filesystem::remove(camera.path("flash/sysconfig/config_version"));
+  const std::pair<const char*, const char*> files[] = {{"flash/sysconfig/scene/0.conf", "-5"},
+                                                       {"flash/sysconfig/scene/7.conf", "3"},
+                                                       {"flash/sysconfig/camera.conf", "9"}};
+  for (const auto& [file, value] : files) {
+    camera.write(file, std::string("AUTO_EXPOSURE_REFERENCE=") + value + "\n");
+  }
+  const auto expectConverted = [this] {
+    EXPECT_EQ(camera.read("flash/sysconfig/config_version"), "1.00.003\n");
+    EXPECT_EQ(camera.row("flash/sysconfig/scene/0.conf", "AUTO_EXPOSURE_REFERENCE"), "-125");
+    EXPECT_EQ(camera.row("flash/sysconfig/scene/7.conf", "AUTO_EXPOSURE_REFERENCE"), "48");
+    EXPECT_EQ(camera.row("flash/sysconfig/scene/3.conf", "AUTO_EXPOSURE_REFERENCE"), "0");
+    EXPECT_EQ(camera.row("flash/sysconfig/camera.conf", "AUTO_EXPOSURE_REFERENCE"), "80");
+  };
+  ASSERT_TRUE(camera.up());
+  expectConverted();
+  ASSERT_TRUE(camera.reboot());
+  expectConverted();
+}
+
+TEST_F(Store, AFullFlashIsToldAndHealsLater) {
+  const std::string before = camera.read(kUi);
+  camera.flash("full");
+  EXPECT_EQ(camera.ask(written("vfs")), std::string(kRead) + "&500 Internal Server Error");
+  camera.flash("off");
+  EXPECT_EQ(camera.read(kUi), "");  // truncated in place, then nothing could be written
+  camera.cut();
+  ASSERT_TRUE(camera.up());
+  EXPECT_EQ(camera.read(kUi), before);
+}
+
+TEST_F(Store, PowerCutAtEveryOperationOfASave) {
+  const std::string defaults = camera.read(kUi);
+  camera.flash("count");
+  camera.ask(written("vfs"));
+  const unsigned operations = camera.flashOperations();
+  camera.flash("off");
+  const std::string saved = camera.read(kUi);
+  ASSERT_GE(operations, 3U);  // truncation, write, fsync
+  for (unsigned operation = 1; operation <= operations; ++operation) {
+    camera.ask(written("afs"));
+    const std::string old = camera.read(kUi);
+    camera.flash("cut=" + std::to_string(operation));
+    EXPECT_EQ(camera.ask(written("vfs")), "<closed>") << operation;
+    camera.cut();
+    const std::string left = camera.read(kUi);
+    EXPECT_TRUE(left == old || left == saved || left.empty()) << operation << ": " << left;
+    ASSERT_TRUE(camera.up()) << operation << camera.log();
+    const std::string healed = camera.read(kUi);
+    EXPECT_TRUE(healed == (left.empty() ? defaults : left)) << operation << ": " << healed;
+  }
+}
+
+TEST_F(Store, PowerCutAtEveryOperationOfAHealingStart) {
+  const std::string whole = camera.read(kUi);
+  const std::string cut = "UI_ENC3_CBRMODE_MPEG4=vbr\n";
+  std::string completed = whole;
+  completed.replace(completed.find("UI_ENC3_CBRMODE_MPEG4=cbr\n"), cut.size(), cut);
+  camera.down();
+  camera.write(kUi, cut);
+  camera.flash("count");
+  ASSERT_TRUE(camera.up());
+  const unsigned operations = camera.flashOperations();
+  camera.flash("off");
+  ASSERT_EQ(camera.read(kUi), completed);
+  ASSERT_GE(operations, 3U);
+  for (unsigned operation = 1; operation <= operations; ++operation) {
+    camera.down();
+    camera.write(kUi, cut);
+    camera.flash("cut=" + std::to_string(operation));
+    EXPECT_FALSE(camera.up()) << operation;
+    camera.cut();
+    const std::string left = camera.read(kUi);
+    EXPECT_TRUE(left == cut || left == completed || left.empty()) << operation << ": " << left;
+    ASSERT_TRUE(camera.up()) << operation << camera.log();
+    EXPECT_EQ(camera.read(kUi), left.empty() ? whole : completed) << operation;
+  }
+}
+
+}  // namespace
+}  // namespace test
