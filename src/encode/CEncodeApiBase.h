@@ -26,7 +26,7 @@ class CEncodeApiBase : public CApiBase {
   static constexpr Hint kSaveHint{.layer = "encode", .command = ".status=save", .selector = 0};
 
   /** The rule of a value that stands in a row of the channel. */
-  static constexpr Rule staged(const Accepts& accepts, int32_t row, const Shows& shows = {}) {
+  static constexpr Rule stagedRule(const Accepts& accepts, int32_t row, const Shows& shows = {}) {
     return {.accepts = accepts,
             .place = ofChannel(row),
             .keeps = Keeps::InMemory,

@@ -26,8 +26,8 @@ class CFramesize : public Leaf<CFramesize, CEncodeApiBase> {
  public:
   using Leaf::Leaf;
   static constexpr Rule rule =
-      staged(Words{"1920x1080", "quadvga", "1280x960", "1280x720", "vga", "640x480", "qvga", "320x240", "640x360"},
-             encode_row::FRAME_SIZE);
+      stagedRule(Words{"1920x1080", "quadvga", "1280x960", "1280x720", "vga", "640x480", "qvga", "320x240", "640x360"},
+                 encode_row::FRAME_SIZE);
 };
 
 /** Frames per second, 1 to 30, put to the nearest rate below that the encoder has. */
@@ -35,7 +35,7 @@ class CFramerate : public Leaf<CFramerate, CEncodeApiBase> {
  public:
   using Leaf::Leaf;
   static int32_t checkRate(Request& request);
-  static constexpr Rule rule = staged(Test{checkRate}, encode_row::FRAME_RATE);
+  static constexpr Rule rule = stagedRule(Test{checkRate}, encode_row::FRAME_RATE);
   int32_t act(Request& request);
 };
 
@@ -44,7 +44,7 @@ class CBitrate : public Leaf<CBitrate, CEncodeApiBase> {
  public:
   using Leaf::Leaf;
   static int32_t checkRate(Request& request);
-  static constexpr Rule rule = staged(Test{checkRate}, encode_row::BITRATE);
+  static constexpr Rule rule = stagedRule(Test{checkRate}, encode_row::BITRATE);
 };
 
 /** The size of a jpeg picture in kilobytes, within the budget of the live sessions; a write may carry the unit too. */
@@ -52,21 +52,21 @@ class CQuality : public Leaf<CQuality, CEncodeApiBase> {
  public:
   using Leaf::Leaf;
   static int32_t checkSize(Request& request);
-  static constexpr Rule rule = staged(Test{checkSize}, encode_row::QUALITY, {.suffix = "k"});
+  static constexpr Rule rule = stagedRule(Test{checkSize}, encode_row::QUALITY, {.suffix = "k"});
   int32_t fetch(const Request& request, std::string& text);
 };
 
 class CIframeinterval : public Leaf<CIframeinterval, CEncodeApiBase> {
  public:
   using Leaf::Leaf;
-  static constexpr Rule rule = staged(Number{.low = 1, .high = 255}, encode_row::IFRAME_INTERVAL);
+  static constexpr Rule rule = stagedRule(Number{.low = 1, .high = 255}, encode_row::IFRAME_INTERVAL);
 };
 
 /** Which mode fits which codec is asked when the staged values are taken over. */
 class CCbrMode : public Leaf<CCbrMode, CEncodeApiBase> {
  public:
   using Leaf::Leaf;
-  static constexpr Rule rule = staged(Words{"vfs", "afs", "vbr", "cbr"}, encode_row::CBR_MODE);
+  static constexpr Rule rule = stagedRule(Words{"vfs", "afs", "vbr", "cbr"}, encode_row::CBR_MODE);
 };
 
 class CSource : public Leaf<CSource, CEncodeApiBase> {

@@ -1,13 +1,61 @@
 #pragma once
 
+#include <concepts>
+#include <cstdint>
+#include <string>
+
+#include "service/Session.h"
 #include "system/CSystemApiBase.h"
 #include "tree/Leaf.h"
+#include "tree/Selector.h"
 
+/** Who is being served: live data of the session daemon, of which nothing is kept. */
 namespace System {
 
+/** The slot of the streams that a path speaks of. */
+[[nodiscard]] inline int32_t sessionSlot(const Selectors& selectors) {
+  constexpr size_t kSlotLayer = 2;  // system.session.sending(n)
+  return selectorNumber(selectors, kSlotLayer, 1);
+}
+
+/** What the daemon answers to a command, one of a slot or one of all; empty after a failed exchange. */
+template <auto Command>
+[[nodiscard]] std::string askSession(const Selectors& selectors) {
+  if constexpr (std::invocable<decltype(Command), ::Session&, int32_t>) {
+    return (::Session().*Command)(sessionSlot(selectors));
+  } else {
+    return (::Session().*Command)();
+  }
+}
+
+/** A leaf by its command. */
+template <class Derived, auto Command>
+class SessionText : public Leaf<Derived, CSystemApiBase> {
+ public:
+  using Leaf<Derived, CSystemApiBase>::Leaf;
+  int32_t fetch(const Request& request, std::string& text) {
+    text = askSession<Command>(request.selectors);
+    return 0;
+  }
+};
+
+/** A rate by its command, in kilobits per second. */
+template <class Derived, auto Command>
+class SessionRate : public Leaf<Derived, CSystemApiBase> {
+ public:
+  using Leaf<Derived, CSystemApiBase>::Leaf;
+  int32_t fetch(const Request& request, std::string& text) {
+    text = askSession<Command>(request.selectors);
+    if (!text.empty()) text += "k";
+    return 0;
+  }
+};
+
+/** The whole picture, in one answer of many lines. */
 class CSession : public CSystemApiBase {
  public:
   using CSystemApiBase::CSystemApiBase;
+  int32_t execRead(ExecArgs* args) override;
   class CSending;
   class CReceiving;
   class CTotalBitrate;
@@ -15,6 +63,39 @@ class CSession : public CSystemApiBase {
   class CSendingMax;
   class CReceivingCount;
   class CReceivingMax;
+
+ private:
+  /** The answer of the node behind a path, with its line end. */
+  [[nodiscard]] std::string line(const Parameter& asked, const std::string& path) const;
+  [[nodiscard]] std::string sendingLines(const Parameter& asked, int32_t slot) const;
+  [[nodiscard]] std::string receivingLines(const Parameter& asked) const;
+};
+
+class CSession::CTotalBitrate : public SessionRate<CTotalBitrate, &::Session::getTotalBitrate> {
+ public:
+  using SessionRate::SessionRate;
+};
+
+class CSession::CSendingCount : public SessionText<CSendingCount, &::Session::getSendingCount> {
+ public:
+  using SessionText::SessionText;
+};
+
+class CSession::CSendingMax : public Leaf<CSendingMax, CSystemApiBase> {
+ public:
+  using Leaf::Leaf;
+  static constexpr Rule rule{.shows = {.fixed = "22"}};
+};
+
+class CSession::CReceivingCount : public SessionText<CReceivingCount, &::Session::getReceivingCount> {
+ public:
+  using SessionText::SessionText;
+};
+
+class CSession::CReceivingMax : public Leaf<CReceivingMax, CSystemApiBase> {
+ public:
+  using Leaf::Leaf;
+  static constexpr Rule rule{.shows = {.fixed = "1"}};
 };
 
 class CSession::CSending : public Leaf<CSession::CSending, CSystemApiBase> {
@@ -26,6 +107,11 @@ class CSession::CSending : public Leaf<CSession::CSending, CSystemApiBase> {
   class CBitrate;
 };
 
+class CSession::CSending::CBitrate : public SessionRate<CBitrate, &::Session::getSendingBitrate> {
+ public:
+  using SessionRate::SessionRate;
+};
+
 class CSession::CSending::CTo : public CSystemApiBase {
  public:
   using CSystemApiBase::CSystemApiBase;
@@ -35,24 +121,24 @@ class CSession::CSending::CTo : public CSystemApiBase {
   class CSession;
 };
 
-class CSession::CSending::CTo::CIp : public CSystemApiBase {
+class CSession::CSending::CTo::CIp : public SessionText<CIp, &::Session::getSendingToIp> {
  public:
-  using CSystemApiBase::CSystemApiBase;
+  using SessionText::SessionText;
 };
 
-class CSession::CSending::CTo::CPort : public CSystemApiBase {
+class CSession::CSending::CTo::CPort : public SessionText<CPort, &::Session::getSendingToPort> {
  public:
-  using CSystemApiBase::CSystemApiBase;
+  using SessionText::SessionText;
 };
 
-class CSession::CSending::CTo::CProtocol : public CSystemApiBase {
+class CSession::CSending::CTo::CProtocol : public SessionText<CProtocol, &::Session::getSendingToProtocol> {
  public:
-  using CSystemApiBase::CSystemApiBase;
+  using SessionText::SessionText;
 };
 
-class CSession::CSending::CTo::CSession : public CSystemApiBase {
+class CSession::CSending::CTo::CSession : public SessionText<CSession, &::Session::getSendingToSession> {
  public:
-  using CSystemApiBase::CSystemApiBase;
+  using SessionText::SessionText;
 };
 
 class CSession::CSending::CFrom : public CSystemApiBase {
@@ -63,24 +149,23 @@ class CSession::CSending::CFrom : public CSystemApiBase {
   class CFramerate;
 };
 
-class CSession::CSending::CFrom::CEncode : public CSystemApiBase {
+class CSession::CSending::CFrom::CEncode : public SessionText<CEncode, &::Session::getSendingFromEncode> {
  public:
-  using CSystemApiBase::CSystemApiBase;
+  using SessionText::SessionText;
 };
 
-class CSession::CSending::CFrom::CFramesize : public CSystemApiBase {
+/** The frame size of the encoder channel that the stream comes from. */
+class CSession::CSending::CFrom::CFramesize : public Leaf<CFramesize, CSystemApiBase> {
  public:
-  using CSystemApiBase::CSystemApiBase;
+  using Leaf::Leaf;
+  int32_t fetch(const Request& request, std::string& text);
 };
 
-class CSession::CSending::CFrom::CFramerate : public CSystemApiBase {
+/** Empty for a stream that is no video. */
+class CSession::CSending::CFrom::CFramerate : public Leaf<CFramerate, CSystemApiBase> {
  public:
-  using CSystemApiBase::CSystemApiBase;
-};
-
-class CSession::CSending::CBitrate : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
+  using Leaf::Leaf;
+  int32_t fetch(const Request& request, std::string& text);
 };
 
 class CSession::CReceiving : public Leaf<CSession::CReceiving, CSystemApiBase> {
@@ -92,6 +177,11 @@ class CSession::CReceiving : public Leaf<CSession::CReceiving, CSystemApiBase> {
   class CBitrate;
 };
 
+class CSession::CReceiving::CBitrate : public SessionRate<CBitrate, &::Session::getReceivingBitrate> {
+ public:
+  using SessionRate::SessionRate;
+};
+
 class CSession::CReceiving::CFrom : public CSystemApiBase {
  public:
   using CSystemApiBase::CSystemApiBase;
@@ -101,24 +191,24 @@ class CSession::CReceiving::CFrom : public CSystemApiBase {
   class CSession;
 };
 
-class CSession::CReceiving::CFrom::CIp : public CSystemApiBase {
+class CSession::CReceiving::CFrom::CIp : public SessionText<CIp, &::Session::getReceivingFromIp> {
  public:
-  using CSystemApiBase::CSystemApiBase;
+  using SessionText::SessionText;
 };
 
-class CSession::CReceiving::CFrom::CPort : public CSystemApiBase {
+class CSession::CReceiving::CFrom::CPort : public SessionText<CPort, &::Session::getReceivingFromPort> {
  public:
-  using CSystemApiBase::CSystemApiBase;
+  using SessionText::SessionText;
 };
 
-class CSession::CReceiving::CFrom::CProtocol : public CSystemApiBase {
+class CSession::CReceiving::CFrom::CProtocol : public SessionText<CProtocol, &::Session::getReceivingFromProtocol> {
  public:
-  using CSystemApiBase::CSystemApiBase;
+  using SessionText::SessionText;
 };
 
-class CSession::CReceiving::CFrom::CSession : public CSystemApiBase {
+class CSession::CReceiving::CFrom::CSession : public SessionText<CSession, &::Session::getReceivingFromSession> {
  public:
-  using CSystemApiBase::CSystemApiBase;
+  using SessionText::SessionText;
 };
 
 class CSession::CReceiving::CTo : public CSystemApiBase {
@@ -127,39 +217,9 @@ class CSession::CReceiving::CTo : public CSystemApiBase {
   class CDecode;
 };
 
-class CSession::CReceiving::CTo::CDecode : public CSystemApiBase {
+class CSession::CReceiving::CTo::CDecode : public SessionText<CDecode, &::Session::getReceivingToDecode> {
  public:
-  using CSystemApiBase::CSystemApiBase;
-};
-
-class CSession::CReceiving::CBitrate : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
-};
-
-class CSession::CTotalBitrate : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
-};
-
-class CSession::CSendingCount : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
-};
-
-class CSession::CSendingMax : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
-};
-
-class CSession::CReceivingCount : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
-};
-
-class CSession::CReceivingMax : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
+  using SessionText::SessionText;
 };
 
 }  // namespace System
