@@ -91,65 +91,65 @@ TEST(BitrateBudget, NewBitRate) {
     const char* what;
     const char* type;
     const char* bitrate;
-    int32_t newBits;
     Slots sessions;
+    int32_t newBits;
     int32_t expected;
   } kCases[] = {
-      {"mpeg4 at the limit", "mpeg4", "4000000", 8000000, {{"1", "4000", "mpeg4"}, {"2", "12000", "jpeg"}}, 0},
-      {"mpeg4 above", "mpeg4", "4000000", 8000000, {{"1", "4000", "mpeg4"}, {"2", "12001", "jpeg"}}, -1},
-      {"h264high at", "h264high", "4000000", 8000000, {{"1", "4000", "h264high"}, {"0", "12000", "mpeg4"}}, 0},
-      {"h264high above", "h264high", "4000000", 8000000, {{"1", "4000", "h264high"}, {"0", "12001", "mpeg4"}}, -1},
+      {"mpeg4 at the limit", "mpeg4", "4000000", {{"1", "4000", "mpeg4"}, {"2", "12000", "jpeg"}}, 8000000, 0},
+      {"mpeg4 above", "mpeg4", "4000000", {{"1", "4000", "mpeg4"}, {"2", "12001", "jpeg"}}, 8000000, -1},
+      {"h264high at", "h264high", "4000000", {{"1", "4000", "h264high"}, {"0", "12000", "mpeg4"}}, 8000000, 0},
+      {"h264high above", "h264high", "4000000", {{"1", "4000", "h264high"}, {"0", "12001", "mpeg4"}}, 8000000, -1},
       {"both h264 are one sum",
        "h264baseline",
        "4000000",
-       8000000,
        {{"1", "2000", "h264high"}, {"1", "2000", "h264baseline"}, {"1", "12000", "jpeg"}},
+       8000000,
        0},
       {"both h264 above",
        "h264baseline",
        "4000000",
-       8000000,
        {{"1", "2000", "h264high"}, {"1", "2000", "h264baseline"}, {"1", "12001", "jpeg"}},
+       8000000,
        -1},
-      {"jpeg rescales nothing", "jpeg", "4000000", 64000, {{"1", "20000", "jpeg"}}, 0},
-      {"jpeg fails by what there is", "jpeg", "4000000", 64000, {{"1", "20001", "jpeg"}}, -1},
-      {"another channel's sessions stay", "mpeg4", "4000000", 64000, {{"2", "20001", "mpeg4"}}, -1},
-      {"another encoder's sessions stay", "mpeg4", "4000000", 64000, {{"1", "20001", "h264high"}}, -1},
-      {"lower rate makes room", "mpeg4", "4000000", 64000, {{"1", "8000", "mpeg4"}, {"0", "19872", "jpeg"}}, 0},
+      {"jpeg rescales nothing", "jpeg", "4000000", {{"1", "20000", "jpeg"}}, 64000, 0},
+      {"jpeg fails by what there is", "jpeg", "4000000", {{"1", "20001", "jpeg"}}, 64000, -1},
+      {"another channel's sessions stay", "mpeg4", "4000000", {{"2", "20001", "mpeg4"}}, 64000, -1},
+      {"another encoder's sessions stay", "mpeg4", "4000000", {{"1", "20001", "h264high"}}, 64000, -1},
+      {"lower rate makes room", "mpeg4", "4000000", {{"1", "8000", "mpeg4"}, {"0", "19872", "jpeg"}}, 64000, 0},
       {"up to twice the base is one session",
        "mpeg4",
        "4000000",
-       64000,
        {{"1", "8000", "mpeg4"}, {"0", "19873", "jpeg"}},
+       64000,
        -1},
       {"above twice the base it is several",
        "mpeg4",
        "4000000",
-       4000000,
        {{"1", "8001", "mpeg4"}, {"0", "16000", "jpeg"}},
+       4000000,
        0},  // 8001 * 4000 / 8000 = 4000.5
       {"cut after every addition",
        "h264high",
        "4000000",
-       4000000,
        {{"0", "0.9", "mpeg4"}, {"0", "0.9", "h264high"}, {"0", "0.9", "jpeg"}, {"2", "20000.9", "jpeg"}},
+       4000000,
        0},
       {"sums of one channel and encoder are not cut",
        "h264high",
        "4000000",
-       4000000,
        {{"0", "0.5", "jpeg"}, {"0", "0.5", "jpeg"}, {"2", "20000", "jpeg"}},
+       4000000,
        -1},
-      {"base below one kilobit keeps the sessions", "mpeg4", "999", 8000000, {{"1", "20000", "mpeg4"}}, 0},
-      {"no number as base keeps the sessions", "mpeg4", "", 64000, {{"1", "20001", "mpeg4"}}, -1},
+      {"base below one kilobit keeps the sessions", "mpeg4", "999", {{"1", "20000", "mpeg4"}}, 8000000, 0},
+      {"no number as base keeps the sessions", "mpeg4", "", {{"1", "20001", "mpeg4"}}, 64000, -1},
       {"unknown encoders and channels",
        "mpeg4",
        "4000000",
-       4000000,
        {{"1", "20001", "mjpeg"}, {"3", "20001", "jpeg"}, {"-1", "20001", "jpeg"}, {"1", "20001", ""}, {"1", "0", ""}},
+       4000000,
        0},
-      {"absurd rates", "mpeg4", "1000", kIntMax, {{"1", "99999999999", "mpeg4"}, {"1", "1e38", "jpeg"}}, -1},
-      {"no sessions", "mpeg4", "4000000", 8000000, {}, 0},
+      {"absurd rates", "mpeg4", "1000", {{"1", "99999999999", "mpeg4"}, {"1", "1e38", "jpeg"}}, kIntMax, -1},
+      {"no sessions", "mpeg4", "4000000", {}, 8000000, 0},
   };
   for (const auto& test : kCases) {
     const Config& config = storeWith(test.type, test.bitrate, "10", "100");
@@ -162,37 +162,37 @@ TEST(BitrateBudget, NewPictureSize) {
     const char* what;
     const char* framerate;
     const char* quality;
-    int32_t newQuality;
     Slots sessions;
+    int32_t newQuality;
     int32_t expected;
   } kCases[] = {
       // 10 pictures of 100 kilobytes are 8000 kilobits.
-      {"at the limit", "10", "100", 250, {{"1", "8000", "jpeg"}}, 0},
-      {"above", "10", "100", 251, {{"1", "8000", "jpeg"}}, -1},
-      {"at the limit with others", "10", "100", 100, {{"1", "8000", "jpeg"}, {"0", "12000", "h264high"}}, 0},
-      {"above with others", "10", "100", 100, {{"1", "8000", "jpeg"}, {"2", "12001", "h264baseline"}}, -1},
-      {"above with mpeg4", "10", "100", 100, {{"1", "8000", "jpeg"}, {"1", "12001", "mpeg4"}}, -1},
-      {"stored texts by their leading number", "7.5", "100k", 100, {{"1", "5600", "jpeg"}, {"0", "14400", "mpeg4"}}, 0},
-      {"7.5 pictures count as 7", "7.5", "100k", 200, {{"1", "5600", "jpeg"}, {"0", "8801", "mpeg4"}}, -1},
-      {"whole numbers only", "10", "100", 50, {{"1", "8001", "jpeg"}, {"0", "16000", "mpeg4"}}, 0},  // 4000.5
-      {"rates are cut", "10", "100", 100, {{"1", "8000.9", "jpeg"}, {"0", "12000.9", "mpeg4"}}, 0},
-      {"up to twice the base is one session", "10", "100", 100, {{"1", "16000", "jpeg"}, {"0", "4001", "jpeg"}}, -1},
+      {"at the limit", "10", "100", {{"1", "8000", "jpeg"}}, 250, 0},
+      {"above", "10", "100", {{"1", "8000", "jpeg"}}, 251, -1},
+      {"at the limit with others", "10", "100", {{"1", "8000", "jpeg"}, {"0", "12000", "h264high"}}, 100, 0},
+      {"above with others", "10", "100", {{"1", "8000", "jpeg"}, {"2", "12001", "h264baseline"}}, 100, -1},
+      {"above with mpeg4", "10", "100", {{"1", "8000", "jpeg"}, {"1", "12001", "mpeg4"}}, 100, -1},
+      {"stored texts by their leading number", "7.5", "100k", {{"1", "5600", "jpeg"}, {"0", "14400", "mpeg4"}}, 100, 0},
+      {"7.5 pictures count as 7", "7.5", "100k", {{"1", "5600", "jpeg"}, {"0", "8801", "mpeg4"}}, 200, -1},
+      {"whole numbers only", "10", "100", {{"1", "8001", "jpeg"}, {"0", "16000", "mpeg4"}}, 50, 0},  // 4000.5
+      {"rates are cut", "10", "100", {{"1", "8000.9", "jpeg"}, {"0", "12000.9", "mpeg4"}}, 100, 0},
+      {"up to twice the base is one session", "10", "100", {{"1", "16000", "jpeg"}, {"0", "4001", "jpeg"}}, 100, -1},
       {"above twice the base it is several",
        "10",
        "100",
-       100,
        {{"1", "16001", "jpeg"}, {"0", "12000", "jpeg"}},
+       100,
        0},  // 8000 * 16001 / 16000 = 8000.5
-      {"no session of the channel", "10", "100", 320, {{"0", "20000", "jpeg"}}, 0},
-      {"no session, yet above", "10", "100", 5, {{"0", "20001", "jpeg"}}, -1},
-      {"no rate keeps the sessions", "0", "100", 320, {{"1", "20000", "jpeg"}}, 0},
-      {"no size keeps the sessions", "10", "", 5, {{"1", "20001", "jpeg"}}, -1},
-      {"largest pictures, halved", "30", "320", 160, {{"1", "40000", "jpeg"}}, 0},
-      {"products beyond 32 bits", "30", "320", 160, {{"1", "60000", "jpeg"}}, -1},
-      {"largest pictures, made small", "30", "320", 5, {{"1", "153600", "jpeg"}}, 0},
-      {"absurd size", "30", "100", kIntMax, {{"1", "8000", "jpeg"}}, -1},
-      {"absurd everything", "99999999999", "1", kIntMax, {{"1", "99999999999", "jpeg"}, {"1", "1e9", "jpeg"}}, -1},
-      {"unknown encoders and channels", "10", "100", 100, {{"1", "20001", "off"}, {"7", "20001", "jpeg"}}, 0},
+      {"no session of the channel", "10", "100", {{"0", "20000", "jpeg"}}, 320, 0},
+      {"no session, yet above", "10", "100", {{"0", "20001", "jpeg"}}, 5, -1},
+      {"no rate keeps the sessions", "0", "100", {{"1", "20000", "jpeg"}}, 320, 0},
+      {"no size keeps the sessions", "10", "", {{"1", "20001", "jpeg"}}, 5, -1},
+      {"largest pictures, halved", "30", "320", {{"1", "40000", "jpeg"}}, 160, 0},
+      {"products beyond 32 bits", "30", "320", {{"1", "60000", "jpeg"}}, 160, -1},
+      {"largest pictures, made small", "30", "320", {{"1", "153600", "jpeg"}}, 5, 0},
+      {"absurd size", "30", "100", {{"1", "8000", "jpeg"}}, kIntMax, -1},
+      {"absurd everything", "99999999999", "1", {{"1", "99999999999", "jpeg"}, {"1", "1e9", "jpeg"}}, kIntMax, -1},
+      {"unknown encoders and channels", "10", "100", {{"1", "20001", "off"}, {"7", "20001", "jpeg"}}, 100, 0},
   };
   for (const auto& test : kCases) {
     const Config& config = storeWith("jpeg", "4000000", test.framerate, test.quality);
