@@ -13,6 +13,7 @@
 #include <fstream>
 #include <memory>
 #include <sstream>
+#include <thread>
 
 namespace test {
 
@@ -198,6 +199,19 @@ int Camera::exec(const std::vector<std::string>& words) const {
   std::vector<std::string> command{"exec", "--"};
   command.insert(command.end(), words.begin(), words.end());
   return sandbox(command);
+}
+
+bool Camera::isLogged(std::string_view text) const {
+  return eventually([&] { return log().find(text) != std::string::npos; });
+}
+
+bool eventually(const std::function<bool()>& happened) {
+  const auto end = std::chrono::steady_clock::now() + kPatience;
+  while (!happened()) {
+    if (std::chrono::steady_clock::now() > end) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  }
+  return true;
 }
 
 void expectAnswers(Camera& camera, std::initializer_list<Exchange> exchanges) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <string>
@@ -68,6 +69,8 @@ class Camera {
   [[nodiscard]] std::vector<std::string> journalFields(std::string_view who, std::string_view key) const;
 
   [[nodiscard]] std::string log() const { return read("syslog"); }
+  /** Whether the log holds the text, or gets it within some seconds. */
+  [[nodiscard]] bool isLogged(std::string_view text) const;
   /** Runs a command inside; its exit status. */
   int exec(const std::vector<std::string>& words) const;
 
@@ -78,6 +81,9 @@ class Camera {
   std::filesystem::path m_home;
   std::uintmax_t m_journalStart = 0;
 };
+
+/** Waits for something that another process does; whether it happened. */
+[[nodiscard]] bool eventually(const std::function<bool()>& happened);
 
 /** A request and the answer that it must get. */
 struct Exchange {

@@ -1,10 +1,5 @@
 // The store as its files show it: write-through, healing, factory restore, and power cuts at every file operation.
 
-#include <chrono>
-#include <functional>
-#include <sstream>
-#include <thread>
-
 #include "tests/camera/Camera.h"
 
 namespace test {
@@ -15,16 +10,6 @@ constexpr const char* kRead = "ui.encode(1).cbr_mode(jpeg)";
 
 std::string written(const std::string& word) { return std::string(kRead) + "=" + word; }
 std::string shown(const std::string& word) { return written(word) + "&200 OK"; }
-
-/** Waits for something that another process does; whether it happened. */
-bool eventually(const std::function<bool()>& happened) {
-  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-  while (!happened()) {
-    if (std::chrono::steady_clock::now() > end) return false;
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
-  }
-  return true;
-}
 
 class Store : public testing::Test {
  protected:
