@@ -10,9 +10,9 @@ using Texts = std::vector<std::string>;
 
 constexpr const char* kOk = "&200 OK";
 constexpr const char* k451 = "&451 Parameter Not Understood";
-constexpr const char* k456 = "&456 Parameter Not Valid For Resource";
+constexpr const char* k456 = "&456 Header Field Not Valid for Resource";
 constexpr const char* k457 = "&457 Invalid Range";
-constexpr const char* k500 = "&500 Internal Error";
+constexpr const char* k500 = "&500 Internal Server Error";
 
 /** A request, its answer behind the path, and the texts that the sequencer got meanwhile. */
 struct Case {
@@ -272,17 +272,18 @@ TEST_F(Motion, WhatCannotBeSavedIsUndone) {
 
   camera().tell("ptz pan=500");
   camera().flash("full");
-  for (const std::string& request : {".comment=after", ".status=initialize", ".status=save"}) {
+  for (const std::string request : {".comment=after", ".status=initialize", ".status=save"}) {
     const std::string path = eight + request.substr(0, request.find('='));
     EXPECT_EQ(camera().ask(eight + request), path + k500);
   }
   EXPECT_EQ(camera().ask("camera.motion.auto_patrol(0).status=save"),
-            "camera.motion.auto_patrol(0).status&500 Internal Error");
+            "camera.motion.auto_patrol(0).status&500 Internal Server Error");
   camera().flash("off");
   expect({{eight + ".comment", "=before&200 OK", {}},
           {eight + ".status", "=registered&200 OK", {}},
-          {eight + ".pan", "=s77&200 OK", {}}});
-  EXPECT_EQ(camera().read("flash/sysconfig/position/8.conf"), file);
+          {eight + ".pan", "=s77&200 OK", {}},
+          {eight + ".comment=before", kOk, {}}});
+  EXPECT_EQ(camera().read("flash/sysconfig/position/8.conf"), file);  // the next save finds the old values
 }
 
 TEST_F(Motion, NothingChangesWithoutTheSequencer) {
