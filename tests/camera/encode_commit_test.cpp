@@ -1,0 +1,411 @@
+// The commit of the encoder settings: what it brings to whom, what it refuses, and what outlives a failure.
+
+#include <chrono>
+#include <thread>
+
+#include "tests/camera/Camera.h"
+
+namespace test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+constexpr const char* kCommit = "encode.status=save";
+constexpr const char* kDone = "encode.status&200 OK";
+constexpr const char* k412 = "encode.status&412 Precondition Failed";
+constexpr const char* k457 = "encode.status&457 Invalid Range";
+constexpr const char* k500 = "encode.status&500 Internal Server Error";
+
+std::string encodeFile(int channel) { return "flash/sysconfig/encode/encode" + std::to_string(channel - 1) + ".conf"; }
+
+/** Whether the text comes up in the log, which is written behind the camera's back. */
+bool logged(const Camera& camera, const std::string& text) {
+  for (int round = 0; round < 200; ++round) {
+    if (camera.log().find(text) != std::string::npos) return true;
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  }
+  return false;
+}
+
+class CommitTest : public CameraTest {
+ protected:
+  /** One channel at full size and five frames per second, the two others off, nothing staged. */
+  void SetUp() override {
+    camera().tell("dsp clear");
+    camera().tell("detection up");
+    camera().flash("off");
+    camera().ask(
+        "encode(1).type=jpeg&encode(1).framesize=1920x1080&encode(1).framerate=5&encode(1).quality=320&"
+        "encode(1).bitrate=2000000&encode(1).cbr_mode=vfs&encode(1).iframeinterval=5&encode(2).type=jpeg&encode(2)."
+        "type=off");
+    camera().ask(
+        "encode(2).framesize=1280x720&encode(2).framerate=5&encode(2).quality=180&encode(2).cbr_mode=vfs&"
+        "encode(2).iframeinterval=5&encode(3).type=jpeg&encode(3).type=off&encode(3).framesize=640x360&"
+        "encode(3).quality=80&encode(3).cbr_mode=vfs&encode(3).iframeinterval=5&encode(3).framerate=5");
+    camera().ask(kCommit);
+    CameraTest::SetUp();
+  }
+
+  static void stage(const std::string& requests) {
+    const std::string answer = camera().ask(requests);
+    EXPECT_EQ(answer.find("&4"), std::string::npos) << answer;
+  }
+
+  /** What reached the encoders, the DSP, the analog output and the neighbours, in its order. */
+  static Texts calls() {
+    Texts texts;
+    for (const std::string& line : camera().journal()) {
+      texts.push_back(describe(line));
+    }
+    return texts;
+  }
+
+  static Texts encoderCalls() {
+    Texts texts;
+    for (const std::string& line : camera().journal("encoder")) {
+      texts.push_back(describe(line));
+    }
+    return texts;
+  }
+
+  /** The values under a key in the DSP frames of an address. */
+  static Texts frames(const std::string& address, const std::string& key) {
+    Texts values;
+    for (const std::string& line : camera().journal("dsp")) {
+      if (Camera::field(line, "addr") == address) values.push_back(Camera::field(line, key));
+    }
+    return values;
+  }
+
+ private:
+  static std::string describe(const std::string& line) {
+    const std::string who = Camera::field(line, "who");
+    const std::string what = Camera::field(line, "what");
+    if (who == "encoder") {
+      const std::string value = what == "resolution" ? Camera::field(line, "width") : Camera::field(line, "value");
+      return what + " " + Camera::field(line, "channel") + ":" + value;
+    }
+    if (who == "dsp") return "dsp " + Camera::field(line, "addr");
+    if (who == "library") return what + " " + Camera::field(line, "value");
+    const std::string text = Camera::field(line, "text");
+    if (who == "recorder") return what + (text.empty() ? "" : " " + Camera::field(line, "id") + " " + text);
+    return what + " " + text;
+  }
+};
+
+TEST_F(CommitTest, EverythingInItsOrder) {
+  stage(
+      "encode(1).framerate=15&encode(2).type=h264high&encode(2).framerate=30&encode(2).cbr_mode=cbr&"
+      "encode(2).bitrate=1500999&encode(2).iframeinterval=60");
+  EXPECT_TRUE(camera().journal("encoder").empty());
+  EXPECT_EQ(camera().row(encodeFile(2), "ENC_STATUS"), "off");
+  camera().clearJournal();
+  EXPECT_EQ(camera().ask(kCommit), kDone);
+  const Texts expected = {
+      "dsp 0x60",
+      "analog_out 0",  // noise reduction off above 15 frames, the output off beside the second encoder
+      "format 0:2",
+      "resolution 0:1920",
+      "framerate 0:15",
+      "cbr_mode 0:0",
+      "filesize 0:320",  //
+      "format 1:52",
+      "resolution 1:1280",
+      "framerate 1:30",
+      "cbr_mode 1:1",
+      "bitrate 1:1500",
+      "i_interval 1:60",  //
+      "format 2:0",       //
+      "dsp 0xf2",
+      "tamper.aspect 16:9",  //
+      "ctl 0:2",
+      "ctl 1:2",
+      "ctl 2:0",  //
+      "put 0x501000 1920x1080",
+      "put 0x511000 15",
+      "put 0x521000 5",
+      "put 0x541000 2000000",
+      "put 0x531000 jpeg",
+      "put 0x502000 1280x720",
+      "put 0x512000 30",
+      "put 0x522000 60",
+      "put 0x542000 1500999",
+      "put 0x532000 h264high",
+      "put 0x503000 640x360",
+      "put 0x513000 5",
+      "put 0x523000 5",
+      "put 0x543000 2000000",
+      "put 0x533000 off",
+      "encoder_change",
+      "dsp 0xf1",
+      "enc_reset enc_reset",
+  };
+  EXPECT_EQ(calls(), expected);
+  EXPECT_EQ(frames("0x60", "dnr"), Texts{"0"});
+  EXPECT_EQ(frames("0xf1", "mode"), Texts{"0"});
+  EXPECT_EQ(frames("0xf2", "aspect"), Texts{"0"});
+  EXPECT_EQ(camera().row(encodeFile(1), "FRAME_RATE"), "15");
+  EXPECT_EQ(camera().row(encodeFile(2), "ENC_STATUS"), "on");
+  EXPECT_EQ(camera().row(encodeFile(2), "BITRATE"), "1500999");
+
+  // Nothing is left to commit, neither now nor behind a restart.
+  camera().clearJournal();
+  EXPECT_EQ(camera().ask("encode(3).status=save"), "encode(3).status&200 OK");
+  EXPECT_TRUE(camera().journal().empty());
+  ASSERT_TRUE(camera().reboot());
+  camera().clearJournal();
+  EXPECT_EQ(camera().ask(kCommit), kDone);
+  EXPECT_TRUE(camera().journal().empty());
+  EXPECT_EQ(camera().ask("encode(2).type"), "encode(2).type=h264high&200 OK");
+
+  // A stage that is taken back is none.
+  stage("encode(2).framerate=15&encode(2).framerate=30");
+  EXPECT_EQ(camera().ask(kCommit), kDone);
+  EXPECT_TRUE(camera().journal().empty());
+}
+
+TEST_F(CommitTest, RefusedSetsAreDropped) {
+  struct Case {
+    std::string staged;
+    std::string answer;
+    std::string log;
+  };
+  const Case cases[] = {
+      {"encode(3).type=mpeg4&encode(3).cbr_mode=vbr&encode(3).iframeinterval=31&encode(3).type=off", k412,
+       "mpeg4 range out ::channel(3) iframeinterval(31)"},
+      {"encode(2).type=jpeg&encode(2).framesize=1280x960", k412, "[framesize condition error] "},
+      {"encode(1).type=mpeg4&encode(1).cbr_mode=vbr", k412, "framesize ConditionCheck failed"},
+      {"encode(1).cbr_mode=vbr", k412, "status(on),etype(jpeg) ch(0) cbr(vbr)"},
+      {"encode(2).type=h264baseline&encode(2).cbr_mode=afs", k412, "status(on),etype(h264baseline) ch(1) cbr(afs)"},
+      {"encode(1).cbr_mode=cbr&encode(2).type=h264high", k412, "[cbrmode error(2)] "},
+  };
+  const std::string file = camera().read(encodeFile(1)) + camera().read(encodeFile(2)) + camera().read(encodeFile(3));
+  for (const Case& item : cases) {
+    stage(item.staged + "&encode(1).bitrate=123456");
+    camera().clearJournal();
+    EXPECT_EQ(camera().ask(kCommit), item.answer) << item.staged;
+    EXPECT_TRUE(camera().journal().empty()) << item.staged;
+    EXPECT_TRUE(logged(camera(), item.log)) << item.log;
+    EXPECT_EQ(camera().ask("encode(1).bitrate"), "encode(1).bitrate=2000000&200 OK") << item.staged;
+    EXPECT_EQ(camera().ask("encode(1).cbr_mode"), "encode(1).cbr_mode=vfs&200 OK") << item.staged;
+    EXPECT_EQ(camera().ask("encode(2).type&encode(3).type"), "encode(2).type=off&200 OK\r\nencode(3).type=off&200 OK")
+        << item.staged;
+    EXPECT_EQ(camera().ask(kCommit), kDone) << item.staged;
+  }
+  EXPECT_EQ(camera().read(encodeFile(1)) + camera().read(encodeFile(2)) + camera().read(encodeFile(3)), file);
+}
+
+TEST_F(CommitTest, SetsThatGoTogether) {
+  struct Case {
+    std::string staged;
+    std::string shown;  ///< of channel 1: framesize and quality
+  };
+  const Case cases[] = {
+      {"encode(1).type=mpeg4&encode(1).cbr_mode=vbr&encode(1).framesize=vga&encode(1).iframeinterval=30", "vga 320k"},
+      {"encode(1).type=jpeg&encode(1).cbr_mode=afs&encode(1).framesize=320x240", "320x240 27k"},
+      {"encode(1).framesize=1280x960&encode(2).type=jpeg&encode(2).framesize=qvga", "1280x960 60k"},
+      {"encode(1).framesize=1280x720&encode(2).framesize=640x360&encode(1).quality=100", "1280x720 100k"},
+      // A channel that is off may hold what it likes.
+      {"encode(1).framesize=1920x1080&encode(2).framesize=quadvga&encode(2).cbr_mode=cbr&encode(2).type=off",
+       "1920x1080 100k"},
+  };
+  for (const Case& item : cases) {
+    stage(item.staged);
+    EXPECT_EQ(camera().ask(kCommit), kDone) << item.staged;
+    const std::string size = item.shown.substr(0, item.shown.find(' '));
+    const std::string quality = item.shown.substr(item.shown.find(' ') + 1);
+    EXPECT_EQ(camera().ask("encode.framesize&encode.quality"),
+              "encode.framesize=" + size + "&200 OK\r\nencode.quality=" + quality + "&200 OK");
+    EXPECT_EQ(camera().row(encodeFile(1), "QUALITY") + "k", quality);
+  }
+}
+
+TEST_F(CommitTest, NoiseReductionFollowsTheRates) {
+  struct Case {
+    std::string staged;
+    std::string level;
+    std::string passMode;
+  };
+  const Case cases[] = {
+      {"encode(2).framerate=30", "2", "1"},  // off, so it does not count
+      {"encode(2).type=jpeg", "0", "0"},
+      {"encode(1).framerate=15", "0", "0"},
+      {"encode(2).framerate=15", "2", "1"},  // back to the stored level, "mid"
+  };
+  for (const Case& item : cases) {
+    stage(item.staged);
+    camera().clearJournal();
+    EXPECT_EQ(camera().ask(kCommit), kDone) << item.staged;
+    EXPECT_EQ(frames("0x60", "dnr"), Texts{item.level}) << item.staged;
+    EXPECT_EQ(frames("0xf1", "mode"), Texts{item.passMode}) << item.staged;
+  }
+}
+
+TEST_F(CommitTest, TheAnalogOutputNeedsTheFirstEncoderAlone) {
+  constexpr const char* kVideo = "flash/sysconfig/video.conf";
+  EXPECT_EQ(camera().ask("video.output.status=on"), "video.output.status&200 OK");
+  stage("encode(1).framerate=10");
+  EXPECT_EQ(camera().ask(kCommit), kDone);
+  EXPECT_EQ(camera().ask("video.output.status"), "video.output.status=on&200 OK");
+  EXPECT_EQ(camera().row(kVideo, "VIDEO_OUTPUT"), "on");
+
+  camera().clearJournal();
+  stage("encode(2).type=jpeg");
+  EXPECT_EQ(camera().ask(kCommit), kDone);
+  EXPECT_EQ(camera().journalFields("library", "value"), Texts{"0"});
+  EXPECT_EQ(camera().row(kVideo, "VIDEO_OUTPUT"), "off");
+  stage("encode(2).type=off");
+  EXPECT_EQ(camera().ask(kCommit), kDone);
+  EXPECT_EQ(camera().ask("video.output.status"), "video.output.status=off&200 OK");
+}
+
+TEST_F(CommitTest, WhatOutlivesAFailure) {
+  struct Case {
+    std::string fault;
+    std::string answer;
+    std::string log;
+  };
+  const Case cases[] = {
+      {"dsp fail=0x60", kDone, ""},
+      {"dsp fail=zr_set_video_analog_out", kDone, "videooutput[zr_set_video_analog_out() error] "},
+      {"dsp fail=zr_set_video_framerate:0", k500, "sdkdata set failed"},
+      {"dsp fail=zr_set_video_filesize:0", k500, "sdkdata set failed"},
+      {"dsp fail=0xf2", k500, "aspectratio setting error(current 0) "},
+      {"detection down", k500, " failed Aspectratio to detectd "},
+      {"dsp fail=zr_set_video_encoder_ctl", kDone, " encode start status[1:-1,2:-1,3:-1](-1:err,0:off,1:on)"},
+      {"dsp fail=0xf1", k500, "isp pass setting(changed encode setting) error "},
+  };
+  int bitrate = 300'000;
+  for (const Case& item : cases) {
+    const std::string text = std::to_string(++bitrate);
+    stage("encode(1).bitrate=" + text);
+    camera().tell(item.fault);
+    EXPECT_EQ(camera().ask(kCommit), item.answer) << item.fault;
+    camera().tell("dsp clear");
+    camera().tell("detection up");
+    EXPECT_TRUE(logged(camera(), item.log)) << item.log;
+    EXPECT_EQ(camera().row(encodeFile(1), "BITRATE"), text) << item.fault;
+    EXPECT_EQ(camera().ask("encode(1).bitrate"), "encode(1).bitrate=" + text + "&200 OK") << item.fault;
+  }
+}
+
+TEST_F(CommitTest, AFileThatCannotBeWrittenKeepsTheStage) {
+  stage("encode(1).bitrate=400000");
+  camera().clearJournal();
+  camera().flash("fail=1");
+  EXPECT_EQ(camera().ask(kCommit), k500);
+  camera().flash("off");
+  EXPECT_TRUE(logged(camera(), "Encode: Cannot be write userdata"));
+  EXPECT_TRUE(encoderCalls().empty());
+  EXPECT_EQ(camera().row(encodeFile(1), "BITRATE"), "2000000");
+  EXPECT_EQ(camera().ask("encode(1).bitrate"), "encode(1).bitrate=400000&200 OK");
+  EXPECT_EQ(camera().ask(kCommit), kDone);
+  EXPECT_EQ(camera().row(encodeFile(1), "BITRATE"), "400000");
+  EXPECT_FALSE(encoderCalls().empty());
+}
+
+TEST_F(CommitTest, TheOnvifUserAppliesAndWritesNothing) {
+  const std::string file = camera().read(encodeFile(1));
+  stage("encode(1).framerate=10");
+  EXPECT_EQ(camera().ask(kCommit, UserClass::kOnvif), kDone);
+  EXPECT_FALSE(encoderCalls().empty());
+  EXPECT_EQ(camera().read(encodeFile(1)), file);
+  // For the next commit that is still new.
+  camera().clearJournal();
+  EXPECT_EQ(camera().ask(kCommit, UserClass::kOperator), kDone);
+  EXPECT_FALSE(encoderCalls().empty());
+  EXPECT_EQ(camera().row(encodeFile(1), "FRAME_RATE"), "10");
+  EXPECT_EQ(camera().ask(kCommit, UserClass::kUser), "encode.status&401 Unauthorized");
+}
+
+/** Puts other texts into a file of settings, key by key. */
+void edit(const Camera& camera, const std::string& file,
+          std::initializer_list<std::pair<const char*, const char*>> rows) {
+  std::string text = "\n" + camera.read(file);
+  for (const auto& [key, value] : rows) {
+    const size_t start = text.find("\n" + std::string(key) + "=") + 1;
+    text.replace(start, text.find('\n', start) - start, std::string(key) + "=" + value);
+  }
+  camera.write(file, text.substr(1));
+}
+
+TEST(CommitOfForeignFiles, TheIntervalOfEveryChannelIsChecked) {
+  Camera camera;
+  ASSERT_TRUE(camera.up());
+  camera.down();
+  edit(camera, encodeFile(3), {{"IFRAME_INTERVAL", "0"}});
+  ASSERT_TRUE(camera.up());
+  camera.ask("encode(1).framerate=10");
+  EXPECT_EQ(camera.ask(kCommit), k457);
+  EXPECT_TRUE(logged(camera, "range out : channel(3) iframeinterval(0)"));
+  EXPECT_EQ(camera.ask("encode(1).framerate"), "encode(1).framerate=5&200 OK");
+  camera.ask("encode(1).framerate=10&encode(3).iframeinterval=1");
+  EXPECT_EQ(camera.ask(kCommit), kDone);
+}
+
+TEST(CommitOfForeignFiles, ASizeWithoutLimitsDropsItsChannelAlone) {
+  Camera camera;
+  ASSERT_TRUE(camera.up());
+  camera.down();
+  edit(camera, encodeFile(2), {{"FRAME_SIZE", "800x600"}});
+  ASSERT_TRUE(camera.up());
+  camera.ask("encode(1).framerate=10&encode(2).framerate=10&encode(2).cbr_mode=vfs");
+  EXPECT_EQ(camera.ask(kCommit), k412);
+  EXPECT_TRUE(logged(camera, "[framesize conbination error(1)] "));
+  EXPECT_EQ(camera.ask("encode(1).framerate"), "encode(1).framerate=10&200 OK");
+  EXPECT_EQ(camera.ask("encode(2).framerate"), "encode(2).framerate=5&200 OK");
+  // In the other mode the size does not matter.
+  camera.ask("encode(2).cbr_mode=afs");
+  EXPECT_EQ(camera.ask(kCommit), kDone);
+}
+
+TEST(CommitOfForeignFiles, AnotherShapeOfThePictureResetsTheAreas) {
+  constexpr const char* kWhole = "FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF";
+  constexpr const char* kDrawn = "0102030405060708090A0B0C0D0E0F1011";
+  constexpr const char* kCameraFile = "flash/sysconfig/camera.conf";
+  Camera camera;
+  ASSERT_TRUE(camera.up());
+  camera.down();
+  edit(camera, kCameraFile, {{"BLC_AREA", kDrawn}});
+  edit(camera, "flash/sysconfig/scene/7.conf", {{"BLC_AREA", kDrawn}});
+  ASSERT_TRUE(camera.up());
+  camera.ask("encode(1).framerate=10");
+  EXPECT_EQ(camera.ask(kCommit), kDone);
+  EXPECT_EQ(camera.row(kCameraFile, "BLC_AREA"), kDrawn);
+
+  camera.clearJournal();
+  camera.ask("encode(1).framesize=640x480");
+  EXPECT_EQ(camera.ask(kCommit), kDone);
+  EXPECT_EQ(camera.journalFields("detection", "what"), (Texts{"tamper.blc_area", "tamper.aspect"}));
+  EXPECT_EQ(camera.journalFields("detection", "text"), (Texts{kWhole, "4:3"}));
+  for (const std::string file : {"camera.conf", "scene/0.conf", "scene/7.conf"}) {
+    EXPECT_EQ(camera.row("flash/sysconfig/" + file, "BLC_AREA"), kWhole) << file;
+  }
+
+  // The shape is remembered.
+  camera.clearJournal();
+  camera.ask("encode(1).framesize=vga");
+  EXPECT_EQ(camera.ask(kCommit), kDone);
+  EXPECT_EQ(camera.journalFields("detection", "text"), Texts{"4:3"});
+}
+
+TEST(CommitAndTheOnvifService, IsStoppedByAllButItself) {
+  Camera camera;
+  ASSERT_TRUE(camera.up());
+  camera.down();
+  edit(camera, "flash/sysconfig/network.conf", {{"ONVIF_SERVER_STATUS", "on"}});
+  ASSERT_TRUE(camera.up());
+  const auto isAlive = [&camera] {
+    return camera.exec({"/bin/sh", "-c", "kill -0 $(cat /var/run/nvt_apld.pid)"}) == 0;
+  };
+  ASSERT_EQ(camera.exec({"/bin/sh", "-c", "sleep 1000 >/dev/null 2>&1 & echo $! > /var/run/nvt_apld.pid"}), 0);
+  ASSERT_TRUE(isAlive());
+  camera.ask("encode(1).framerate=10");
+  EXPECT_EQ(camera.ask(kCommit, UserClass::kOnvif), kDone);
+  EXPECT_TRUE(isAlive());
+  EXPECT_EQ(camera.ask(kCommit), kDone);
+  EXPECT_FALSE(isAlive());
+}
+
+}  // namespace
+}  // namespace test
