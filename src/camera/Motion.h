@@ -107,7 +107,7 @@ class CMotion::CAutoPatrol::StepValue : public Leaf<Derived, CCameraApiBase> {
 class CMotion::CAutoPatrol::CPosition : public CMotion::CAutoPatrol::StepValue<CMotion::CAutoPatrol::CPosition> {
  public:
   using StepValue::StepValue;
-  static constexpr std::string_view item = "";
+  static constexpr std::string_view item{};
   static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 19, .digitsOnly = true}};
   static constexpr Rule rule = step(Number{.low = 0, .high = 19}, patrol_row::PATROL_POSITION);
   class CDuration;

@@ -1,6 +1,12 @@
 // Pan, tilt, zoom, the return, the patrol and the preset positions: what is refused, what reaches the sequencer and
 // what is kept.
 
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <thread>
+
 #include "tests/camera/Camera.h"
 
 namespace test {
@@ -313,6 +319,56 @@ TEST_F(Motion, AnAnswerThatIsNoNumberMovesNothing) {
           {"camera.motion.pan=s5", kOk, {"camera.motion.pan", "camera.motion.pan=s5"}}});
   EXPECT_EQ(camera().ask("camera.position(9).status=save"), std::string("camera.position(9).status") + k500);
   expect({{"camera.position(9).status", "=unregistered&200 OK", {}}});
+}
+
+/** Takes the place of the sequencer for one message, which it answers with the text. */
+class OneAnswer {
+ public:
+  OneAnswer(const std::string& path, std::string text) : m_path(path) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    EXPECT_EQ(bind(m_listener, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    EXPECT_EQ(listen(m_listener, 1), 0);
+    m_thread = std::thread([listener = m_listener, text] {
+      const int client = accept(listener, nullptr, nullptr);
+      char request[512];
+      EXPECT_GT(recv(client, request, sizeof request, 0), 0);
+      EXPECT_EQ(send(client, text.data(), text.size(), MSG_NOSIGNAL), static_cast<ssize_t>(text.size()));
+      close(client);
+    });
+  }
+  ~OneAnswer() {
+    shutdown(m_listener, SHUT_RDWR);  // nobody came: the thread shall not wait for ever
+    m_thread.join();
+    close(m_listener);
+    unlink(m_path.c_str());
+  }
+  OneAnswer(const OneAnswer&) = delete;
+  OneAnswer& operator=(const OneAnswer&) = delete;
+
+ private:
+  std::string m_path;
+  int m_listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  std::thread m_thread;
+};
+
+TEST_F(Motion, FactorsAreCutAndNotRounded) {
+  camera().tell("ptz down");
+  struct Read {
+    std::string path;
+    std::string told;
+    std::string answer;
+  };
+  for (const Read& read : {Read{"camera.motion.zoom", "3.149", "=x3.14&200 OK"},
+                           {"camera.motion.zoom", "7.9999999", "=x7.99&200 OK"},
+                           {"camera.motion.zoom", "2.5", "=x2.5&200 OK"},
+                           {"camera.motion.zoom", "4", "=x4&200 OK"},
+                           {"camera.motion.abszoom", "1.0005", "=0.01&200 OK"},
+                           {"camera.motion.pan", std::string("12\0999", 6), "=s12&200 OK"}}) {
+    const OneAnswer sequencer(camera().path("tmp/ptzseq"), read.told);
+    EXPECT_EQ(camera().ask(read.path), read.path + read.answer) << read.told;
+  }
 }
 
 /** Encoder settings that were stored before the start. */
