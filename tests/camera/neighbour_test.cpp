@@ -9,40 +9,33 @@ namespace {
 
 class Neighbours : public CameraTest {};
 
-struct Exchanged {
-  const char* neighbour;
-  const char* request;
-  const char* failed;   // the answer behind the path while the neighbour misbehaves
-  const char* refused;  // and to its own refusal
-};
-
 constexpr const char* k500 = "&500 Internal Server Error";
 
 TEST_F(Neighbours, EveryFaultOfEveryNeighbour) {
-  const Exchanged exchanges[] = {
-      {"detection", "camera.detection.level=50", k500, k500},
-      {"ptz", "camera.motion.pan.mode=left", k500, nullptr},
-      {"session", "system.session.total_bitrate", "=k&200 OK", nullptr},
+  struct Case {
+    const char* neighbour;
+    const char* request;
+    const char* answer;  // behind the path, while the neighbour misbehaves
+    const char* faults;  // those that fail the exchange; the others bring an answer like any other
   };
-  for (const Exchanged& exchange : exchanges) {
-    const std::string neighbour = exchange.neighbour;
-    const std::string request = exchange.request;
-    const std::string path = request.substr(0, request.find('='));
+  const Case cases[] = {
+      {"detection", "camera.detection.level=50", k500, "down early garbage refuse"},
+      {"ptz", "camera.motion.pan.mode=left", k500, "down early"},
+      {"session", "system.session.total_bitrate", "=&200 OK", "down early short"},
+  };
+  for (const Case& item : cases) {
+    const std::string request = item.request;
     const std::string healthy = camera().ask(request);
     for (const char* fault : {"down", "early", "short", "garbage", "refuse"}) {
-      camera().tell(neighbour + " " + fault);
-      const bool isRefusal = std::string_view(fault) == "refuse";
+      const std::string what = std::string(item.neighbour) + " " + fault;
+      camera().tell(what);
       const std::string answer = camera().ask(request);
-      if (isRefusal && exchange.refused != nullptr) {
-        EXPECT_EQ(answer, path + exchange.refused) << fault;
-      } else if (neighbour == "detection" || std::string_view(fault) == "down" || std::string_view(fault) == "early") {
-        // Half an answer or a garbled one is a text like any other to those who ask for texts.
-        EXPECT_TRUE(answer == path + exchange.failed || std::string_view(fault) == "short")
-            << neighbour << fault << answer;
+      if (std::string_view(item.faults).find(fault) != std::string_view::npos) {
+        EXPECT_EQ(answer, request.substr(0, request.find('=')) + item.answer) << what;
       }
-      EXPECT_EQ(camera().ask("system.model"), "system.model=KT-A10&200 OK") << neighbour << " " << fault;
-      camera().tell(neighbour + " up");
-      EXPECT_EQ(camera().ask(request), healthy) << neighbour << " " << fault;
+      EXPECT_EQ(camera().ask("system.model"), "system.model=KT-A10&200 OK") << what;
+      camera().tell(std::string(item.neighbour) + " up");
+      EXPECT_EQ(camera().ask(request), healthy) << what;
     }
   }
 }
