@@ -21,6 +21,8 @@ const std::string kArea = "0123456789abcdefABCDEF0123456789ff";
 const std::string kMotion = "camera.detection";
 const std::string kTamper = "camera.detection(tampering)";
 
+std::string assignment(const std::string& path, const std::string& value) { return path + "=" + value; }
+
 /** "name text" of everything that the daemon got. */
 Texts sent(const Camera& camera) {
   Texts texts;
@@ -135,9 +137,11 @@ TEST_F(Detection, SavedAndRestored) {
 }
 
 TEST_F(Detection, OnlyWhatTheDaemonTookIsKept) {
+  const std::string motion = kMotion + ".status=on&" + kMotion + ".level=50&" + kMotion + ".area=" + kArea;
+  const std::string tamper = kTamper + ".status=on&" + kTamper + ".level=50&" + kTamper + ".temporal=50";
   for (const char* fault : {"down", "refuse"}) {
-    camera().ask(kMotion + ".status=on&" + kMotion + ".level=50&" + kMotion + ".area=" + kArea);
-    camera().ask(kTamper + ".status=on&" + kTamper + ".level=50&" + kTamper + ".temporal=50");
+    camera().ask(motion);
+    camera().ask(tamper);
     camera().tell(std::string("detection ") + fault);
     for (const auto& [path, other, kept] : {std::array{kMotion + ".status", std::string("off"), std::string("on")},
                                             {kMotion + ".level", "51", "50"},
@@ -145,8 +149,8 @@ TEST_F(Detection, OnlyWhatTheDaemonTookIsKept) {
                                             {kTamper + ".status", "off", "on"},
                                             {kTamper + ".level", "51", "50"},
                                             {kTamper + ".temporal", "51", "50"}}) {
-      EXPECT_EQ(camera().ask(path + "=" + other), path + k500) << fault;
-      EXPECT_EQ(camera().ask(path), path + "=" + kept + kOk) << fault;
+      EXPECT_EQ(camera().ask(assignment(path, other)), path + k500) << fault;
+      EXPECT_EQ(camera().ask(path), assignment(path, kept) + kOk) << fault;
     }
     for (const std::string& path : {kMotion + ".status", kTamper + ".status"}) {
       EXPECT_EQ(camera().ask(path + "=restore"), path + k500) << fault;

@@ -324,7 +324,7 @@ TEST_F(Motion, AnAnswerThatIsNoNumberMovesNothing) {
 /** Takes the place of the sequencer for one message, which it answers with the text. */
 class OneAnswer {
  public:
-  OneAnswer(const std::string& path, std::string text) : m_path(path) {
+  OneAnswer(const std::string& path, const std::string& text) : m_path(path) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     path.copy(address.sun_path, sizeof address.sun_path - 1);
