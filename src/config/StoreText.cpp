@@ -48,7 +48,8 @@ StoreParse parseStore(std::string_view bytes, std::span<ConfigTable> tables) {
 std::string composeLine(const ConfigItem& item, size_t longest) {
   std::string line;
   line.reserve(item.key.size() + item.value.size() + 2);
-  line.append(item.key).append("=").append(item.value).append("\n");
+  // A line end inside a value would make lines of its own, which the next start could not read.
+  line.append(item.key).append("=").append(item.value, 0, item.value.find('\n')).append("\n");
   if (line.size() > longest) line.resize(longest);
   return line;
 }

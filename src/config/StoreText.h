@@ -33,7 +33,7 @@ struct StoreParse {
 /** Assigns the values of the lines to the rows of the tables that have their keys, the first such row each. */
 [[nodiscard]] StoreParse parseStore(std::string_view bytes, std::span<ConfigTable> tables);
 
-/** One row as its line, cut at `longest` characters. */
+/** One row as its line, cut at `longest` characters, and its value at the first line end in it. */
 [[nodiscard]] std::string composeLine(const ConfigItem& item, size_t longest);
 
 /** The whole file: the lines of the tables in their order. */
