@@ -33,7 +33,8 @@ bool Session::loadList(ApiList& list) const {
   if (!list.nodes().empty()) return true;
   std::fprintf(stderr,
                "tmxctl: there is no list of the parameters in %s\n"
-               "The daemon writes it when it is started in its list mode; type on the camera: tmxd all_api\n",
+               "The daemon writes it in its list mode, while no other daemon runs. Type on the camera:\n"
+               "  killall tmxd; sleep 2; tmxd all_api; while pidof tmxd; do sleep 1; done; tmxd\n",
                path.c_str());
   return false;
 }

@@ -1,0 +1,106 @@
+#include "bench/Server.h"
+
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <thread>
+
+namespace bench {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+constexpr std::chrono::seconds kTimeout{30};
+
+double secondsSince(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
+
+/** The listening process, by its number here even when it lives in a pid namespace of its own. */
+pid_t listenerOf(const std::string& path) {
+  const int fd = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  path.copy(address.sun_path, sizeof address.sun_path - 1);
+  ucred peer{};
+  socklen_t size = sizeof peer;
+  const bool isKnown = fd >= 0 && connect(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
+                       getsockopt(fd, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0;
+  if (fd >= 0) close(fd);
+  return isKnown ? peer.pid : 0;
+}
+
+std::string processFile(pid_t pid, const char* name) { return "/proc/" + std::to_string(pid) + "/" + name; }
+
+}  // namespace
+
+Server::Server(std::string socket) : m_socket(std::move(socket)), m_client(m_socket, kTimeout) {
+  m_pid = listenerOf(m_socket);
+}
+
+double Server::processorTime() const {
+  double seconds = 0;
+  std::error_code error;
+  for (const auto& thread : std::filesystem::directory_iterator(processFile(m_pid, "task"), error)) {
+    std::ifstream file(thread.path() / "schedstat");
+    double nanoseconds = 0;
+    file >> nanoseconds;
+    seconds += nanoseconds * 1e-9;
+  }
+  return seconds;
+}
+
+Memory Server::memory() const {
+  Memory memory;
+  std::ifstream file(processFile(m_pid, "smaps_rollup"));
+  for (std::string line; std::getline(file, line);) {
+    std::istringstream words(line);
+    std::string key;
+    long kibibytes = 0;
+    words >> key >> kibibytes;
+    if (key == "Rss:") memory.resident = kibibytes;
+    if (key == "Private_Dirty:") memory.privateDirty = kibibytes;
+  }
+  return memory;
+}
+
+Cost Server::send(const std::vector<std::string>& frames, int requests) const {
+  const double processor = processorTime();
+  const auto start = Clock::now();
+  for (int i = 0; i < requests; ++i) {
+    const tmx::Reply reply = m_client.exchangeFrame(frames[static_cast<std::size_t>(i) % frames.size()]);
+    if (reply.outcome != tmx::Outcome::kAnswered) return {-1, 0};
+  }
+  const double wall = secondsSince(start);
+  return {wall / requests, (processorTime() - processor) / requests};
+}
+
+Floor::Floor(const std::string& program, std::string socket) : m_socket(std::move(socket)) {
+  unlink(m_socket.c_str());
+  m_child = fork();
+  if (m_child == 0) {
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
+    execl(program.c_str(), program.c_str(), m_socket.c_str(), static_cast<char*>(nullptr));
+    _exit(127);
+  }
+  const auto start = Clock::now();
+  while (m_child > 0 && !m_isUp && secondsSince(start) < 5) {
+    m_isUp = listenerOf(m_socket) == m_child;
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+}
+
+Floor::~Floor() {
+  if (m_child > 0) {
+    kill(m_child, SIGTERM);
+    waitpid(m_child, nullptr, 0);
+  }
+  unlink(m_socket.c_str());
+}
+
+}  // namespace bench

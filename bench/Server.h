@@ -1,0 +1,55 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+
+#include "bench/Statistics.h"
+#include "cli/Client.h"
+
+namespace bench {
+
+/** The kibibytes of a process. */
+struct Memory {
+  long resident = 0;
+  long privateDirty = 0;
+};
+
+/** A server on a Unix socket, seen from outside: its processor time, its memory, and what a request to it costs. */
+class Server {
+ public:
+  explicit Server(std::string socket);
+
+  /** The process that listens; 0 when nobody does. */
+  [[nodiscard]] pid_t pid() const { return m_pid; }
+  /** Seconds of processor time since the server's start, of all its threads. */
+  [[nodiscard]] double processorTime() const;
+  [[nodiscard]] Memory memory() const;
+
+  /** The cost of sending the frames in turn, so many requests in all. Answers that are no answer make it fail. */
+  [[nodiscard]] Cost send(const std::vector<std::string>& frames, int requests) const;
+
+ private:
+  std::string m_socket;
+  tmx::Client m_client;
+  pid_t m_pid = 0;
+};
+
+/** The bare echo server, run as a child for as long as the object lives. */
+class Floor {
+ public:
+  /** @param program the floor's program; it listens on the socket when the constructor returns, or isUp is false. */
+  Floor(const std::string& program, std::string socket);
+  Floor(const Floor&) = delete;
+  Floor& operator=(const Floor&) = delete;
+  ~Floor();
+
+  [[nodiscard]] bool isUp() const { return m_isUp; }
+
+ private:
+  std::string m_socket;
+  pid_t m_child = -1;
+  bool m_isUp = false;
+};
+
+}  // namespace bench

@@ -1,0 +1,61 @@
+// The floor under the daemon's times: the same work on the socket and nothing else. Accepts one connection after the
+// other, reads 4 bytes of length and as many bytes as they say, writes both back, closes.
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <string_view>
+
+#include "cli/Client.h"
+
+namespace {
+
+/** Room for the longest frame. */
+constexpr std::size_t kMostBytes = tmx::kLengthSize + 2 + tmx::kMaxText;
+
+bool readAll(int fd, char* bytes, std::size_t count) {
+  while (count > 0) {
+    const ssize_t got = read(fd, bytes, count);
+    if (got <= 0) return false;
+    bytes += got;
+    count -= static_cast<std::size_t>(got);
+  }
+  return true;
+}
+
+void serve(int fd) {
+  char frame[kMostBytes];
+  if (!readAll(fd, frame, tmx::kLengthSize)) return;
+  const std::size_t length = tmx::frameLength(frame);
+  if (length > sizeof frame - tmx::kLengthSize || !readAll(fd, frame + tmx::kLengthSize, length)) return;
+  if (send(fd, frame, tmx::kLengthSize + length, MSG_NOSIGNAL) < 0) std::perror("send");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  sockaddr_un address{};
+  const std::string_view path = argc == 2 ? argv[1] : "";
+  if (path.empty() || path.size() >= sizeof address.sun_path) {
+    std::fputs("usage: tmx_floor SOCKET\n", stderr);
+    return 2;
+  }
+  address.sun_family = AF_UNIX;
+  path.copy(address.sun_path, path.size());
+  const int server = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  if (server < 0 || bind(server, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
+      listen(server, SOMAXCONN) != 0) {
+    std::perror(argv[1]);
+    return 1;
+  }
+  while (true) {
+    const int client = accept(server, nullptr, nullptr);
+    if (client < 0) continue;
+    serve(client);
+    close(client);
+  }
+}
