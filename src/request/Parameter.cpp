@@ -16,7 +16,7 @@ int32_t Parameter::setParameter(int8_t userType, int8_t contentType, const char*
     m_contentType = content_type::kUnknown;
     return -status::kNotImplemented;
   }
-  m_contentType = contentType;
+  m_contentType = static_cast<uint8_t>(contentType);
 
   const std::string_view text = item;
   const size_t equals = text.find('=');

@@ -8,7 +8,7 @@
 
 ssize_t CTmxdUtility::readData(int32_t fd, void* buf, size_t reqLen) {
   assert(fd >= 0);
-  assert(buf != __null);
+  assert(buf != __null);  // NOLINT(modernize-use-nullptr): the assertion's text
   assert(reqLen > 0);
   size_t done = 0;
   while (done < reqLen) {
@@ -26,7 +26,7 @@ ssize_t CTmxdUtility::readData(int32_t fd, void* buf, size_t reqLen) {
 
 ssize_t CTmxdUtility::writeData(int32_t fd, const void* buf, size_t reqLen) {
   assert(fd >= 0);
-  assert(buf != __null);
+  assert(buf != __null);  // NOLINT(modernize-use-nullptr): the assertion's text
   assert(reqLen > 0);
   size_t done = 0;
   while (done < reqLen) {

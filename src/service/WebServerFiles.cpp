@@ -9,17 +9,16 @@ std::vector<std::string> ipv6(bool isOn) {
 }
 
 std::vector<std::string> tls(const std::string& httpsPort, bool isOn) {
+  const auto line = [](const char* setting, const char* value) {
+    return std::string("\t\t") + setting + " = \"" + value + "\"";
+  };
   return {
-      R"($SERVER["socket"] == ":)" + httpsPort + R"(" {)",
-      "\t\tssl.engine                = " + std::string(isOn ? R"("enable")" : R"("disable")"),
-      "\t\t"
-      R"(ssl.pemfile               = "/mnt/flash/lighttpd/server.pem")",
-      "\t\t"
-      R"(ssl.verifyclient.activate = "disable")",
-      "\t\t"
-      R"(ssl.verifyclient.enforce  = "disable")",
-      "\t\t"
-      R"(server.document-root      = "/var/www/")",
+      "$SERVER[\"socket\"] == \":" + httpsPort + "\" {",
+      line("ssl.engine               ", isOn ? "enable" : "disable"),
+      line("ssl.pemfile              ", "/mnt/flash/lighttpd/server.pem"),
+      line("ssl.verifyclient.activate", "disable"),
+      line("ssl.verifyclient.enforce ", "disable"),
+      line("server.document-root     ", "/var/www/"),
       "}",
   };
 }
