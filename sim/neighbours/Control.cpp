@@ -38,8 +38,7 @@ void Control::receive(unsigned id) {
   std::string& pending = client.pending;
   pending.append(buffer.data(), static_cast<std::size_t>(count));
   for (std::size_t end = pending.find('\n'); end != std::string::npos; end = pending.find('\n')) {
-    // The messages that came before this line are read in this round of the loop, so the line waits for the next.
-    m_loop.after(std::chrono::milliseconds(0), [this, id, line = pending.substr(0, end)] { carryOut(id, line); });
+    m_loop.whenIdle([this, id, line = pending.substr(0, end)] { carryOut(id, line); });
     pending.erase(0, end + 1);
   }
   if (pending.size() > longestLine) drop(id);

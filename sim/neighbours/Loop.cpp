@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 #include <vector>
 
 namespace sim {
@@ -15,6 +16,7 @@ void Loop::run() {
       polled.push_back({descriptor, POLLIN, 0});
     const int ready = ::poll(polled.data(), polled.size(), waitTime());
     runDueTimers();
+    if (ready == 0) runIdleCallbacks();
     if (ready <= 0) continue;
     for (const pollfd& entry : polled) {
       if (entry.revents == 0) continue;
@@ -36,7 +38,13 @@ void Loop::runDueTimers() {
   }
 }
 
+void Loop::runIdleCallbacks() {
+  for (const Callback& callback : std::exchange(m_idleCallbacks, {}))
+    callback();
+}
+
 int Loop::waitTime() const {
+  if (!m_idleCallbacks.empty()) return 0;
   if (m_timers.empty()) return -1;
   const auto left = std::chrono::ceil<std::chrono::milliseconds>(m_timers.begin()->first - Clock::now()).count();
   return static_cast<int>(std::clamp<decltype(left)>(left, 0, std::numeric_limits<int>::max()));

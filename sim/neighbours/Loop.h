@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <utility>
+#include <vector>
 
 namespace sim {
 
@@ -25,16 +26,22 @@ class Loop {
     m_timers.emplace(Clock::now() + delay, std::move(callback));
   }
 
+  /** Calls back once, as soon as no descriptor is readable: everything that was sent before has been dealt with then.
+   */
+  void whenIdle(Callback callback) { m_idleCallbacks.push_back(std::move(callback)); }
+
   void run();
   void stop() { m_running = false; }
 
  private:
   void runDueTimers();
+  void runIdleCallbacks();
   [[nodiscard]] int waitTime() const;
 
   bool m_running = true;
   std::map<int, Callback> m_watches;
   std::multimap<Clock::time_point, Callback> m_timers;
+  std::vector<Callback> m_idleCallbacks;
 };
 
 }  // namespace sim
