@@ -50,9 +50,10 @@ int32_t CStatus::m_commit(bool isOnvifUser) {
     TMX_LOG(LOG_ERR, "framesize ConditionCheck failed");
     return result;
   }
-  if (m_encodeCbrmodeConditionCheck() < 0) {
+  result = m_encodeCbrmodeConditionCheck();
+  if (result < 0) {
     TMX_LOG(LOG_ERR, "cbrmode ConditionCheck failed");
-    return m_reloadEncodeChannels();
+    return result;
   }
   m_encodeHighRateConbinationSet();
   m_followAnalogOutput();

@@ -119,8 +119,11 @@ int32_t CStatus::m_encodeCbrmodeConditionCheck() {
     ++errors;
   }
   if (errors == 0) return 0;
-  TMX_LOG(LOG_ERR, "[cbrmode error(%ld)] ", static_cast<long>(errors));
-  return -status::kPreconditionFailed;
+  const int32_t result = m_reloadEncodeChannels();
+  if (result == -status::kPreconditionFailed) {
+    TMX_LOG(LOG_ERR, "[cbrmode error(%ld)] ", static_cast<long>(errors));
+  }
+  return result;
 }
 
 /** Brings each channel back to its file: -412, or -500 when one of them could not be read. */

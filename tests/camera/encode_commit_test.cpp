@@ -1,8 +1,5 @@
 // The commit of the encoder settings: what it brings to whom, what it refuses, and what outlives a failure.
 
-#include <chrono>
-#include <thread>
-
 #include "tests/camera/Camera.h"
 
 namespace test {
@@ -17,15 +14,6 @@ constexpr const char* k457 = "encode.status&457 Invalid Range";
 constexpr const char* k500 = "encode.status&500 Internal Server Error";
 
 std::string encodeFile(int channel) { return "flash/sysconfig/encode/encode" + std::to_string(channel - 1) + ".conf"; }
-
-/** Whether the text comes up in the log, which is written behind the camera's back. */
-bool logged(const Camera& camera, const std::string& text) {
-  for (int round = 0; round < 200; ++round) {
-    if (camera.log().find(text) != std::string::npos) return true;
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
-  }
-  return false;
-}
 
 class CommitTest : public CameraTest {
  protected:
@@ -148,7 +136,7 @@ TEST_F(CommitTest, RefusedSetsAreDropped) {
     camera().clearJournal();
     EXPECT_EQ(camera().ask(kCommit), item.answer) << item.staged;
     EXPECT_TRUE(camera().journal().empty()) << item.staged;
-    EXPECT_TRUE(logged(camera(), item.log)) << item.log;
+    EXPECT_TRUE(camera().isLogged(item.log)) << item.log;
     EXPECT_EQ(camera().ask("encode(1).bitrate"), "encode(1).bitrate=2000000&200 OK") << item.staged;
     EXPECT_EQ(camera().ask("encode(1).cbr_mode"), "encode(1).cbr_mode=vfs&200 OK") << item.staged;
     EXPECT_EQ(camera().ask("encode(2).type&encode(3).type"), "encode(2).type=off&200 OK\r\nencode(3).type=off&200 OK")
@@ -246,7 +234,7 @@ TEST_F(CommitTest, WhatOutlivesAFailure) {
     EXPECT_EQ(camera().ask(kCommit), item.answer) << item.fault;
     camera().tell("dsp clear");
     camera().tell("detection up");
-    EXPECT_TRUE(logged(camera(), item.log)) << item.log;
+    EXPECT_TRUE(camera().isLogged(item.log)) << item.log;
     EXPECT_EQ(camera().row(encodeFile(1), "BITRATE"), text) << item.fault;
     EXPECT_EQ(camera().ask("encode(1).bitrate"), "encode(1).bitrate=" + text + "&200 OK") << item.fault;
   }
@@ -258,7 +246,7 @@ TEST_F(CommitTest, AFileThatCannotBeWrittenKeepsTheStage) {
   camera().flash("fail=1");
   EXPECT_EQ(camera().ask(kCommit), k500);
   camera().flash("off");
-  EXPECT_TRUE(logged(camera(), "Encode: Cannot be write userdata"));
+  EXPECT_TRUE(camera().isLogged("Encode: Cannot be write userdata"));
   EXPECT_TRUE(camera().journal("encoder").empty());
   EXPECT_EQ(camera().row(encodeFile(1), "BITRATE"), "2000000");
   EXPECT_EQ(camera().ask("encode(1).bitrate"), "encode(1).bitrate=400000&200 OK");
@@ -300,7 +288,7 @@ TEST(CommitOfForeignFiles, TheIntervalOfEveryChannelIsChecked) {
   ASSERT_TRUE(camera.up());
   camera.ask("encode(1).framerate=10");
   EXPECT_EQ(camera.ask(kCommit), k457);
-  EXPECT_TRUE(logged(camera, "range out : channel(3) iframeinterval(0)"));
+  EXPECT_TRUE(camera.isLogged("range out : channel(3) iframeinterval(0)"));
   EXPECT_EQ(camera.ask("encode(1).framerate"), "encode(1).framerate=5&200 OK");
   camera.ask("encode(1).framerate=10&encode(3).iframeinterval=1");
   EXPECT_EQ(camera.ask(kCommit), kDone);
@@ -314,12 +302,42 @@ TEST(CommitOfForeignFiles, ASizeWithoutLimitsDropsItsChannelAlone) {
   ASSERT_TRUE(camera.up());
   camera.ask("encode(1).framerate=10&encode(2).framerate=10&encode(2).cbr_mode=vfs");
   EXPECT_EQ(camera.ask(kCommit), k412);
-  EXPECT_TRUE(logged(camera, "[framesize conbination error(1)] "));
+  EXPECT_TRUE(camera.isLogged("[framesize conbination error(1)] "));
   EXPECT_EQ(camera.ask("encode(1).framerate"), "encode(1).framerate=10&200 OK");
   EXPECT_EQ(camera.ask("encode(2).framerate"), "encode(2).framerate=5&200 OK");
   // In the other mode the size does not matter.
   camera.ask("encode(2).cbr_mode=afs");
   EXPECT_EQ(camera.ask(kCommit), kDone);
+}
+
+TEST(CommitOfForeignFiles, AFileThatCannotBeReadBackIsAnError) {
+  Camera camera;
+  ASSERT_TRUE(camera.up());
+  struct Case {
+    std::string staged;
+    std::string log;     ///< the check that fails
+    std::string absent;  ///< the next check's line, or that of a plain refusal
+  };
+  const Case cases[] = {
+      {"encode(2).type=mpeg4&encode(2).iframeinterval=31", "iframe ConditionCheck failed",
+       "framesize ConditionCheck failed"},
+      {"encode(2).type=jpeg&encode(2).framesize=1280x960", "framesize ConditionCheck failed",
+       "[framesize condition error] "},
+      {"encode(1).cbr_mode=vbr", "cbrmode ConditionCheck failed", "[cbrmode error"},
+  };
+  // A line that is too long is the one fault that a file does not heal from.
+  const std::string tooLong = "FRAME_RATE=" + std::string(2000, '1') + "\n";
+  const std::string good = camera.read(encodeFile(3));
+  for (const Case& item : cases) {
+    camera.ask(item.staged);
+    camera.write(encodeFile(3), tooLong);
+    EXPECT_EQ(camera.ask(kCommit), k500) << item.staged;
+    EXPECT_TRUE(camera.isLogged(item.log)) << item.log;
+    EXPECT_EQ(camera.log().find(item.absent), std::string::npos) << item.absent;
+    camera.write(encodeFile(3), good);
+    camera.ask(kCommit);
+    EXPECT_EQ(camera.ask(kCommit), kDone);
+  }
 }
 
 TEST(CommitOfForeignFiles, AnotherShapeOfThePictureResetsTheAreas) {
