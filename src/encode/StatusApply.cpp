@@ -75,12 +75,8 @@ int32_t CStatus::m_encodeSetDataToSdkcontroler() {
 
 /** Every setting of every channel, up to the first that the encoder refuses. */
 int32_t CStatus::m_convertChannels() {
-  constexpr int32_t (*kConversions[])(int32_t channel) = {
-      Encoder::setConvertSetToSdk_Formattype, Encoder::setConvertSetToSdk_Resolution,
-      Encoder::setConvertSetToSdk_Framerate, Encoder::setConvertSetToSdk_Cbrmode,
-      Encoder::setConvertSetToSdk_IframeInterval};
   for (int32_t channel = 0; channel < kChannels; ++channel) {
-    for (const auto convert : kConversions) {
+    for (const auto convert : Encoder::kConversions) {
       if (convert(channel) < 0) return -1;
     }
   }

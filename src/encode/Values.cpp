@@ -40,7 +40,7 @@ std::vector<SessionSlot> liveSessions(const Session& daemon) {
   std::vector<SessionSlot> sessions;
   for (int32_t slot = 1; slot <= bitrate_budget::kSessionSlots; ++slot) {
     const std::string rate = daemon.getSendingBitrate(slot);
-    if (rate == "0") continue;
+    if (rate == "0") continue;  // the slot is free
     sessions.push_back(
         {.channel = daemon.getSendingFromFramesize(slot), .rate = rate, .type = daemon.getSendingFromEncode(slot)});
   }
@@ -92,6 +92,10 @@ int32_t CType::act(Request& request) {
   stage(request, encode_row::ENC_STATUS, "on");
   if (!isSame) stage(request, encode_row::ENCTYPE_CH, request.value);
   return 0;
+}
+
+int32_t CFramesize::checkSize(Request& request) {
+  return Config::isFramesize(request.value) == 1 ? 0 : -status::kNotUnderstood;
 }
 
 int32_t CFramerate::checkRate(Request& request) {

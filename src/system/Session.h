@@ -39,15 +39,15 @@ class SessionText : public Leaf<Derived, CSystemApiBase> {
   }
 };
 
-/** A rate by its command, in kilobits per second. */
+/** A rate by its command, in kilobits per second; there is no unit behind a failed exchange. */
 template <class Derived, auto Command>
-class SessionRate : public Leaf<Derived, CSystemApiBase> {
+class SessionRate : public SessionText<Derived, Command> {
  public:
-  using Leaf<Derived, CSystemApiBase>::Leaf;
+  using SessionText<Derived, Command>::SessionText;
   int32_t fetch(const Request& request, std::string& text) {
-    text = askSession<Command>(request.selectors);
+    const int32_t result = SessionText<Derived, Command>::fetch(request, text);
     if (!text.empty()) text += "k";
-    return 0;
+    return result;
   }
 };
 

@@ -1,6 +1,5 @@
 #include "encode/bridge/Encoder.h"
 
-#include <array>
 #include <utility>
 
 #include "platform/zr_com.h"
@@ -37,9 +36,6 @@ std::string recorderValue(const Config& config, int32_t channel, encode_row::Row
 Encoder::Encoder(const Config& config, ParamPitcher recorder) : m_config(&config), m_recorder(std::move(recorder)) {}
 
 int32_t Encoder::loadAll() {
-  constexpr std::array kConversions = {&setConvertSetToSdk_Formattype, &setConvertSetToSdk_Resolution,
-                                       &setConvertSetToSdk_Framerate, &setConvertSetToSdk_Cbrmode,
-                                       &setConvertSetToSdk_IframeInterval};
   // A channel that cannot be set is logged; it does not keep the camera from starting.
   for (int32_t channel = 0; channel < kChannels; ++channel) {
     for (const auto convert : kConversions)

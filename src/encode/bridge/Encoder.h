@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 
@@ -37,6 +38,10 @@ class Encoder {
   [[nodiscard]] static int32_t setConvertSetToSdk_Framerate(int32_t channel);
   [[nodiscard]] static int32_t setConvertSetToSdk_Cbrmode(int32_t channel);
   [[nodiscard]] static int32_t setConvertSetToSdk_IframeInterval(int32_t channel);
+  /** All of them, in the order in which an encoder takes them. */
+  static constexpr std::array kConversions = {&setConvertSetToSdk_Formattype, &setConvertSetToSdk_Resolution,
+                                              &setConvertSetToSdk_Framerate, &setConvertSetToSdk_Cbrmode,
+                                              &setConvertSetToSdk_IframeInterval};
 
   /** All conversions of all channels, aspect ratio and restart, as the start needs them; the result of restart. */
   static int32_t loadAll();

@@ -1,11 +1,10 @@
-#include <algorithm>
 #include <array>
-#include <string_view>
 
 #include "encode/bridge/Encoder.h"
 #include "encode/budget/StoredNumber.h"
 #include "platform/zr_com.h"
 #include "request/Log.h"
+#include "tree/Words.h"
 
 namespace {
 
@@ -18,13 +17,8 @@ int32_t sendCommand(uint8_t command, int32_t value) {
   return zr_set_va_data(frame.data());
 }
 
-constexpr std::array<std::string_view, 4> kWideSizes = {"1920x1080", "1280x720", "640x360", "320x180"};
-constexpr std::array<std::string_view, 6> kNarrowSizes = {"1280x960", "640x480", "320x240", "quadvga", "vga", "qvga"};
-
-template <std::size_t size>
-bool contains(const std::array<std::string_view, size>& words, const std::string& word) {
-  return std::find(words.begin(), words.end(), word) != words.end();
-}
+constexpr Words kWideSizes{"1920x1080", "1280x720", "640x360", "320x180"};
+constexpr Words kNarrowSizes{"1280x960", "640x480", "320x240", "quadvga", "vga", "qvga"};
 
 }  // namespace
 
@@ -52,8 +46,8 @@ int32_t Encoder::getAspectRatioStatus() {
   for (int32_t channel = 0; channel < kChannels; ++channel) {
     if (!isActive(channel)) continue;
     const std::string framesize = staged(channel, encode_row::FRAME_SIZE);
-    isWide = isWide && contains(kWideSizes, framesize) && staged(channel, encode_row::ENCTYPE_CH) != "mpeg4";
-    isNarrow = isNarrow && contains(kNarrowSizes, framesize);
+    isWide = isWide && kWideSizes.find(framesize) && staged(channel, encode_row::ENCTYPE_CH) != "mpeg4";
+    isNarrow = isNarrow && kNarrowSizes.find(framesize);
   }
   if (isWide) {
     TMX_LOG(LOG_DEBUG, "current aspectratio(16:9) ");

@@ -37,8 +37,6 @@ struct SessionRates {
   }
 };
 
-bool isInUse(const SessionSlot& session) { return session.rate != "0"; }
-
 /** The product, or the nearest there is when it does not fit. */
 int64_t product(std::initializer_list<int64_t> factors) {
   int64_t result = 1;
@@ -87,7 +85,6 @@ int32_t bitrate_budget::checkForStream(std::span<const SessionSlot> sessions, co
   SessionRates<float> rates;
   for (const SessionSlot& session : sessions) {
     TMX_LOG(LOG_DEBUG, "rate(%s)", session.rate.c_str());
-    if (!isInUse(session)) continue;
     TMX_LOG(LOG_DEBUG, "--- session(%s)----", session.type.c_str());
     rates.add(session, storedFloat(session.rate));
   }
@@ -111,9 +108,8 @@ int32_t bitrate_budget::checkForStream(std::span<const SessionSlot> sessions, co
 int32_t bitrate_budget::checkForJpeg(std::span<const SessionSlot> sessions, const Config& config, int32_t newQuality,
                                      int32_t channel) {
   SessionRates<int64_t> rates;
-  for (const SessionSlot& session : sessions) {
-    if (isInUse(session)) rates.add(session, storedInteger(session.rate));
-  }
+  for (const SessionSlot& session : sessions)
+    rates.add(session, storedInteger(session.rate));
 
   int64_t& target = rates.jpeg.at(static_cast<std::size_t>(channel));
   if (target != 0) {

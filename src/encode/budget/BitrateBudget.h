@@ -9,8 +9,8 @@
 /** One live session as the session daemon tells it. */
 struct SessionSlot {
   std::string channel;  ///< of the encoders, "0" to "2"
-  std::string rate;     ///< kilobits per second; "0" for a slot that is not in use
-  std::string type;     ///< of the encoder; need not be asked of a slot that is not in use
+  std::string rate;     ///< kilobits per second
+  std::string type;     ///< of the encoder
 };
 
 /**
