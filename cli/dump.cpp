@@ -26,9 +26,26 @@ bool isBelow(std::string_view path, std::string_view asked) {
   return asked.empty() || next == '.' || next == '(';
 }
 
+/** The nodes with every one behind those below it. */
+std::vector<ApiNode> childrenFirst(const std::vector<ApiNode>& nodes) {
+  std::vector<ApiNode> ordered;
+  std::vector<ApiNode> open;
+  const auto closeDownTo = [&](std::size_t depth) {
+    for (; !open.empty() && open.back().depth >= depth; open.pop_back())
+      ordered.push_back(open.back());
+  };
+  for (const ApiNode& node : nodes) {
+    closeDownTo(node.depth);
+    open.push_back(node);
+  }
+  closeDownTo(0);
+  return ordered;
+}
+
+/** Writing a gain by hand ends an automatic mode, so the mode, which stands above the gain, has to be loaded last. */
 std::vector<Item> settingsBelow(const ApiList& list, const std::string& path, UserClass user) {
   std::vector<Item> items;
-  for (const ApiNode& node : list.below(path, false)) {
+  for (const ApiNode& node : childrenFirst(list.below(path, false))) {
     if (!isReadWrite(node, user) || !isSetting(node.path)) continue;
     for (const std::string& full : expandSelectors(node.path)) {
       if (isBelow(full, path)) items.push_back(Item::read(full));
