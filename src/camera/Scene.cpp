@@ -4,6 +4,7 @@
 
 #include "camera/DetectionSet.h"
 #include "camera/dsp/ExposureTables.h"
+#include "camera/dsp/Step.h"
 #include "config/Config.h"
 #include "request/Log.h"
 #include "request/Parameter.h"
@@ -61,13 +62,16 @@ int32_t CScene::CSceneBase::told(int32_t result, const std::string& value) {
   return result;
 }
 
+int32_t CScene::CSceneBase::tellExposureReference() {
+  const std::string reference = CUserConfig::getInstance()->getCameraConfig(camera_row::AUTO_EXPOSURE_REFERENCE);
+  return told(DetectionSet().setAutoExposurereferenceTamp(reference, true), reference);
+}
+
 int32_t CScene::CShutter::check(Request& request) {
   const std::string& value = request.value;
   if (value.find("auto") != std::string::npos || value == "flickerless") return 0;
-  if (value == "+" || value == "-") {
-    request.step = value == "+" ? 1 : -1;
-    return 0;
-  }
+  request.step = dsp::stepDirection(value);
+  if (request.step != 0) return 0;
   int32_t error = 0;
   request.number = CTmxdUtility::toLong(value, 0, &error);
   if (error != 0) return -status::kNotUnderstood;

@@ -14,27 +14,37 @@ class CScene::CAutoExposure : public CCameraApiBase {
   class CPriority;
 };
 
-/** The brightness that the exposure aims at, on the scale of the user; the row holds the DSP's own number. */
-class CScene::CAutoExposure::CReference
-    : public NumberItem<CScene::CAutoExposure::CReference, camera_row::AUTO_EXPOSURE_REFERENCE,
-                        &CameraDSP::setAutoExposureReferenceIndex, &CameraDSP::stepAutoExposureReferenceIndex> {
+/** The brightness that the exposure aims at. The row holds the DSP's number; tamper detection hears of a change. */
+template <class Derived, auto Set, auto Step>
+class ExposureReference : public NumberItem<Derived, camera_row::AUTO_EXPOSURE_REFERENCE, Set, Step> {
  public:
-  using NumberItem::NumberItem;
+  using Item = NumberItem<Derived, camera_row::AUTO_EXPOSURE_REFERENCE, Set, Step>;
+  using Item::Item;
+  int32_t act(Request& request) {
+    const int32_t result = Item::act(request);
+    return result < 0 ? result : this->tellExposureReference();
+  }
+};
+
+/** On the scale of the user. */
+class CScene::CAutoExposure::CReference
+    : public ExposureReference<CScene::CAutoExposure::CReference, &CameraDSP::setAutoExposureReferenceIndex,
+                               &CameraDSP::stepAutoExposureReferenceIndex> {
+ public:
+  using ExposureReference::ExposureReference;
   static constexpr Rule rule = sceneRule(Number{.low = -5, .high = 5, .steps = true});
-  int32_t act(Request& request);
 
  protected:
   int32_t m_execSceneRead(ExecArgs& args, int32_t scene) override;
 };
 
-/** The same on the DSP's scale. */
+/** On the DSP's own scale. */
 class CScene::CAutoExposure::CReferenceExt
-    : public NumberItem<CScene::CAutoExposure::CReferenceExt, camera_row::AUTO_EXPOSURE_REFERENCE,
-                        &CameraDSP::setAutoExposureReference, &CameraDSP::stepAutoExposureReference> {
+    : public ExposureReference<CScene::CAutoExposure::CReferenceExt, &CameraDSP::setAutoExposureReference,
+                               &CameraDSP::stepAutoExposureReference> {
  public:
-  using NumberItem::NumberItem;
+  using ExposureReference::ExposureReference;
   static constexpr Rule rule = sceneRule(Number{.low = -128, .high = 127, .steps = true});
-  int32_t act(Request& request);
 };
 
 class CScene::CAutoExposure::CPriority

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "camera/DetectionSet.h"
+#include "camera/dsp/Step.h"
 #include "config/Config.h"
 #include "request/Log.h"
 #include "service/CTmxdUtility.h"
@@ -21,7 +22,7 @@ int32_t refused(int32_t result, int32_t code) { return result < 0 ? -code : resu
 }  // namespace
 
 int32_t CScene::CImage::CGamma::act(Request& request) {
-  const bool isStep = request.value == "+" || request.value == "-";
+  const bool isStep = dsp::stepDirection(request.value) != 0;
   return isStep ? m_dsp.stepImageGamma(request.value) : m_dsp.setImageGamma(request.value, true);
 }
 
@@ -88,10 +89,8 @@ int32_t CScene::CImage::CSenseupLimit::act(Request& request) {
 int32_t checkWhiteBalanceGain(Request& request) {
   constexpr int32_t kHighest = 255;
   const std::string& value = request.value;
-  if (value == "+" || value == "-") {
-    request.step = value == "+" ? 1 : -1;
-    return 0;
-  }
+  request.step = dsp::stepDirection(value);
+  if (request.step != 0) return 0;
   int32_t error = 0;
   if (value.size() < 2 || value.front() != 's') return -status::kNotUnderstood;
   request.number = CTmxdUtility::toLong(value.substr(1), 0, &error);
