@@ -16,14 +16,21 @@ int32_t CApplicationMan::init() {
   add<Application::CEvent::CAction>("event.action", "RWRWR-");
 
   add<Application::CObject>("object", kBranch);
-  add<Application::CObject::COverwrite>("object.overwrite", kBranch);
-  add<Application::CObject::COverwrite::CStatus>("object.overwrite.status", "RWRWR-");
-  add<Application::CObject::COverwrite::CPeriod>("object.overwrite.period", "RWRWR-");
   add<Application::CObject::CSource>("object.source", "RWRWR-");
   add<Application::CObject::CFramesize>("object.framesize", "RWRWR-");
   add<Application::CObject::CFramerate>("object.framerate", "RWRWR-");
   add<Application::CObject::CPrerec>("object.prerec", "RWRWR-");
   add<Application::CObject::CPostrec>("object.postrec", "RWRWR-");
+  add<Application::CObject::COverwrite>("object.overwrite", kBranch);
+  add<Application::CObject::COverwrite::CStatus>("object.overwrite.status", "RWRWR-");
+  add<Application::CObject::COverwrite::CPeriod>("object.overwrite.period", "RWRWR-");
+
+  add<Application::CPop>("pop", kBranch);
+  add<Application::CPop::CType>("pop.type", "RWRWR-");
+  add<Application::CPop::CHost>("pop.host", "RWRWR-");
+  add<Application::CPop::CPort>("pop.port", "RWRWR-");
+  add<Application::CPop::CUser>("pop.user", "RWRWR-");
+  add<Application::CPop::CPassword>("pop.password", "-W-W--");
 
   add<Application::CFtp>("ftp", kBranch);
   add<Application::CFtp::CHost>("ftp.host", "RWRWR-");
@@ -35,17 +42,12 @@ int32_t CApplicationMan::init() {
   add<Application::CFtp::CNaming>("ftp.naming", "RWRWR-");
   add<Application::CFtp::CNamingOption>("ftp.naming_option", "RWRWR-");
   add<Application::CFtp::CPassword>("ftp.password", "-W-W--");
+
   add<Application::CSmtp>("smtp", kBranch);
   add<Application::CSmtp::CType>("smtp.type", "RWRWR-");
   add<Application::CSmtp::CHost>("smtp.host", "RWRWR-");
   add<Application::CSmtp::CPort>("smtp.port", "RWRWR-");
   add<Application::CSmtp::CMailfrom>("smtp.mailfrom", "RWRWR-");
-  add<Application::CPop>("pop", kBranch);
-  add<Application::CPop::CType>("pop.type", "RWRWR-");
-  add<Application::CPop::CHost>("pop.host", "RWRWR-");
-  add<Application::CPop::CPort>("pop.port", "RWRWR-");
-  add<Application::CPop::CUser>("pop.user", "RWRWR-");
-  add<Application::CPop::CPassword>("pop.password", "-W-W--");
 
   add<Application::CAudioplay>("audioplay", kBranch);
   add<Application::CAudioplay::CStatus>("audioplay.status", "RWRWRW");

@@ -6,14 +6,14 @@
 
 int32_t CAudioMan::init() {
   add<Audio::CInput>("input", kBranch);
+  add<Audio::CInput::CHalfduplex>("input.halfduplex", "RWRWR-");
   add<Audio::CInput::CPowersupply>("input.powersupply", kBranch);
   add<Audio::CInput::CPowersupply::CStatus>("input.powersupply.status", "RWRWR-");
+  add<Audio::CInput::CGain>("input.gain", "RWRWR-");
   add<Audio::CInput::CDetection>("input.detection", kBranch);
   add<Audio::CInput::CDetection::CStatus>("input.detection.status", "RWRWR-");
   add<Audio::CInput::CDetection::CLevel>("input.detection.level", "RWRWR-");
   add<Audio::CInput::CDetection::CTemporal>("input.detection.temporal", "RWRWR-");
-  add<Audio::CInput::CHalfduplex>("input.halfduplex", "RWRWR-");
-  add<Audio::CInput::CGain>("input.gain", "RWRWR-");
   add<Audio::CInput::CLoopback>("input.loopback", "RW----");
 
   add<Audio::COutput>("output", kBranch);

@@ -7,14 +7,13 @@
 
 int32_t CEncodeMan::init() {
   add<Encode::CType>("type", "RWRWR-");
-  add<Encode::CFramesize>("framesize", "RWRWR-");
-  add<Encode::CFramerate>("framerate", "RWRWR-");
-  add<Encode::CBitrate>("bitrate", "RWRWR-");
   add<Encode::CQuality>("quality", "RWRWR-");
+  add<Encode::CBitrate>("bitrate", "RWRWR-");
   add<Encode::CIframeinterval>("iframeinterval", "RWRWR-");
   add<Encode::CCbrMode>("cbr_mode", "RWRWR-");
+  add<Encode::CFramerate>("framerate", "RWRWR-");
+  add<Encode::CFramesize>("framesize", "RWRWR-");
   add<Encode::CSource>("source", "R-R-R-");
-
   add<Encode::CStatus>("status", "RWRWR-");
 
   add<Encode::CRange>("range", kBranch);

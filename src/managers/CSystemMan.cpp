@@ -10,19 +10,22 @@
 int32_t CSystemMan::init() {
   add<System::CDate>("date", "RWR-R-");
   add<System::CTimezone>("timezone", "RWR-R-");
-
   add<System::CModel>("model", "R-R-R-");
   add<System::CGuid>("guid", "R-R-R-");
-  add<System::CSoftware>("software", kBranch);
-  add<System::CSoftware::CRevision>("software.revision", "R-R-R-");
-  add<System::CSoftware::CProgramid>("software.programid", "R-R-R-");
+
   add<System::CHardware>("hardware", kBranch);
   add<System::CHardware::CCpu>("hardware.cpu", kBranch);
   add<System::CHardware::CCpu::CUtilization>("hardware.cpu.utilization", "R-----");
   add<System::CHardware::CCpu::CClock>("hardware.cpu.clock", "R-----");
   add<System::CHardware::CDdr>("hardware.ddr", kBranch);
   add<System::CHardware::CDdr::CClock>("hardware.ddr.clock", "R-----");
+
+  add<System::CSoftware>("software", kBranch);
+  add<System::CSoftware::CRevision>("software.revision", "R-R-R-");
+  add<System::CSoftware::CProgramid>("software.programid", "R-R-R-");
+
   add<System::COzmMac>("_00c0de_ozm_mac", "RW----");
+  add<System::CStatus>("status", "-W----");
 
   add<System::CPassword>("password", kBranch);
   add<System::CPassword::CAdmin>("password.admin", "-W----");
@@ -33,7 +36,11 @@ int32_t CSystemMan::init() {
   add<System::CPassword::CUser::CStatus>("password.user.status", "RW----");
 
   add<System::CSession>("session", "R-R-R-");
+  add<System::CSession::CTotalBitrate>("session.total_bitrate", "R-R-R-");
+  add<System::CSession::CSendingCount>("session.sending_count", "R-R-R-");
+  add<System::CSession::CSendingMax>("session.sending_max", "R-R-R-");
   add<System::CSession::CSending>("session.sending", kBranch);
+  add<System::CSession::CSending::CBitrate>("session.sending.bitrate", "R-R-R-");
   add<System::CSession::CSending::CTo>("session.sending.to", kBranch);
   add<System::CSession::CSending::CTo::CIp>("session.sending.to.ip", "R-R-R-");
   add<System::CSession::CSending::CTo::CPort>("session.sending.to.port", "R-R-R-");
@@ -43,8 +50,10 @@ int32_t CSystemMan::init() {
   add<System::CSession::CSending::CFrom::CEncode>("session.sending.from.encode", "R-R-R-");
   add<System::CSession::CSending::CFrom::CFramesize>("session.sending.from.framesize", "R-R-R-");
   add<System::CSession::CSending::CFrom::CFramerate>("session.sending.from.framerate", "R-R-R-");
-  add<System::CSession::CSending::CBitrate>("session.sending.bitrate", "R-R-R-");
+  add<System::CSession::CReceivingCount>("session.receiving_count", "R-R-R-");
+  add<System::CSession::CReceivingMax>("session.receiving_max", "R-R-R-");
   add<System::CSession::CReceiving>("session.receiving", kBranch);
+  add<System::CSession::CReceiving::CBitrate>("session.receiving.bitrate", "R-R-R-");
   add<System::CSession::CReceiving::CFrom>("session.receiving.from", kBranch);
   add<System::CSession::CReceiving::CFrom::CIp>("session.receiving.from.ip", "R-R-R-");
   add<System::CSession::CReceiving::CFrom::CPort>("session.receiving.from.port", "R-R-R-");
@@ -52,16 +61,8 @@ int32_t CSystemMan::init() {
   add<System::CSession::CReceiving::CFrom::CSession>("session.receiving.from.session", "R-R-R-");
   add<System::CSession::CReceiving::CTo>("session.receiving.to", kBranch);
   add<System::CSession::CReceiving::CTo::CDecode>("session.receiving.to.decode", "R-R-R-");
-  add<System::CSession::CReceiving::CBitrate>("session.receiving.bitrate", "R-R-R-");
-  add<System::CSession::CTotalBitrate>("session.total_bitrate", "R-R-R-");
-  add<System::CSession::CSendingCount>("session.sending_count", "R-R-R-");
-  add<System::CSession::CSendingMax>("session.sending_max", "R-R-R-");
-  add<System::CSession::CReceivingCount>("session.receiving_count", "R-R-R-");
-  add<System::CSession::CReceivingMax>("session.receiving_max", "R-R-R-");
 
   add<System::CLog>("log", "R-----");
   add<System::CLoglevel>("loglevel", "RW----");
-
-  add<System::CStatus>("status", "-W----");
   return 0;
 }
