@@ -145,7 +145,7 @@ int32_t Config::writeConfig(Family family, int32_t index) {
   }
   const int32_t result = rewrite(family, familyPath(family, index), tablesOfFile(family, index));
   if (lock.release() < 0) {
-    TMX_LOG(LOG_ERR, "Config: Failed to unlock /mnt/flash.");
+    TMX_LOG(LOG_ERR, "Config: Failed to unlock /mnt/flash");
     return kLockFailed;
   }
   return result;
