@@ -9,7 +9,7 @@ constexpr useconds_t kRetryMicroseconds = 100'000;
 }
 
 FlashHold::FlashHold() {
-  while ((m_descriptor = Config::getInstance()->lockFlash()) < 0) {
+  while ((m_descriptor = Config::lockFlash()) < 0) {
     usleep(kRetryMicroseconds);
   }
 }
@@ -19,7 +19,7 @@ FlashHold::~FlashHold() {
 }
 
 int32_t FlashHold::release() {
-  const int32_t result = Config::getInstance()->unlockFlash(m_descriptor);
+  const int32_t result = Config::unlockFlash(m_descriptor);
   m_descriptor = -1;
   return result;
 }

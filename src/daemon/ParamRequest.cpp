@@ -1,9 +1,10 @@
 #include "daemon/ParamRequest.h"
 
+#include <algorithm>
 #include <cassert>
-#include <exception>
 
 #include "config/Initialising.h"
+#include "local/LittleEndian.h"
 #include "managers/CApplicationMan.h"
 #include "managers/CAudioMan.h"
 #include "managers/CCameraMan.h"
@@ -28,10 +29,6 @@ constexpr uint32_t kShortestFrame = 3;
 constexpr uint32_t kFrameLengths = 1024;
 constexpr size_t kLengthField = 4;
 constexpr size_t kHeader = 2;
-
-uint32_t fromLittleEndian(const std::array<uint8_t, kLengthField>& bytes) {
-  return uint32_t{bytes[0]} | uint32_t{bytes[1]} << 8 | uint32_t{bytes[2]} << 16 | uint32_t{bytes[3]} << 24;
-}
 
 void runPostActions(bool reboot, bool addressClient, bool webServer) {
   CTmxdUtility utility;
@@ -127,7 +124,7 @@ int32_t ParamRequest::recvRequest(int32_t descriptor) {
     TMX_LOG(LOG_DEBUG, "read query length error");
     return -1;
   }
-  const uint32_t length = fromLittleEndian(field);
+  const uint32_t length = getWord(field, 0);
   if (length - kShortestFrame >= kFrameLengths) {
     TMX_LOG(LOG_DEBUG, "query length error");
     return -1;
@@ -187,13 +184,9 @@ void ParamRequest::processItem(Parameter& parameter, const std::string& item, Po
 
 int32_t ParamRequest::sendResponse(int32_t descriptor, const std::string& text) {
   if (text.empty()) return -1;
-  const auto length = static_cast<uint32_t>(text.size());
-  std::string frame;
-  frame.reserve(kLengthField + text.size());
-  for (unsigned shift = 0; shift < 32; shift += 8) {
-    frame += static_cast<char>(length >> shift & 0xFF);
-  }
-  frame += text;
+  std::vector<uint8_t> frame(kLengthField);
+  putWord(frame, 0, static_cast<uint32_t>(text.size()));
+  frame.insert(frame.end(), text.begin(), text.end());
   if (CTmxdUtility().writeData(descriptor, frame.data(), frame.size()) < static_cast<int32_t>(frame.size())) return -1;
   TMX_LOG(LOG_DEBUG, "response(%s)", text.c_str());
   return 0;

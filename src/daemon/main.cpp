@@ -2,14 +2,12 @@
 // of telling what failed.
 
 #include <getopt.h>
-#include <signal.h>
 #include <unistd.h>
 
 #include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <string>
 
 #include "config/Config.h"

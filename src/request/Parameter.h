@@ -55,7 +55,6 @@ class Parameter {
   /** "<BR>\r\n" or "\r\n", by the content type. */
   [[nodiscard]] const char* getLineEnd() const;
 
-  void setPath(const std::string& path) { m_path = path; }
   void setPostAction(PostAction action) { m_postAction = action; }
   void clearValue() { m_value.clear(); }
   void reset();
