@@ -27,6 +27,7 @@ int execute(const std::vector<std::string>& words, std::string* output) {
   const pid_t child = fork();
   if (child == 0) {
     std::vector<char*> argv;
+    argv.reserve(words.size() + 1);
     for (const std::string& word : words)
       argv.push_back(const_cast<char*>(word.c_str()));
     argv.push_back(nullptr);

@@ -16,13 +16,15 @@ Comparison compare(const Work& subject, const Work& floor, int turns, int repeti
   std::vector<double> floorWalls;
   std::vector<double> ratios;
   std::vector<double> processorRatios;
-  for (int turn = 0; turn < turns; ++turn) {
+  // The first turn fills the caches and does not count.
+  for (int turn = -1; turn < turns; ++turn) {
     Cost own;
     Cost bare;
     if (turn % 2 == 0) own = subject(repetitions);
     bare = floor(repetitions);
     if (turn % 2 != 0) own = subject(repetitions);
     if (own.wall < 0 || bare.wall < 0) return {};
+    if (turn < 0) continue;
     walls.push_back(own.wall);
     floorWalls.push_back(bare.wall);
     ratios.push_back(own.wall / bare.wall);

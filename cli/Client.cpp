@@ -125,7 +125,7 @@ Reply Client::exchangeFrame(std::string_view frame) const {
   if (Reply reply = connectTo(fd.get(), m_socket); reply.outcome != Outcome::kAnswered) return reply;
   if (Reply reply = sendAll(fd.get(), frame); reply.outcome != Outcome::kAnswered) return reply;
 
-  const Reply head = receive(fd.get(), kLengthSize, deadline);
+  Reply head = receive(fd.get(), kLengthSize, deadline);
   if (head.outcome != Outcome::kAnswered) return head;
   const std::uint32_t length = frameLength(head.text.data());
   if (length == 0 || length > kMaxAnswer) return {Outcome::kNoAnswer, "the answer has no possible length"};
