@@ -113,7 +113,8 @@ std::vector<std::string> expandSelectors(const std::string& path) {
   std::size_t begin = 0;
   while (begin <= path.size()) {
     const std::size_t end = std::min(path.find('.', begin), path.size());
-    const std::string layer = (begin == 0 ? "" : ".") + path.substr(begin, end - begin);
+    std::string layer = begin == 0 ? "" : ".";
+    layer.append(path, begin, end - begin);
     const std::vector<std::string> selectors = selectorsOf(withLongRoot(std::string_view(path).substr(0, end)));
     std::vector<std::string> longer;
     for (const std::string& front : paths) {
