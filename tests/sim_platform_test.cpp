@@ -152,6 +152,21 @@ TEST(Json, GivesEveryTextBack) {
   }
 }
 
+TEST(Json, IsValidWhateverTheBytes) {
+  const std::vector<std::pair<std::string, std::string>> cases{
+      {"gr\xc3\xbc\xc3\x9f", "\"gr\xc3\xbc\xc3\x9f\""},
+      {"\xf0\x9f\x98\x80", "\"\xf0\x9f\x98\x80\""},
+      {"\xff", R"("\u00ff")"},
+      {"\xe2\x82", R"("\u00e2\u0082")"},
+      {"\xc0\xaf", R"("\u00c0\u00af")"},                      // overlong
+      {"\xe0\x80\xaf", R"("\u00e0\u0080\u00af")"},            // overlong
+      {"\xed\xa0\x80", R"("\u00ed\u00a0\u0080")"},            // half of a surrogate pair
+      {"\xf4\x90\x80\x80", R"("\u00f4\u0090\u0080\u0080")"},  // beyond the last character
+  };
+  for (const auto& [text, json] : cases)
+    EXPECT_EQ(sim::jsonString(text), json);
+}
+
 TEST(Json, TakesNoOtherLine) {
   const std::string whole = sim::JsonObject().text("a", "b\"").number("c", 1).list("d", {"e", "f g"}).toString();
   ASSERT_TRUE(sim::parseJsonObject(whole));
