@@ -120,7 +120,7 @@ std::vector<std::string> expandSelectors(const std::string& path) {
     for (const std::string& front : paths) {
       if (selectors.empty()) longer.push_back(front + layer);
       for (const std::string& selector : selectors)
-        longer.push_back(front + layer + "(" + selector + ")");
+        longer.emplace_back(front).append(layer).append("(").append(selector).append(")");
     }
     paths = std::move(longer);
     begin = end + 1;
