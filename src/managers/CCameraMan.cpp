@@ -24,8 +24,100 @@
 
 int32_t CCameraMan::init() {
   add<Camera::CStatus>("status", "-W-W--");
+  add<Camera::CId>("id", "RWRWR-");
+  add<Camera::CId>("comment", "RWRWR-");
+
+  add<Camera::CDefectDetect>("defect_detect", kBranch);
+  add<Camera::CDefectDetect::CStatic>("defect_detect.static", kBranch);
+  add<Camera::CDefectDetect::CStatic::CAdjust>("defect_detect.static.adjust", "RWRWR-");
+  add<Camera::CDefectDetect::CStatic::CStatus>("defect_detect.static.status", "RWRWR-");
+  add<Camera::CDefectDetect::CStatic::CAdjustDetail>("defect_detect.static.adjust_detail", "R-R-R-");
+  add<Camera::CDefectDetect::CDynamic>("defect_detect.dynamic", kBranch);
+  add<Camera::CDefectDetect::CDynamic::CStatus>("defect_detect.dynamic.status", kBranch);
+
+  add<Camera::CFpn>("fpn", kBranch);
+  add<Camera::CFpn::CAdjust>("fpn.adjust", "RWRWR-");
+  add<Camera::CFpn::CAdjustDetail>("fpn.adjust_detail", "R-R-R-");
+  add<Camera::CFpn::CNum>("fpn.num", "R-R-R-");
+
+  add<Camera::CPrivateMask>("private_mask", kBranch);
+  add<Camera::CPrivateMask::CStatus>("private_mask.status", "RWRWR-");
+  add<Camera::CPrivateMask::CColor>("private_mask.color", "RWRWR-");
+  add<Camera::CPrivateMask::CArea>("private_mask.area", "RWRWR-");
+
+  add<Camera::CDetection>("detection", kBranch);
+  add<Camera::CDetection::CStatus>("detection.status", "RWRWR-");
+  add<Camera::CDetection::CArea>("detection.area", "RWRWR-");
+  add<Camera::CDetection::CLevel>("detection.level", "RWRWR-");
+  add<Camera::CDetection::CTemporal>("detection.temporal", "RWRWR-");
+  add<Camera::CDetection::CAreaCount>("detection.area_count", "R-R-R-");
+
+  add<Camera::CStealth>("stealth", "RWRWR-");
+  add<Camera::CIdentify>("identify", "RWRWR-");
+
+  add<Camera::CFocus>("focus", "RWRWR-");
+  add<Camera::CFocus::CRunCounter>("focus.run_counter", "RWRWR-");
+  add<Camera::CFocus::CAdjustMode>("focus.adjust_mode", "RWRWR-");
+  add<Camera::CFocus::CProgress>("focus.progress", "R-R-R-");
+  add<Camera::CFocus::CStatus>("focus.status", "R-R-R-");
+  add<Camera::CFocus::CFinefocus>("focus.finefocus", "RWR-R-");
+  add<Camera::CFocus::CNightfocus>("focus.nightfocus", "RWR-R-");
+  add<Camera::CFocus::CAbfPos>("focus.abf_pos", "-W----");
+  add<Camera::CFocus::CGpiofrom>("focus.gpiofrom", kBranch);
+  add<Camera::CFocus::CGpiofrom::CIcrStatus>("focus.gpiofrom.icr_status", "-W----");
+  add<Camera::CFocus::CGpiofrom::CStatus>("focus.gpiofrom.status", "-W----");
+  add<Camera::CFocus::CGpiofrom::CCheckStatus>("focus.gpiofrom.check_status", "-W----");
+  add<Camera::CFocus::CDate>("focus.date", kBranch);
+  add<Camera::CFocus::CDate::CStatus>("focus.date.status", "R-----");
+  add<Camera::CFocus::CAssist>("focus.assist", kBranch);
+  add<Camera::CFocus::CAssist::CStatus>("focus.assist.status", "RWRWR-");
+
+  add<Camera::CFocus::CAssist>("focusassist", kBranch);
+  add<Camera::CFocus::CAssist::CStatus>("focusassist.status", "RWRWR-");
+
+  add<Camera::CMotion>("motion", kBranch);
+  add<Camera::CMotion::CClickoncenter>("motion.clickoncenter", "-W-W--");
+  add<Camera::CMotion::CPan>("motion.pan", "RWRWR-");
+  add<Camera::CMotion::CPan::CStatus>("motion.pan.status", "RWRWR-");
+  add<Camera::CMotion::CPan::CMode>("motion.pan.mode", "RWRWR-");
+  add<Camera::CMotion::CPan::CSpeed>("motion.pan.speed", "RWRWR-");
+  add<Camera::CMotion::CTilt>("motion.tilt", "RWRWR-");
+  add<Camera::CMotion::CTilt::CStatus>("motion.tilt.status", "RWRWR-");
+  add<Camera::CMotion::CTilt::CMode>("motion.tilt.mode", "RWRWR-");
+  add<Camera::CMotion::CTilt::CSpeed>("motion.tilt.speed", "RWRWR-");
+  add<Camera::CMotion::CZoom>("motion.zoom", "RWRWR-");
+  add<Camera::CMotion::CZoom::CStatus>("motion.zoom.status", "RWRWR-");
+  add<Camera::CMotion::CZoom::CMode>("motion.zoom.mode", "RWRWR-");
+  add<Camera::CMotion::CZoom::CSpeed>("motion.zoom.speed", "RWRWR-");
+  add<Camera::CMotion::CAbszoom>("motion.abszoom", "RWRWR-");
+  add<Camera::CMotion::CPosition>("motion.position", kBranch);
+  add<Camera::CMotion::CPosition::CSpeed>("motion.position.speed", "RWRWR-");
+  add<Camera::CMotion::CAutoPatrol>("motion.auto_patrol", kBranch);
+  add<Camera::CMotion::CAutoPatrol::CStatus>("motion.auto_patrol.status", "RWRWR-");
+  add<Camera::CMotion::CAutoPatrol::CPosition>("motion.auto_patrol.position", "RWRWR-");
+  add<Camera::CMotion::CAutoPatrol::CPosition::CDuration>("motion.auto_patrol.position.duration", "RWRWR-");
+  add<Camera::CMotion::CAutoPatrol::CPosition::CSpeed>("motion.auto_patrol.position.speed", "RWRWR-");
+  add<Camera::CMotion::CAutoReturn>("motion.auto_return", kBranch);
+  add<Camera::CMotion::CAutoReturn::CStatus>("motion.auto_return.status", "RWRWR-");
+  add<Camera::CMotion::CAutoReturn::CMode>("motion.auto_return.mode", "RWRWR-");
+  add<Camera::CMotion::CAutoReturn::CTimeout>("motion.auto_return.timeout", "RWRWR-");
+
+  add<Camera::CPosition>("position", kBranch);
+  add<Camera::CPosition::CStatus>("position.status", "RWRWR-");
+  add<Camera::CPosition::CPan>("position.pan", "R-R-R-");
+  add<Camera::CPosition::CTilt>("position.tilt", "R-R-R-");
+  add<Camera::CPosition::CZoom>("position.zoom", "R-R-R-");
+  add<Camera::CPosition::CComment>("position.comment", "RWRWRW");
+
+  add<Camera::CImage>("image", kBranch);
+  add<Camera::CImage::CTrueDaynight>("image.true_daynight", kBranch);
+  add<Camera::CImage::CTrueDaynight::CIrCounter>("image.true_daynight.ir_counter", "RWRWR-");
+  add<Camera::CImage::CTrueDaynight::CLedCounter>("image.true_daynight.led_counter", "RWRWR-");
+  add<Camera::CImage::CWhiteBalance>("image.white_balance", kBranch);
+  add<Camera::CImage::CWhiteBalance::CArea>("image.white_balance.area", "RWRWR-");
 
   add<Camera::CScene>("scene", kBranch);
+  add<Camera::CScene::CStatus>("scene.status", "RWRWR-");
   add<Camera::CScene::CImage>("scene.image", kBranch);
   add<Camera::CScene::CImage::CColor>("scene.image.color", "RWRWR-");
   add<Camera::CScene::CImage::CGamma>("scene.image.gamma", "RWRWR-");
@@ -45,122 +137,26 @@ int32_t CCameraMan::init() {
   add<Camera::CScene::CImage::CLumx>("scene.image.lumx", "RWRWR-");
   add<Camera::CScene::CImage::CBlc>("scene.image.blc", "RWRWR-");
   add<Camera::CScene::CImage::CBlc::CArea>("scene.image.blc.area", "RWRWR-");
+  add<Camera::CScene::CShutter>("scene.shutter", "RWRWR-");
   add<Camera::CScene::CAutoExposure>("scene.auto_exposure", kBranch);
-  add<Camera::CScene::CAutoExposure::CAvPk>("scene.auto_exposure.av_pk", kBranch);
-  add<Camera::CScene::CAutoExposure::CAvPk::CColor>("scene.auto_exposure.av_pk.color", "RWRWR-");
-  add<Camera::CScene::CAutoExposure::CAvPk::CBlackWhite>("scene.auto_exposure.av_pk.black_white", "RWRWR-");
   add<Camera::CScene::CAutoExposure::CReference>("scene.auto_exposure.reference", "RWRWR-");
   add<Camera::CScene::CAutoExposure::CReferenceExt>("scene.auto_exposure.reference_ext", "RWRWR-");
   add<Camera::CScene::CAutoExposure::CPriority>("scene.auto_exposure.priority", "RWRWR-");
-  add<Camera::CScene::CStatus>("scene.status", "RWRWR-");
-  add<Camera::CScene::CShutter>("scene.shutter", "RWRWR-");
+  add<Camera::CScene::CAutoExposure::CAvPk>("scene.auto_exposure.av_pk", kBranch);
+  add<Camera::CScene::CAutoExposure::CAvPk::CColor>("scene.auto_exposure.av_pk.color", "RWRWR-");
+  add<Camera::CScene::CAutoExposure::CAvPk::CBlackWhite>("scene.auto_exposure.av_pk.black_white", "RWRWR-");
   add<Camera::CScene::CName>("scene.name", "R-R-R-");
-
-  add<Camera::CMotion>("motion", kBranch);
-  add<Camera::CMotion::CPosition>("motion.position", kBranch);
-  add<Camera::CMotion::CPosition::CSpeed>("motion.position.speed", "RWRWR-");
-  add<Camera::CMotion::CAutoPatrol>("motion.auto_patrol", kBranch);
-  add<Camera::CMotion::CAutoPatrol::CStatus>("motion.auto_patrol.status", "RWRWR-");
-  add<Camera::CMotion::CAutoPatrol::CPosition>("motion.auto_patrol.position", "RWRWR-");
-  add<Camera::CMotion::CAutoPatrol::CPosition::CDuration>("motion.auto_patrol.position.duration", "RWRWR-");
-  add<Camera::CMotion::CAutoPatrol::CPosition::CSpeed>("motion.auto_patrol.position.speed", "RWRWR-");
-  add<Camera::CMotion::CAutoReturn>("motion.auto_return", kBranch);
-  add<Camera::CMotion::CAutoReturn::CStatus>("motion.auto_return.status", "RWRWR-");
-  add<Camera::CMotion::CAutoReturn::CMode>("motion.auto_return.mode", "RWRWR-");
-  add<Camera::CMotion::CAutoReturn::CTimeout>("motion.auto_return.timeout", "RWRWR-");
-  add<Camera::CMotion::CClickoncenter>("motion.clickoncenter", "-W-W--");
-  add<Camera::CMotion::CPan>("motion.pan", "RWRWR-");
-  add<Camera::CMotion::CPan::CStatus>("motion.pan.status", "RWRWR-");
-  add<Camera::CMotion::CPan::CMode>("motion.pan.mode", "RWRWR-");
-  add<Camera::CMotion::CPan::CSpeed>("motion.pan.speed", "RWRWR-");
-  add<Camera::CMotion::CTilt>("motion.tilt", "RWRWR-");
-  add<Camera::CMotion::CTilt::CStatus>("motion.tilt.status", "RWRWR-");
-  add<Camera::CMotion::CTilt::CMode>("motion.tilt.mode", "RWRWR-");
-  add<Camera::CMotion::CTilt::CSpeed>("motion.tilt.speed", "RWRWR-");
-  add<Camera::CMotion::CZoom>("motion.zoom", "RWRWR-");
-  add<Camera::CMotion::CZoom::CStatus>("motion.zoom.status", "RWRWR-");
-  add<Camera::CMotion::CZoom::CMode>("motion.zoom.mode", "RWRWR-");
-  add<Camera::CMotion::CZoom::CSpeed>("motion.zoom.speed", "RWRWR-");
-  add<Camera::CMotion::CAbszoom>("motion.abszoom", "RWRWR-");
-  add<Camera::CPosition>("position", kBranch);
-  add<Camera::CPosition::CStatus>("position.status", "RWRWR-");
-  add<Camera::CPosition::CPan>("position.pan", "R-R-R-");
-  add<Camera::CPosition::CTilt>("position.tilt", "R-R-R-");
-  add<Camera::CPosition::CZoom>("position.zoom", "R-R-R-");
-  add<Camera::CPosition::CComment>("position.comment", "RWRWRW");
-
-  add<Camera::CDetection>("detection", kBranch);
-  add<Camera::CDetection::CStatus>("detection.status", "RWRWR-");
-  add<Camera::CDetection::CArea>("detection.area", "RWRWR-");
-  add<Camera::CDetection::CLevel>("detection.level", "RWRWR-");
-  add<Camera::CDetection::CTemporal>("detection.temporal", "RWRWR-");
-  add<Camera::CDetection::CAreaCount>("detection.area_count", "R-R-R-");
-
-  add<Camera::CId>("id", "RWRWR-");
-  add<Camera::CId>("comment", "RWRWR-");
-  add<Camera::CStealth>("stealth", "RWRWR-");
-  add<Camera::CIdentify>("identify", "RWRWR-");
-
-  add<Camera::CFocus>("focus", "RWRWR-");
-  add<Camera::CFocus::CGpiofrom>("focus.gpiofrom", kBranch);
-  add<Camera::CFocus::CGpiofrom::CIcrStatus>("focus.gpiofrom.icr_status", "-W----");
-  add<Camera::CFocus::CGpiofrom::CStatus>("focus.gpiofrom.status", "-W----");
-  add<Camera::CFocus::CGpiofrom::CCheckStatus>("focus.gpiofrom.check_status", "-W----");
-  add<Camera::CFocus::CDate>("focus.date", kBranch);
-  add<Camera::CFocus::CDate::CStatus>("focus.date.status", "R-----");
-  add<Camera::CFocus::CAssist>("focus.assist", kBranch);
-  add<Camera::CFocus::CAssist::CStatus>("focus.assist.status", "RWRWR-");
-  add<Camera::CFocus::CRunCounter>("focus.run_counter", "RWRWR-");
-  add<Camera::CFocus::CAdjustMode>("focus.adjust_mode", "RWRWR-");
-  add<Camera::CFocus::CProgress>("focus.progress", "R-R-R-");
-  add<Camera::CFocus::CStatus>("focus.status", "R-R-R-");
-  add<Camera::CFocus::CFinefocus>("focus.finefocus", "RWR-R-");
-  add<Camera::CFocus::CNightfocus>("focus.nightfocus", "RWR-R-");
-  add<Camera::CFocus::CAbfPos>("focus.abf_pos", "-W----");
-  add<Camera::CFocus::CAssist>("focusassist", kBranch);
-  add<Camera::CFocus::CAssist::CStatus>("focusassist.status", "RWRWR-");
 
   add<Camera::CIris>("iris", "-W----");
   add<Camera::CIris::CLenstype>("iris.lenstype", "RWR-R-");
 
-  add<Camera::CPrivateMask>("private_mask", kBranch);
-  add<Camera::CPrivateMask::CStatus>("private_mask.status", "RWRWR-");
-  add<Camera::CPrivateMask::CColor>("private_mask.color", "RWRWR-");
-  add<Camera::CPrivateMask::CArea>("private_mask.area", "RWRWR-");
-
-  add<Camera::CDefectDetect>("defect_detect", kBranch);
-  add<Camera::CDefectDetect::CStatic>("defect_detect.static", kBranch);
-  add<Camera::CDefectDetect::CStatic::CAdjust>("defect_detect.static.adjust", "RWRWR-");
-  add<Camera::CDefectDetect::CStatic::CStatus>("defect_detect.static.status", "RWRWR-");
-  add<Camera::CDefectDetect::CStatic::CAdjustDetail>("defect_detect.static.adjust_detail", "R-R-R-");
-  add<Camera::CDefectDetect::CDynamic>("defect_detect.dynamic", kBranch);
-  add<Camera::CDefectDetect::CDynamic::CStatus>("defect_detect.dynamic.status", kBranch);
-  add<Camera::CFpn>("fpn", kBranch);
-  add<Camera::CFpn::CAdjust>("fpn.adjust", "RWRWR-");
-  add<Camera::CFpn::CAdjustDetail>("fpn.adjust_detail", "R-R-R-");
-  add<Camera::CFpn::CNum>("fpn.num", "R-R-R-");
-
-  add<Camera::CImage>("image", kBranch);
-  add<Camera::CImage::CTrueDaynight>("image.true_daynight", kBranch);
-  add<Camera::CImage::CTrueDaynight::CIrCounter>("image.true_daynight.ir_counter", "RWRWR-");
-  add<Camera::CImage::CTrueDaynight::CLedCounter>("image.true_daynight.led_counter", "RWRWR-");
-  add<Camera::CImage::CWhiteBalance>("image.white_balance", kBranch);
-  add<Camera::CImage::CWhiteBalance::CArea>("image.white_balance.area", "RWRWR-");
-
-  add<Camera::CInternal>("internal", kBranch);
-  add<Camera::CInternal::CData>("internal.data", "RWR-R-");
-  add<Camera::CInternal::CDeviceid>("internal.deviceid", "-W----");
-  add<Camera::CInternal::CAddress>("internal.address", "-W----");
-  add<Camera::CScpGet>("scp_get", "RW----");
-  add<Camera::CScpSet>("scp_set", "RW----");
-
   add<Camera::CDspadjust>("dspadjust", kBranch);
+  add<Camera::CDspadjust::CAdjustmode>("dspadjust.adjustmode", "RWR-R-");
+  add<Camera::CDspadjust::CSubadjust>("dspadjust.subadjust", "RWR-R-");
   add<Camera::CDspadjust::CIris>("dspadjust.iris", kBranch);
   add<Camera::CDspadjust::CIris::CEvref>("dspadjust.iris.evref", "RWR-R-");
   add<Camera::CDspadjust::CAe>("dspadjust.ae", kBranch);
   add<Camera::CDspadjust::CAe::CArea>("dspadjust.ae.area", "RWRWR-");
-  add<Camera::CDspadjust::CAdjustmode>("dspadjust.adjustmode", "RWR-R-");
-  add<Camera::CDspadjust::CSubadjust>("dspadjust.subadjust", "RWR-R-");
   add<Camera::CDspadjust::CStaticNum>("dspadjust.static_num", "RWR-R-");
   add<Camera::CDspadjust::CPreWbNormr>("dspadjust.pre_wb_normr", "RWR-R-");
   add<Camera::CDspadjust::CPreWbNormrKeep>("dspadjust.pre_wb_normr_keep", "RWR-R-");
@@ -182,6 +178,11 @@ int32_t CCameraMan::init() {
   add<Camera::CDspadjust::CStatus>("dspadjust.status", "-W----");
   add<Camera::CDspadjust::CSensor>("dspadjust.sensor", "-W----");
 
+  add<Camera::CInternal>("internal", kBranch);
+  add<Camera::CInternal::CData>("internal.data", "RWR-R-");
+  add<Camera::CInternal::CDeviceid>("internal.deviceid", "-W----");
+  add<Camera::CInternal::CAddress>("internal.address", "-W----");
+
   add<Camera::CAdjustService>("adjust_service", kBranch);
   add<Camera::CAdjustService::CAlc>("adjust_service.alc", kBranch);
   add<Camera::CAdjustService::CAlc::CSpeed>("adjust_service.alc.speed", "RWRWRW");
@@ -197,6 +198,11 @@ int32_t CCameraMan::init() {
   add<Camera::CAdjustService::CIris::CLimitHigh>("adjust_service.iris.limit_high", "RWRWRW");
   add<Camera::CAdjustService::CIris::CLimitLow>("adjust_service.iris.limit_low", "RWRWRW");
   add<Camera::CAdjustService::CAtw>("adjust_service.atw", kBranch);
+  add<Camera::CAdjustService::CAtw::CSpeed>("adjust_service.atw.speed", "RWRWRW");
+  add<Camera::CAdjustService::CAtw::CErrEn>("adjust_service.atw.err_en", "RWRWRW");
+  add<Camera::CAdjustService::CAtw::CErrHigh>("adjust_service.atw.err_high", "RWRWRW");
+  add<Camera::CAdjustService::CAtw::CErrLow>("adjust_service.atw.err_low", "RWRWRW");
+  add<Camera::CAdjustService::CAtw::CRestart>("adjust_service.atw.restart", "RWRWRW");
   add<Camera::CAdjustService::CRange>("adjust_service.atw.range", kBranch);
   add<Camera::CAdjustService::CRange::CWide>("adjust_service.atw.range.wide", kBranch);
   add<Camera::CAdjustService::CRange::CWide::CR>("adjust_service.atw.range.wide.r", "RWRWRW");
@@ -216,11 +222,6 @@ int32_t CCameraMan::init() {
   add<Camera::CAdjustService::CRange::CNarrow::CMgLow>("adjust_service.atw.range.narrow.mg_low", "RWRWRW");
   add<Camera::CAdjustService::CRange::CNarrow::CMgNorm>("adjust_service.atw.range.narrow.mg_norm", "RWRWRW");
   add<Camera::CAdjustService::CRange::CNarrow::CMgHigh>("adjust_service.atw.range.narrow.mg_high", "RWRWRW");
-  add<Camera::CAdjustService::CAtw::CSpeed>("adjust_service.atw.speed", "RWRWRW");
-  add<Camera::CAdjustService::CAtw::CErrEn>("adjust_service.atw.err_en", "RWRWRW");
-  add<Camera::CAdjustService::CAtw::CErrHigh>("adjust_service.atw.err_high", "RWRWRW");
-  add<Camera::CAdjustService::CAtw::CErrLow>("adjust_service.atw.err_low", "RWRWRW");
-  add<Camera::CAdjustService::CAtw::CRestart>("adjust_service.atw.restart", "RWRWRW");
   add<Camera::CAdjustService::CRange>("adjust_service.range", kBranch);
   add<Camera::CAdjustService::CRange::CWide>("adjust_service.range.wide", kBranch);
   add<Camera::CAdjustService::CRange::CWide::CR>("adjust_service.range.wide.r", "RWRWRW");
@@ -245,6 +246,9 @@ int32_t CCameraMan::init() {
   add<Camera::CAdjustService::CLumx::CGain>("adjust_service.lumx.gain", "RWRWRW");
   add<Camera::CAdjustService::CInformation>("adjust_service.information", "R-----");
   add<Camera::CAdjustService::CStatus>("adjust_service.status", "-W-W-W");
+
+  add<Camera::CScpGet>("scp_get", "RW----");
+  add<Camera::CScpSet>("scp_set", "RW----");
 
   CCameraApiBase::m_setCurrentSceneid();
   m_setUpEncoders();

@@ -13,8 +13,8 @@ int32_t CEncodeMan::init() {
   add<Encode::CCbrMode>("cbr_mode", "RWRWR-");
   add<Encode::CFramerate>("framerate", "RWRWR-");
   add<Encode::CFramesize>("framesize", "RWRWR-");
-  add<Encode::CSource>("source", "R-R-R-");
   add<Encode::CStatus>("status", "RWRWR-");
+  add<Encode::CSource>("source", "R-R-R-");
 
   add<Encode::CRange>("range", kBranch);
   add<Encode::CRange::CQuality>("range.quality", "R-R-R-");

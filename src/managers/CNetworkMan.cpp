@@ -9,7 +9,6 @@
 
 int32_t CNetworkMan::init() {
   add<Network::CHostname>("hostname", "RWR-R-");
-  add<Network::CInterfaceCount>("interface_count", "R-R-R-");
 
   add<Network::CDestination>("destination", kBranch);
   add<Network::CDestination::CHost>("destination.host", "RWR-R-");
@@ -72,6 +71,8 @@ int32_t CNetworkMan::init() {
   add<Network::CHttps::CStatus>("https.status", "RWR-R-");
   add<Network::CHttps::CPort>("https.port", "RWRWR-");
 
+  add<Network::CInterfaceCount>("interface_count", "R-R-R-");
+
   add<Network::CInterface>("interface", kBranch);
   add<Network::CInterface::CIp>("interface.ip", "RWR-R-");
   add<Network::CInterface::CSubnetmask>("interface.subnetmask", "RWR-R-");
@@ -87,10 +88,10 @@ int32_t CNetworkMan::init() {
   add<Network::CInterface::CTtl::CMulticast>("interface.ttl.multicast", "RWR-R-");
   add<Network::CInterface::CTtl::CUnicast>("interface.ttl.unicast", "RWR-R-");
   add<Network::CInterface::CNegotiation>("interface.negotiation", "RWR-R-");
-  add<Network::CInterface::CIpv6>("interface.ipv6", kBranch);
-  add<Network::CInterface::CIpv6::CStatus>("interface.ipv6.status", "RWR-R-");
   add<Network::CInterface::CMac>("interface.mac", "R-R-R-");
   add<Network::CInterface::CNegotiationDetail>("interface.negotiation_detail", "R-R-R-");
+  add<Network::CInterface::CIpv6>("interface.ipv6", kBranch);
+  add<Network::CInterface::CIpv6::CStatus>("interface.ipv6.status", "RWR-R-");
   add<Network::CInterface::CIpv6::CLinkLocal>("interface.ipv6.link_local", "R-R-R-");
   add<Network::CInterface::CIpv6::CGlobal>("interface.ipv6.global", "R-R-R-");
   return 0;

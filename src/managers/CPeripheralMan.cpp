@@ -28,11 +28,11 @@ int32_t CPeripheralMan::init() {
   add<Peripheral::CSerial::CRtsOffset>("serial.rts_offset", "RWRWR-");
 
   add<Peripheral::CInputPin>("input_pin", kBranch);
-  add<Peripheral::CInputPin::CPin>("input_pin.pin", kBranch);
-  add<Peripheral::CInputPin::CPin::CChatter>("input_pin.pin.chatter", "RWRWR-");
   add<Peripheral::CInputPin::CType>("input_pin.type", "R-R-R-");
   add<Peripheral::CInputPin::CStatus>("input_pin.status", "R-R-R-");
   add<Peripheral::CInputPin::CPinCount>("input_pin.pin_count", "R-R-R-");
+  add<Peripheral::CInputPin::CPin>("input_pin.pin", kBranch);
+  add<Peripheral::CInputPin::CPin::CChatter>("input_pin.pin.chatter", "RWRWR-");
   add<Peripheral::CInputPin::CPin::CStatus>("input_pin.pin.status", "R-R-R-");
   return 0;
 }

@@ -8,11 +8,6 @@
 #include "system/Status.h"
 
 int32_t CSystemMan::init() {
-  add<System::CDate>("date", "RWR-R-");
-  add<System::CTimezone>("timezone", "RWR-R-");
-  add<System::CModel>("model", "R-R-R-");
-  add<System::CGuid>("guid", "R-R-R-");
-
   add<System::CHardware>("hardware", kBranch);
   add<System::CHardware::CCpu>("hardware.cpu", kBranch);
   add<System::CHardware::CCpu::CUtilization>("hardware.cpu.utilization", "R-----");
@@ -20,10 +15,16 @@ int32_t CSystemMan::init() {
   add<System::CHardware::CDdr>("hardware.ddr", kBranch);
   add<System::CHardware::CDdr::CClock>("hardware.ddr.clock", "R-----");
 
+  add<System::CDate>("date", "RWR-R-");
+  add<System::CTimezone>("timezone", "RWR-R-");
+  add<System::CModel>("model", "R-R-R-");
+  add<System::CGuid>("guid", "R-R-R-");
+
   add<System::CSoftware>("software", kBranch);
   add<System::CSoftware::CRevision>("software.revision", "R-R-R-");
   add<System::CSoftware::CProgramid>("software.programid", "R-R-R-");
 
+  add<System::CLog>("log", "R-----");
   add<System::COzmMac>("_00c0de_ozm_mac", "RW----");
   add<System::CStatus>("status", "-W----");
 
@@ -62,7 +63,6 @@ int32_t CSystemMan::init() {
   add<System::CSession::CReceiving::CTo>("session.receiving.to", kBranch);
   add<System::CSession::CReceiving::CTo::CDecode>("session.receiving.to.decode", "R-R-R-");
 
-  add<System::CLog>("log", "R-----");
   add<System::CLoglevel>("loglevel", "RW----");
   return 0;
 }
