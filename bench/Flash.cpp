@@ -26,8 +26,9 @@ bool Flash::saveOnce() const {
   if (fd < 0) return false;
   const bool isWritten = write(fd, m_content.data(), m_content.size()) == static_cast<ssize_t>(m_content.size());
   const bool isOnFlash = fsync(fd) == 0;
+  // As in the simulated camera, a sync writes out the camera's own file system and not the host's others.
   for (int i = 0; i < 3; ++i)
-    sync();
+    syncfs(fd);
   close(fd);
   std::this_thread::sleep_for(kWaitAfterUnlock);
   return isWritten && isOnFlash;

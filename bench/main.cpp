@@ -16,6 +16,7 @@
 #include "bench/Camera.h"
 #include "bench/Flash.h"
 #include "bench/Server.h"
+#include "bench/SessionDaemon.h"
 #include "bench/Statistics.h"
 #include "cli/Item.h"
 
@@ -74,6 +75,9 @@ struct Requests {
                                  frame({Item::write("encode(1).framerate", "15")})};
   std::vector<std::string> keep{frame({Item::write("userinterface.encode(1).cbr_mode(jpeg)", "vfs")}),
                                 frame({Item::write("userinterface.encode(1).cbr_mode(jpeg)", "afs")})};
+  std::vector<std::string> scene{frame({Item::write("camera.scene.image.color", "60")}),
+                                 frame({Item::write("camera.scene.image.color", "70")})};
+  std::vector<std::string> sessions{frame({Item::read("system.session")})};
 };
 /** The file that the kept parameter stands in. */
 constexpr const char* kKeptFile = "flash/sysconfig/ui.conf";
@@ -124,11 +128,38 @@ void printRequests(const Options& options, const bench::Camera& camera) {
   printRow("read one parameter", against(requests.read, 400));
   printRow("read 15 in one request", against(requests.fifteen, 200));
   printRow("write in memory", against(requests.stage, 400));
+  printRow("write of a scene item", against(requests.scene, 400));
   std::error_code error;
   const auto bytes = static_cast<std::size_t>(fs::file_size(camera.path(kKeptFile), error));
   const bench::Flash flash(camera.path("tmx_bench.flash"), error ? 0 : bytes);
   printRow("write to flash", bench::compare([&](int n) { return daemon.send(requests.keep, n); },
                                             [&](int n) { return flash.save(n); }, options.turns, 2));
+}
+
+/** The listing of all sessions, against a bare client of the session daemon that makes the same exchanges. */
+void printSessions(const Options& options, const bench::Camera& camera) {
+  const bench::Server daemon(camera.socket());
+  const Requests requests;
+  const std::string journal = camera.path("journal.jsonl");
+  std::error_code error;
+  const auto start = static_cast<long>(fs::file_size(journal, error));
+  if (error || daemon.send(requests.sessions, 1).wall < 0) return;
+  const bench::SessionDaemon bare(camera.path("tmp/session"), journal, start);
+  printRow(("session listing (" + std::to_string(bare.exchanges()) + ")").c_str(),
+           bench::compare([&](int n) { return daemon.send(requests.sessions, n); },
+                          [&](int n) { return bare.exchangeAll(n); }, options.turns, 2));
+}
+
+/** A commit that changes one frame rate: its whole time, of which the ordered waits are those of the saves. */
+void printCommit(const bench::Camera& camera) {
+  const bench::Server daemon(camera.socket());
+  const std::vector<std::string> steps{
+      frame({Item::write("encode(1).framerate", "10")}), frame({Item::write("encode(1).status", "save")}),
+      frame({Item::write("encode(1).framerate", "15")}), frame({Item::write("encode(1).status", "save")})};
+  const bench::Cost cost = daemon.send(steps, 40);
+  if (cost.wall < 0) return;
+  std::printf("%-22s %10s, processor %s\n", "stage and commit", bench::timeText(cost.wall * 2).c_str(),
+              bench::timeText(cost.processor * 2).c_str());
 }
 
 /** What a start costs, from the process's first moment to its first answer. */
@@ -189,7 +220,7 @@ bool soak(const bench::Camera& camera, long requests) {
 bool measure(const Options& options, const bench::Camera& camera) {
   const tmx::Client client(camera.socket(), std::chrono::seconds(30));
   const Requests requests;
-  for (const auto* frames : {&requests.read, &requests.fifteen, &requests.stage, &requests.keep}) {
+  for (const auto* frames : {&requests.read, &requests.fifteen, &requests.stage, &requests.keep, &requests.scene}) {
     if (!areAccepted(client, *frames)) return false;
   }
   if (options.soak > 0) return soak(camera, options.soak);
@@ -198,6 +229,8 @@ bool measure(const Options& options, const bench::Camera& camera) {
   printSize();
   std::printf("\n");
   printRequests(options, camera);
+  printSessions(options, camera);
+  printCommit(camera);
   return true;
 }
 

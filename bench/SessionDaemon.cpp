@@ -1,0 +1,74 @@
+#include "bench/SessionDaemon.h"
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <fstream>
+
+#include "cli/Client.h"
+
+namespace bench {
+namespace {
+
+/** The bytes behind "raw" of a journal line. */
+std::string rawBytes(const std::string& line) {
+  constexpr std::string_view kKey = "\"raw\":\"";
+  std::string bytes;
+  size_t at = line.find(kKey);
+  if (at == std::string::npos) return bytes;
+  for (at += kKey.size(); at + 1 < line.size() && line[at] != '"'; at += 2) {
+    bytes += static_cast<char>(std::stoi(line.substr(at, 2), nullptr, 16));
+  }
+  return bytes;
+}
+
+bool readAll(int fd, char* bytes, size_t count) {
+  while (count > 0) {
+    const ssize_t got = read(fd, bytes, count);
+    if (got <= 0) return false;
+    bytes += got;
+    count -= static_cast<size_t>(got);
+  }
+  return true;
+}
+
+}  // namespace
+
+SessionDaemon::SessionDaemon(std::string socket, const std::string& journal, long start) : m_socket(std::move(socket)) {
+  std::ifstream lines(journal);
+  lines.seekg(start);
+  for (std::string line; std::getline(lines, line);) {
+    if (line.find("\"who\":\"session\"") != std::string::npos) m_requests.push_back(rawBytes(line));
+  }
+}
+
+bool SessionDaemon::exchange(const std::string& request) const {
+  const int fd = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  m_socket.copy(address.sun_path, sizeof address.sun_path - 1);
+  char length[tmx::kLengthSize] = {};
+  bool isDone = connect(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
+                write(fd, request.data(), request.size()) == static_cast<ssize_t>(request.size()) &&
+                readAll(fd, length, sizeof length);
+  if (isDone) {
+    std::string text(tmx::frameLength(length), '\0');
+    isDone = readAll(fd, text.data(), text.size());
+  }
+  close(fd);
+  return isDone;
+}
+
+Cost SessionDaemon::exchangeAll(int times) const {
+  const auto start = std::chrono::steady_clock::now();
+  for (int i = 0; i < times; ++i) {
+    for (const std::string& request : m_requests) {
+      if (!exchange(request)) return {-1, 0};
+    }
+  }
+  return {std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count() / times, 0};
+}
+
+}  // namespace bench
