@@ -1,7 +1,5 @@
 #include "Loop.h"
 
-#include <poll.h>
-
 #include <algorithm>
 #include <limits>
 #include <utility>
@@ -9,23 +7,33 @@
 
 namespace sim {
 
+void Loop::unwatch(int descriptor) {
+  std::erase_if(m_watches, [&](const auto& entry) { return entry.second.descriptor == descriptor; });
+}
+
 void Loop::run() {
   while (m_running) {
     std::vector<pollfd> polled;
-    for (const auto& [descriptor, callback] : m_watches)
-      polled.push_back({descriptor, POLLIN, 0});
+    std::vector<unsigned> numbers;
+    for (const auto& [number, watch] : m_watches) {
+      polled.push_back({watch.descriptor, POLLIN, 0});
+      numbers.push_back(number);
+    }
     const int ready = ::poll(polled.data(), polled.size(), waitTime());
     runDueTimers();
     if (ready == 0) runIdleCallbacks();
-    if (ready <= 0) continue;
-    for (const pollfd& entry : polled) {
-      if (entry.revents == 0) continue;
-      // A callback before this one may have removed the watch.
-      const auto watch = m_watches.find(entry.fd);
-      if (watch == m_watches.end()) continue;
-      const Callback callback = watch->second;
-      callback();
-    }
+    if (ready > 0) serve(polled, numbers);
+  }
+}
+
+void Loop::serve(const std::vector<pollfd>& polled, const std::vector<unsigned>& numbers) {
+  for (std::size_t i = 0; i < polled.size(); ++i) {
+    if (polled[i].revents == 0) continue;
+    // A callback before this one may have removed the watch.
+    const auto watch = m_watches.find(numbers[i]);
+    if (watch == m_watches.end()) continue;
+    const Callback callback = watch->second.callback;
+    callback();
   }
 }
 

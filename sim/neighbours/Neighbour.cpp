@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cerrno>
+#include <vector>
 
 namespace sim {
 
@@ -89,9 +90,18 @@ void Neighbour::accept() {
       continue;
     }
     const unsigned id = ++m_lastId;
-    m_loop.watch(socket.number(), [this, id] { receive(id); });
+    m_loop.watch(socket.number(), [this, id] { receiveUpTo(id); });
     m_clients[id].socket = std::move(socket);
   }
+}
+
+void Neighbour::receiveUpTo(unsigned id) {
+  std::vector<unsigned> ids;
+  for (const auto& [other, client] : m_clients) {
+    if (other <= id) ids.push_back(other);
+  }
+  for (const unsigned each : ids)
+    receive(each);
 }
 
 void Neighbour::receive(unsigned id) {

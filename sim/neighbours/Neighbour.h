@@ -80,6 +80,8 @@ class Neighbour {
   };
 
   void accept();
+  /** Takes what that client has sent, and before it what older ones may have sent since the loop looked. */
+  void receiveUpTo(unsigned id);
   void receive(unsigned id);
   /** Answers one request; false when that ended the connection. */
   bool exchange(unsigned id, const std::string& request);

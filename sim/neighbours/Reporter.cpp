@@ -3,6 +3,7 @@
 #include <sys/socket.h>
 
 #include <array>
+#include <cerrno>
 
 #include "Bytes.h"
 #include "sim/common/Journal.h"
@@ -49,6 +50,7 @@ void Reporter::startNext() {
 void Reporter::receive() {
   std::array<char, 1024> buffer{};
   const ssize_t count = ::recv(m_connection.number(), buffer.data(), buffer.size(), MSG_DONTWAIT);
+  if (count < 0 && (errno == EAGAIN || errno == EINTR)) return;
   if (count > 0) m_answer.append(buffer.data(), static_cast<std::size_t>(count));
   const bool complete = m_answer.size() >= lengthSize && m_answer.size() >= lengthSize + word32(m_answer, 0);
   if (count > 0 && !complete) return;
