@@ -15,14 +15,14 @@
 namespace {
 
 /** The flash lock for the length of one file service. */
-class FlashHold {
+class ScopedFlashLock {
  public:
-  FlashHold() : m_isHeld(CommonInterface::lockFlash() == 1) {}
-  ~FlashHold() {
+  ScopedFlashLock() : m_isHeld(CommonInterface::lockFlash() == 1) {}
+  ~ScopedFlashLock() {
     if (m_isHeld) CommonInterface::unlockFlash();
   }
-  FlashHold(const FlashHold&) = delete;
-  FlashHold& operator=(const FlashHold&) = delete;
+  ScopedFlashLock(const ScopedFlashLock&) = delete;
+  ScopedFlashLock& operator=(const ScopedFlashLock&) = delete;
 
   [[nodiscard]] bool isHeld() const { return m_isHeld; }
 
@@ -44,19 +44,19 @@ bool writeAll(int descriptor, const std::string& text) {
 }  // namespace
 
 bool CommonInterface::isFileExist(const std::string& path) {
-  const FlashHold lock;
+  const ScopedFlashLock lock;
   struct stat status {};
   return lock.isHeld() && lstat(path.c_str(), &status) == 0;
 }
 
 bool CommonInterface::removeFile(const std::string& path) {
-  const FlashHold lock;
+  const ScopedFlashLock lock;
   return lock.isHeld() && remove(path.c_str()) == 0;
 }
 
 std::vector<std::string> CommonInterface::readLines(const std::string& path) {
   std::vector<std::string> lines;
-  const FlashHold lock;
+  const ScopedFlashLock lock;
   if (!lock.isHeld()) return lines;
   std::ifstream file(path);
   for (std::string line; std::getline(file, line);)
@@ -70,7 +70,7 @@ bool CommonInterface::writeLines(const std::string& path, const std::vector<std:
   for (const std::string& line : lines)
     text += line + '\n';
 
-  const FlashHold lock;
+  const ScopedFlashLock lock;
   if (!lock.isHeld()) return false;
   const FileDescriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
   if (file.isValid() && writeAll(file.get(), text)) return true;
