@@ -1,6 +1,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -55,7 +56,7 @@ class Neighbour {
     Bytes message(2000);
     const ssize_t count = read(client.get(), message.data(), message.size());
     message.resize(count > 0 ? static_cast<size_t>(count) : 0);
-    EXPECT_EQ(write(client.get(), reply.data(), reply.size()), static_cast<ssize_t>(reply.size()));
+    EXPECT_EQ(send(client.get(), reply.data(), reply.size(), MSG_NOSIGNAL), static_cast<ssize_t>(reply.size()));
     return message;
   }
 
