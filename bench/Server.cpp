@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -80,12 +81,29 @@ Cost Server::send(const std::vector<std::string>& frames, int requests) const {
   return {wall / requests, (processorTime() - processor) / requests};
 }
 
-Floor::Floor(const std::string& program, std::string socket) : m_socket(std::move(socket)) {
+OneProcessor::OneProcessor(const Server& server) : m_server(server.pid()) {
+  sched_getaffinity(m_server, sizeof m_before, &m_before);
+  cpu_set_t one;
+  CPU_ZERO(&one);
+  CPU_SET(sched_getcpu(), &one);
+  sched_setaffinity(m_server, sizeof one, &one);
+  sched_setaffinity(0, sizeof one, &one);
+}
+
+OneProcessor::~OneProcessor() {
+  sched_setaffinity(m_server, sizeof m_before, &m_before);
+  sched_setaffinity(0, sizeof m_before, &m_before);
+}
+
+Floor::Floor(const std::string& program, std::string socket, std::string journal)
+    : m_socket(std::move(socket)), m_journal(std::move(journal)) {
   unlink(m_socket.c_str());
   m_child = fork();
   if (m_child == 0) {
     prctl(PR_SET_PDEATHSIG, SIGTERM);
-    execl(program.c_str(), program.c_str(), m_socket.c_str(), static_cast<char*>(nullptr));
+    setenv("CAMERA_JOURNAL", m_journal.c_str(), 1);
+    const char* const option = m_journal.empty() ? nullptr : "--frame";
+    execl(program.c_str(), program.c_str(), m_socket.c_str(), option, static_cast<char*>(nullptr));
     _exit(127);
   }
   const auto start = Clock::now();
@@ -101,6 +119,7 @@ Floor::~Floor() {
     waitpid(m_child, nullptr, 0);
   }
   unlink(m_socket.c_str());
+  if (!m_journal.empty()) unlink(m_journal.c_str());
 }
 
 }  // namespace bench

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <sched.h>
 #include <sys/types.h>
 
 #include <string>
@@ -35,11 +36,31 @@ class Server {
   pid_t m_pid = 0;
 };
 
+/**
+ * For as long as it lives, this process, the children that it starts meanwhile and the server share one processor.
+ * Waking a second processor takes as long as the work that is measured, and not always the same time.
+ */
+class OneProcessor {
+ public:
+  explicit OneProcessor(const Server& server);
+  OneProcessor(const OneProcessor&) = delete;
+  OneProcessor& operator=(const OneProcessor&) = delete;
+  ~OneProcessor();
+
+ private:
+  pid_t m_server;
+  cpu_set_t m_before{};
+};
+
 /** The bare echo server, run as a child for as long as the object lives. */
 class Floor {
  public:
-  /** @param program the floor's program; it listens on the socket when the constructor returns, or isUp is false. */
-  Floor(const std::string& program, std::string socket);
+  /**
+   * It listens on the socket when the constructor returns, or isUp is false.
+   * @param program the floor's program.
+   * @param journal where it notes the DSP frame that each request of it sends; empty: it sends none.
+   */
+  Floor(const std::string& program, std::string socket, std::string journal = "");
   Floor(const Floor&) = delete;
   Floor& operator=(const Floor&) = delete;
   ~Floor();
@@ -48,6 +69,7 @@ class Floor {
 
  private:
   std::string m_socket;
+  std::string m_journal;
   pid_t m_child = -1;
   bool m_isUp = false;
 };

@@ -1,5 +1,6 @@
 // The floor under the daemon's times: the same work on the socket and nothing else. Accepts one connection after the
-// other, reads 4 bytes of length and as many bytes as they say, writes both back, closes.
+// other, reads 4 bytes of length and as many bytes as they say, writes both back, closes. With "--frame" each answer
+// waits for one frame to the DSP, as it does where a request changes the picture.
 
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -11,6 +12,7 @@
 #include <string_view>
 
 #include "cli/Client.h"
+#include "platform/zr_com.h"
 
 namespace {
 
@@ -27,11 +29,13 @@ bool readAll(int fd, char* bytes, std::size_t count) {
   return true;
 }
 
-void serve(int fd) {
+void serve(int fd, bool sendsFrame) {
   char frame[kMostBytes];
   if (!readAll(fd, frame, tmx::kLengthSize)) return;
   const std::size_t length = tmx::frameLength(frame);
   if (length > sizeof frame - tmx::kLengthSize || !readAll(fd, frame + tmx::kLengthSize, length)) return;
+  unsigned char image[12] = {0x60, 1};
+  if (sendsFrame && zr_set_va_data(image) != 0) std::perror("zr_set_va_data");
   if (send(fd, frame, tmx::kLengthSize + length, MSG_NOSIGNAL) < 0) std::perror("send");
 }
 
@@ -39,9 +43,10 @@ void serve(int fd) {
 
 int main(int argc, char** argv) {
   sockaddr_un address{};
-  const std::string_view path = argc == 2 ? argv[1] : "";
+  const bool sendsFrame = argc == 3 && std::string_view(argv[2]) == "--frame";
+  const std::string_view path = argc == 2 || sendsFrame ? argv[1] : "";
   if (path.empty() || path.size() >= sizeof address.sun_path) {
-    std::fputs("usage: tmx_floor SOCKET\n", stderr);
+    std::fputs("usage: tmx_floor SOCKET [--frame]\n", stderr);
     return 2;
   }
   address.sun_family = AF_UNIX;
@@ -55,7 +60,7 @@ int main(int argc, char** argv) {
   while (true) {
     const int client = accept(server, nullptr, nullptr);
     if (client < 0) continue;
-    serve(client);
+    serve(client, sendsFrame);
     close(client);
   }
 }

@@ -111,24 +111,29 @@ void printRow(const char* name, const bench::Comparison& result) {
 
 void printRequests(const Options& options, const bench::Camera& camera) {
   const bench::Server daemon(camera.socket());
+  const bench::OneProcessor processor(daemon);
   const std::string floorSocket = camera.path("tmp/tmx_floor");
+  const std::string pictureSocket = camera.path("tmp/tmx_floor.dsp");
   const bench::Floor floor(bench::programBeside("tmx_floor"), floorSocket);
-  if (!floor.isUp()) {
+  const bench::Floor pictureFloor(bench::programBeside("tmx_floor"), pictureSocket, camera.path("tmx_bench.journal"));
+  if (!floor.isUp() || !pictureFloor.isUp()) {
     std::fprintf(stderr, "tmx_bench: the floor does not start\n");
     return;
   }
   const bench::Server bare(floorSocket);
-  const auto against = [&](const std::vector<std::string>& frames, int repetitions) {
-    return bench::compare([&](int n) { return daemon.send(frames, n); }, [&](int n) { return bare.send(frames, n); },
+  const bench::Server picture(pictureSocket);
+  const auto compare = [&](const std::vector<std::string>& frames, const bench::Server& below, int repetitions) {
+    return bench::compare([&](int n) { return daemon.send(frames, n); }, [&](int n) { return below.send(frames, n); },
                           options.turns, repetitions);
   };
   const Requests requests;
   std::printf("%-22s %10s %10s   %s   %s\n", "", "daemon", "floor", "time ratio (quartiles)",
               "processor ratio (quartiles)");
-  printRow("read one parameter", against(requests.read, 400));
-  printRow("read 15 in one request", against(requests.fifteen, 200));
-  printRow("write in memory", against(requests.stage, 400));
-  printRow("write of a scene item", against(requests.scene, 400));
+  printRow("read one parameter", compare(requests.read, bare, 400));
+  printRow("read 15 in one request", compare(requests.fifteen, bare, 200));
+  printRow("write in memory", compare(requests.stage, bare, 400));
+  printRow("write of a scene item", compare(requests.scene, bare, 400));
+  printRow("... with its DSP frame", compare(requests.scene, picture, 400));
   std::error_code error;
   const auto bytes = static_cast<std::size_t>(fs::file_size(camera.path(kKeptFile), error));
   const bench::Flash flash(camera.path("tmx_bench.flash"), error ? 0 : bytes);
