@@ -99,8 +99,7 @@ enum class Unchanged {
 
 // ---- What is answered ----------------------------------------------------------------------------------------------
 
-/** "(layer(selector)command)" behind a 202: the request that takes the value over. No brackets for an empty selector.
- */
+/** "(layer(selector)command)" behind a 202: the request that takes the value over. An empty selector has no brackets. */
 struct Hint {
   std::string_view layer{};
   std::string_view command{};
