@@ -53,6 +53,13 @@ pid_t childNamed(const std::string& name) {
   return found;
 }
 
+/** The name of a child that has perhaps ended, but was not waited for. */
+std::string nameOf(pid_t child) {
+  std::string name = readFile(fs::path("/proc") / std::to_string(child) / "comm");
+  if (!name.empty()) name.pop_back();  // the line end
+  return name;
+}
+
 bool exist(const std::vector<const char*>& paths) {
   return std::all_of(paths.begin(), paths.end(), [](const char* path) { return access(path, F_OK) == 0; });
 }
@@ -118,7 +125,7 @@ bool Init::pump(const Condition& done, int milliseconds) {
 
 /**
  * The starter is asked for first: when it has ended well, the daemon that it left behind has become a child of this
- * process, and must be found before it is reaped itself.
+ * process, and must be found before it is reaped itself. So has a daemon that somebody started by hand.
  */
 void Init::reap() {
   int status = 0;
@@ -127,11 +134,13 @@ void Init::reap() {
     m_daemon = childNamed("tmxd");
     if (m_daemon < 0) noteExit(status);
   }
-  pid_t pid = 0;
-  while ((pid = waitpid(-1, &status, WNOHANG)) > 0) {
-    if (pid != m_daemon) continue;
-    m_daemon = -1;
-    noteExit(status);
+  siginfo_t ended{};
+  while (waitid(P_ALL, 0, &ended, WEXITED | WNOHANG | WNOWAIT) == 0 && ended.si_pid > 0) {
+    const bool isDaemon = nameOf(ended.si_pid) == "tmxd";
+    waitpid(ended.si_pid, &status, 0);
+    if (ended.si_pid == m_daemon) m_daemon = -1;
+    if (isDaemon) noteExit(status);
+    ended = {};
   }
 }
 

@@ -99,7 +99,7 @@ enum class Unchanged {
 
 // ---- What is answered ----------------------------------------------------------------------------------------------
 
-/** "(layer(selector)command)" behind a 202: the request that takes the value over. An empty selector has no brackets. */
+/** "(layer(selector)command)" behind a 202, the request that takes the value over; an empty selector is left out. */
 struct Hint {
   std::string_view layer{};
   std::string_view command{};

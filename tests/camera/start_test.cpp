@@ -70,17 +70,27 @@ TEST_F(Running, PidFilesOfTheDead) {
   startDaemon();
   EXPECT_TRUE(serves());
   EXPECT_NE(shell("cmp -s /tmp/stale /var/run/tmxd.pid"), 0);
+}
 
+TEST_F(Running, AStartThatFailsTellsWhereInItsExitCode) {
+  const struct {
+    const char* exit;
+    const char* logged;
+    const char* fault;
+    const char* mend;
+  } cases[] = {
+      {"3\n", "createPidFile error", "echo nothing > /var/run/tmxd.pid", "rm /var/run/tmxd.pid"},
+      {"6\n", "bind error", "mkdir -p /tmp/request/full", "rm -r /tmp/request; rm -f /var/run/tmxd.pid"},
+  };
   stopDaemon("TERM");
-  shell("echo nothing > /var/run/tmxd.pid");
-  startDaemon();
-  EXPECT_TRUE(camera().isLogged("createPidFile error"));
-  EXPECT_EQ(camera().ask("system.model"), "<closed>");
-
-  shell("rm /var/run/tmxd.pid; mkdir -p /tmp/request/full");
-  startDaemon();
-  EXPECT_TRUE(camera().isLogged("bind error"));
-  shell("rm -r /tmp/request; rm -f /var/run/tmxd.pid");
+  for (const auto& c : cases) {
+    ASSERT_EQ(shell(c.fault), 0) << c.logged;
+    startDaemon();
+    EXPECT_TRUE(eventually([&] { return camera().read("run/tmxd.exit") == c.exit; })) << c.logged;
+    EXPECT_TRUE(camera().isLogged(c.logged)) << c.logged;
+    EXPECT_EQ(camera().ask("system.model"), "<closed>");
+    shell(c.mend);
+  }
   startDaemon();
   EXPECT_TRUE(serves());
 }
