@@ -62,13 +62,26 @@ std::string dspText(const JsonMembers& members) {
   return join(head, valuesText(members, {"addr", "name"}));
 }
 
+/** What a channel runs with from now on, where its format is known. */
+std::string startText(const JsonMembers& members) {
+  const std::string format = wordFor(encoderFormats, member(members, "format"));
+  if (format.empty()) return "";
+  const bool isJpeg = format == "jpeg";
+  const bool isConstant = member(members, "cbr_mode") == "1";
+  const char* mode = isJpeg ? (isConstant ? "afs" : "vfs") : (isConstant ? "cbr" : "vbr");
+  const std::string size = isJpeg ? member(members, "filesize") + " kB"
+                                  : member(members, "bitrate") + " kbit/s, interval " + member(members, "i_interval");
+  return " " + format + " " + member(members, "width") + "x" + member(members, "height") + ", " +
+         member(members, "framerate") + " fps, " + mode + " " + size;
+}
+
 std::string encoderText(const JsonMembers& members) {
   const std::string what = member(members, "what");
   const std::string value = member(members, "value");
   const std::string head = "channel " + member(members, "channel") + ": ";
   if (what == "resolution") return head + what + " " + member(members, "width") + "x" + member(members, "height");
   if (what == "format") return head + what + " " + wordFor(encoderFormats, value);
-  if (what == "ctl") return head + wordFor(encoderActions, value);
+  if (what == "ctl") return head + wordFor(encoderActions, value) + startText(members);
   if (what == "bitrate") return head + what + " " + value + " kbit/s";
   if (what == "framerate") return head + what + " " + value + " fps";
   return head + what + " " + value;
@@ -85,9 +98,11 @@ std::string bodyText(const std::string& who, const JsonMembers& members) {
   if (who == "child") return childText(members);
   if (who == "ptzseq") return member(members, "text");
   if (who == "recorder" && !member(members, "id").empty()) {
-    const std::string head = member(members, "what") + " " + member(members, "id") + " " + member(members, "name");
-    // A text of some letters is no number that somebody meant.
-    const std::string_view number = member(members, "text").size() > 1 ? "value" : "";
+    const std::string name = member(members, "name");
+    const std::string head = member(members, "what") + " " + member(members, "id") + " " + name;
+    // A text of some letters is no number that somebody meant, and the encoder channels are told in texts alone.
+    const bool isText = member(members, "text").size() > 1 || name.starts_with("channel(");
+    const std::string_view number = isText ? "value" : "";
     return join(head, valuesText(members, {"command", "arg", "id", "name", number}));
   }
   return join(member(members, "what"), valuesText(members, {"command"}));

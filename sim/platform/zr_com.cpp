@@ -4,24 +4,28 @@
 #pragma GCC visibility pop
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <mutex>
 #include <string>
 #include <utility>
 
 #include "Dsp.h"
+#include "EncoderChannel.h"
 #include "Orders.h"
 #include "sim/common/DspFrames.h"
 #include "sim/common/Journal.h"
 
 /*
  * Stand-in for the closed camera library. Every call goes to the journal: frames as "dsp", encoder calls as "encoder",
- * the others as "library". A call that was told to fail, or that names a channel that does not exist, gives -1 with
- * errno and changes nothing.
+ * the others as "library"; the start of an encoder tells what it runs with. A call that was told to fail, or that names
+ * a channel that does not exist, gives -1 with errno and changes nothing.
  */
 namespace {
 
 constexpr int encoderChannels = 3;
+/** The action of zr_set_video_encoder_ctl that starts a channel. */
+constexpr int encoderStart = 2;
 /** The line that carries the position of the video format switch. */
 constexpr int videoSwitchGpio = 1;
 
@@ -29,6 +33,7 @@ struct Library {
   std::mutex lock;
   sim::Orders orders;
   sim::Dsp dsp{orders};
+  std::array<sim::EncoderChannel, encoderChannels> encoders;
 };
 
 Library& library() {
@@ -59,18 +64,25 @@ bool frameFails(Library& camera, const std::string& function, std::uint8_t addre
   return camera.orders.fails({function, function + ":" + name, name});
 }
 
-using Numbers = std::initializer_list<std::pair<const char*, int>>;
+void appendNumbers(sim::Journal& line, const sim::EncoderValues& numbers) {
+  for (const auto& [name, value] : numbers)
+    line.number(name, value);
+}
 
-int encoderCall(const std::string& function, const char* what, int channel, Numbers numbers) {
+int encoderCall(const std::string& function, const char* what, int channel, const sim::EncoderValues& numbers,
+                bool isStart = false) {
   Library& camera = library();
   const std::scoped_lock guard(camera.lock);
   camera.orders.refresh();
   sim::Journal line("encoder", what);
   line.number("channel", channel);
-  for (const auto& [name, value] : numbers)
-    line.number(name, value);
+  appendNumbers(line, numbers);
   if (channel < 0 || channel >= encoderChannels) return conclude(line, true, EINVAL);
-  return conclude(line, camera.orders.fails({function, function + ":" + std::to_string(channel)}));
+  if (camera.orders.fails({function, function + ":" + std::to_string(channel)})) return conclude(line, true);
+  sim::EncoderChannel& encoder = camera.encoders.at(static_cast<std::size_t>(channel));
+  encoder.set(what, numbers);
+  if (isStart) appendNumbers(line, encoder.settings());
+  return conclude(line, false);
 }
 
 int libraryCall(const std::string& function, sim::Journal line) {
@@ -151,7 +163,7 @@ int zr_set_video_i_interval(int channel, int interval) {
 }
 
 int zr_set_video_encoder_ctl(int channel, int action) {
-  return encoderCall("zr_set_video_encoder_ctl", "ctl", channel, {{"value", action}});
+  return encoderCall("zr_set_video_encoder_ctl", "ctl", channel, {{"value", action}}, action == encoderStart);
 }
 
 int zr_set_video_analog_out(int mode) { return numberCall("zr_set_video_analog_out", "analog_out", mode); }

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "config/Config.h"
-#include "encode/budget/StoredNumber.h"
+#include "encode/StoredNumber.h"
 #include "encode/range/RangeSetup.h"
 #include "service/CTmxdUtility.h"
 

@@ -6,8 +6,8 @@
 
 #include "config/Config.h"
 #include "encode/Status.h"
+#include "encode/StoredNumber.h"
 #include "encode/bridge/Encoder.h"
-#include "encode/budget/StoredNumber.h"
 #include "encode/range/QualityTable.h"
 #include "request/Log.h"
 

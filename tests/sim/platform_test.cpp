@@ -53,6 +53,11 @@ class ClosedLibrary : public testing::Test {
     return last;
   }
 
+  /** The last line in words. */
+  [[nodiscard]] std::string lastText() const {
+    return sim::journalText(sim::parseJsonObject(lastLine()).value_or(sim::JsonMembers{}), false);
+  }
+
   std::string m_folder;
 };
 
@@ -124,9 +129,30 @@ TEST_F(ClosedLibrary, RecordsEachCallWithItsFields) {
             std::string::npos)
       << lastLine();
   EXPECT_EQ(zr_set_video_resolution(1, 1280, 720), 0);
-  const auto members = sim::parseJsonObject(lastLine());
-  ASSERT_TRUE(members);
-  EXPECT_NE(sim::journalText(*members, false).find("channel 1: resolution 1280x720"), std::string::npos);
+  EXPECT_TRUE(lastText().ends_with("channel 1: resolution 1280x720")) << lastText();
+}
+
+TEST_F(ClosedLibrary, AnEncoderStartsWithWhatItWasSetTo) {
+  const auto started = [this](int channel) {
+    EXPECT_EQ(zr_set_video_encoder_ctl(channel, 2), 0);
+    return lastText().substr(lastText().find("channel"));
+  };
+  EXPECT_EQ(zr_set_video_enc_format(1, 2), 0);
+  EXPECT_EQ(zr_set_video_resolution(1, 640, 480), 0);
+  EXPECT_EQ(zr_set_video_framerate(1, 7), 0);
+  EXPECT_EQ(zr_set_video_cbr_mode(1, 1), 0);
+  EXPECT_EQ(zr_set_video_filesize(1, 80), 0);
+  EXPECT_EQ(started(1), "channel 1: start jpeg 640x480, 7 fps, afs 80 kB");
+  EXPECT_EQ(started(2), "channel 2: start");
+  // The other format keeps the rest; a call that fails changes nothing.
+  order("fail=zr_set_video_resolution\n");
+  EXPECT_EQ(zr_set_video_enc_format(1, 52), 0);
+  EXPECT_LT(zr_set_video_resolution(1, 1280, 720), 0);
+  EXPECT_EQ(zr_set_video_bitrate(1, 1500), 0);
+  EXPECT_EQ(zr_set_video_i_interval(1, 60), 0);
+  EXPECT_EQ(started(1), "channel 1: start h264high 640x480, 7 fps, cbr 1500 kbit/s, interval 60");
+  EXPECT_EQ(zr_set_video_encoder_ctl(1, 0), 0);
+  EXPECT_TRUE(lastText().ends_with("channel 1: stop")) << lastText();
 }
 
 TEST(Json, GivesEveryTextBack) {

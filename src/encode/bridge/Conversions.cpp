@@ -1,8 +1,8 @@
 #include <array>
 #include <string_view>
 
+#include "encode/StoredNumber.h"
 #include "encode/bridge/Encoder.h"
-#include "encode/budget/StoredNumber.h"
 #include "platform/zr_com.h"
 #include "request/Log.h"
 

@@ -1,7 +1,7 @@
 #include <array>
 
+#include "encode/StoredNumber.h"
 #include "encode/bridge/Encoder.h"
-#include "encode/budget/StoredNumber.h"
 #include "platform/zr_com.h"
 #include "request/Log.h"
 #include "tree/Words.h"

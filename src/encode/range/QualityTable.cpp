@@ -1,6 +1,6 @@
 #include "encode/range/QualityTable.h"
 
-#include "encode/budget/StoredNumber.h"
+#include "encode/StoredNumber.h"
 
 namespace {
 

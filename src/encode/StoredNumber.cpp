@@ -1,4 +1,4 @@
-#include "encode/budget/StoredNumber.h"
+#include "encode/StoredNumber.h"
 
 #include <algorithm>
 #include <charconv>
