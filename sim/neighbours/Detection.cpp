@@ -36,6 +36,11 @@ constexpr auto kinds = std::to_array<Kind>({
     {44, "audio2.temporal"},
 });
 
+std::optional<std::string> nameOf(int kind) {
+  const auto* found = std::ranges::find(kinds, kind, &Kind::number);
+  return found == kinds.end() ? std::nullopt : std::optional<std::string>(found->name);
+}
+
 std::string reply(int result, const std::string& text) {
   std::string bytes(packetSize, '\0');
   putSigned32(bytes, 0, result);
@@ -50,8 +55,7 @@ Detection::Detection(Loop& loop, const std::string& root)
 std::size_t Detection::requestSize(std::string_view bytes) const { return bytes.size() < packetSize ? 0 : packetSize; }
 
 std::string Detection::messageName(std::string_view request) const {
-  const auto* found = std::ranges::find(kinds, signed32(request, 0), &Kind::number);
-  return found == kinds.end() ? "unknown" : std::string(found->name);
+  return nameOf(signed32(request, 0)).value_or("unknown");
 }
 
 void Detection::describe(std::string_view request, Journal& line) const {
@@ -70,7 +74,7 @@ std::string Detection::refusal(std::string_view request, std::optional<int> numb
 
 void Detection::show(JsonObject& state) const {
   for (const auto& [kind, text] : m_settings)
-    state.text(std::to_string(kind), text);
+    state.text(nameOf(kind).value_or(std::to_string(kind)), text);
 }
 
 }  // namespace sim

@@ -1,5 +1,7 @@
 #include "camera/Status.h"
 
+#include <algorithm>
+
 #include "camera/DetectionSet.h"
 #include "camera/dsp/CameraDSP.h"
 #include "config/Config.h"
@@ -17,20 +19,22 @@ int32_t CStatus::m_save() {
   return 0;
 }
 
+/** Every step is tried: with a detection daemon that is down, the picture still follows the working copy. */
 int32_t CStatus::m_restore() {
   const Config& config = *Config::getInstance();
   for (int32_t row = 0; row < camera_row::kCount; ++row) {
     m_dsp.store(row, config.getCameraConfig(row));
   }
-  DetectionSet detection;
-  if (detection.motionResend() < 0 || detection.tamperResend() < 0) return -1;
+  const DetectionSet detection;
+  const int32_t motion = detection.motionResend();
+  const int32_t tamper = detection.tamperResend();
   CUserConfig& user = *CUserConfig::getInstance();
   for (int32_t step = 0; step < kPatrolSteps; ++step) {
     for (int32_t row = 0; row < patrol_row::kCount; ++row) {
       user.setPatrolConfig(0, step, row, config.getPatrolConfig(0, step, row));
     }
   }
-  return m_dsp.loadSceneData(true);
+  return std::min({motion, tamper, m_dsp.loadSceneData(true)});
 }
 
 }  // namespace Camera

@@ -47,8 +47,10 @@ TEST(CameraBoot, EncodersThenPictureThenNeighbours) {
     Texts without;
     Texts told;  ///< the pin daemon
     std::string combination;
+    std::string noBackFocus;
   };
-  for (const Model& model : {Model{{}, {"init_done"}, "1"}, {{"ALARM_IO", "DAY_NIGHT"}, {}, "0"}}) {
+  for (const Model& model :
+       {Model{{}, {"init_done"}, "1", "0"}, {{"ALARM_IO", "DAY_NIGHT", "BACK_FOCUS_MODEL"}, {}, "0", "1"}}) {
     Camera camera({.without = model.without});
     ASSERT_TRUE(camera.up());
     const Texts list = stations(camera);
@@ -66,6 +68,7 @@ TEST(CameraBoot, EncodersThenPictureThenNeighbours) {
     for (const std::string& line : camera.journal("dsp")) {
       if (Camera::field(line, "addr") != "0xf3") continue;
       EXPECT_EQ(Camera::field(line, "combination"), model.combination);
+      EXPECT_EQ(Camera::field(line, "no_back_focus"), model.noBackFocus);
     }
   }
 }

@@ -222,6 +222,7 @@ TEST_F(Neighbours, AnswerFromTheirWorld) {
     EXPECT_EQ(step.told.empty() ? "ok" : tell(step.told), "ok");
     EXPECT_EQ(exchange(step.socket, step.request, step.answer.size()).bytes, step.answer);
   }
+  EXPECT_NE(tell("detection show").find(R"("motion.area":"00ff")"), std::string::npos);
 }
 
 TEST_F(Neighbours, RefuseWordsThatMeanNothing) {

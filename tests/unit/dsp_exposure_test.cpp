@@ -541,6 +541,10 @@ TEST_F(DspExposure, AFailedGainKeepsTheText) {
     setText(camera_row::BRIGHTNESS, "20");
     EXPECT_EQ(d.setShutterByName("auto"), -3) << failing;
     EXPECT_EQ(text(camera_row::SHUTTER), "auto");
+    EXPECT_EQ(d.setTrueDaynight(3, true), -3) << failing;
+    EXPECT_EQ(text(camera_row::TRUE_DAY_NIGHT), "autoL");
+    EXPECT_EQ(d.setEasyDaynight(2, true), -3) << failing;
+    EXPECT_EQ(text(camera_row::EASY_DAY_NIGHT), "color");
     setText(camera_row::BRIGHTNESS, "autoM");
   }
 }

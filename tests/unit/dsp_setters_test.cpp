@@ -245,14 +245,18 @@ TEST_F(DspSetters, WithoutSendingTheFieldsGoOutWithTheLast) {
   EXPECT_EQ(sent(), Frames{"60 fb fb 01 01 02 01"});
 }
 
-TEST_F(DspSetters, TheAeAreaIsKeptOnlyWhenItWasSent) {
+TEST_F(DspSetters, AreaAndIrisAreKeptOnlyWhenTheyWereSent) {
   CameraDSP d(kPlain);
-  fakeCameraLibrary.failing = {"dsp 31"};
+  fakeCameraLibrary.failing = {"dsp 30", "dsp 31"};
   EXPECT_EQ(d.setAutoExposureArea({1, 2, 3, 4}, true), -3);
   EXPECT_EQ(d.getAutoExposureArea().x2, 1920);
+  EXPECT_EQ(d.setIrisMode("100", true), -3);
+  EXPECT_EQ(d.getIrisMode(), 1);
   fakeCameraLibrary.failing.clear();
   EXPECT_EQ(d.setAutoExposureArea({1, 2, 3, 4}, true), 0);
   EXPECT_EQ(d.getAutoExposureArea().x2, 3);
+  EXPECT_EQ(d.setIrisMode("100", true), 0);
+  EXPECT_EQ(d.getIrisMode(), 2);
 }
 
 struct StepCase {
