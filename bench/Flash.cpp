@@ -3,17 +3,10 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <fstream>
 #include <thread>
 
 namespace bench {
-namespace {
-
-/** The daemon gives the flash back and waits, so that another writer gets its turn. */
-constexpr std::chrono::milliseconds kWaitAfterUnlock{10};
-
-}  // namespace
 
 Flash::Flash(std::string file, std::size_t bytes) : m_file(std::move(file)), m_content(bytes, 'x') {
   std::ofstream(m_file) << m_content;

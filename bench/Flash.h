@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <string>
 
 #include "bench/Statistics.h"
@@ -9,6 +10,9 @@ namespace bench {
 /** The file operations of one save and the wait that is ordered behind it, without a daemon. */
 class Flash {
  public:
+  /** The daemon gives the flash back and waits, so that another writer gets its turn. */
+  static constexpr std::chrono::milliseconds kWaitAfterUnlock{10};
+
   /** @param file a file of its own on the file system of the flash; made here, removed in the end. */
   Flash(std::string file, std::size_t bytes);
   Flash(const Flash&) = delete;

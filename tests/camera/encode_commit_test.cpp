@@ -215,25 +215,33 @@ TEST_F(CommitTest, WhatOutlivesAFailure) {
     std::string fault;
     std::string answer;
     std::string log;
+    std::string last;  ///< the last call; the neighbour that is down has none
   };
   const Case cases[] = {
-      {"dsp fail=0x60", kDone, ""},
-      {"dsp fail=zr_set_video_analog_out", kDone, "videooutput[zr_set_video_analog_out() error] "},
-      {"dsp fail=zr_set_video_framerate:0", k500, "sdkdata set failed"},
-      {"dsp fail=zr_set_video_filesize:0", k500, "sdkdata set failed"},
-      {"dsp fail=0xf2", k500, "aspectratio setting error(current 0) "},
-      {"detection down", k500, " failed Aspectratio to detectd "},
-      {"dsp fail=zr_set_video_encoder_ctl", kDone, " encode start status[1:-1,2:-1,3:-1](-1:err,0:off,1:on)"},
-      {"dsp fail=0xf1", k500, "isp pass setting(changed encode setting) error "},
+      {"dsp fail=0x60", kDone, "", "enc_reset enc_reset"},
+      {"dsp fail=zr_set_video_analog_out", kDone, "videooutput[zr_set_video_analog_out() error] ",
+       "enc_reset enc_reset"},
+      {"dsp fail=zr_set_video_framerate:0", k500, "sdkdata set failed", "framerate 0:5"},
+      {"dsp fail=zr_set_video_filesize:0", k500, "sdkdata set failed", "filesize 0:320"},
+      {"dsp fail=0xf2", k500, "aspectratio setting error(current 0) ", "dsp 0xf2"},
+      {"detection down", k500, " failed Aspectratio to detectd ", "dsp 0xf2"},
+      {"dsp fail=zr_set_video_encoder_ctl", kDone, " encode start status[1:-1,2:-1,3:-1](-1:err,0:off,1:on)",
+       "enc_reset enc_reset"},
+      {"recorder down", kDone, "", "enc_reset enc_reset"},
+      {"dsp fail=0xf1", k500, "isp pass setting(changed encode setting) error ", "dsp 0xf1"},
+      {"ptz down", kDone, "", "dsp 0xf1"},
   };
   int bitrate = 300'000;
   for (const Case& item : cases) {
     const std::string text = std::to_string(++bitrate);
     stage("encode(1).bitrate=" + text);
     camera().tell(item.fault);
+    camera().clearJournal();
     EXPECT_EQ(camera().ask(kCommit), item.answer) << item.fault;
-    camera().tell("dsp clear");
-    camera().tell("detection up");
+    EXPECT_TRUE(calls().ends_with(", " + item.last)) << item.fault << ": " << calls();
+    for (const char* words : {"dsp clear", "detection up", "recorder up", "ptz up"}) {
+      camera().tell(words);
+    }
     EXPECT_TRUE(camera().isLogged(item.log)) << item.log;
     EXPECT_EQ(camera().row(encodeFile(1), "BITRATE"), text) << item.fault;
     EXPECT_EQ(camera().ask("encode(1).bitrate"), "encode(1).bitrate=" + text + "&200 OK") << item.fault;

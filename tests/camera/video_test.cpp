@@ -68,6 +68,16 @@ TEST_F(VideoTest, TheLibraryMayRefuse) {
   EXPECT_EQ(camera().row(kFile, "VIDEO_OUTPUT"), "off");
 }
 
+TEST_F(VideoTest, AFullFlashRefusesWhatRunsAlready) {
+  camera().flash("full");
+  expectAnswers(camera(), {{"video.output.status=on", "video.output.status&500 Internal Server Error"},
+                           {"video.output.status", "video.output.status=on&200 OK"},
+                           {"video.output.status=colorbar", "video.output.status&200 OK"}});
+  camera().flash("off");
+  EXPECT_EQ(analogModes(), (std::vector<std::string>{"1", "3"}));
+  EXPECT_TRUE(camera().isLogged("Audio: Cannot be write userdata"));
+}
+
 TEST_F(VideoTest, ARestartPutsTheStoredOutputOutAndTakesTheSwitch) {
   camera().ask("video.output.status=on&video.output.status=colorbar&video.output.video_signal=ntsc");
   camera().tell("dsp video_switch=1");
