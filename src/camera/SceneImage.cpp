@@ -37,8 +37,9 @@ int32_t CScene::CImage::CBrightness::check(Request& request) {
   int32_t error = 0;
   const int32_t gain = CTmxdUtility::toLong(request.value, 0, &error);
   if (error != 0) return -status::kNotUnderstood;
+  if (gain < 0 || gain > kHighest) return -status::kInvalidRange;
   request.number = gain + static_cast<int32_t>(dsp::gain::kFixed);
-  return gain < 0 || gain > kHighest ? -status::kInvalidRange : 0;
+  return 0;
 }
 
 int32_t CScene::CImage::CBrightness::act(Request& request) {

@@ -165,6 +165,7 @@ TEST_F(Scenes, ExposureSettings) {
                            {"auto_exposure.priority=1", k451},
                            {"image.brightness=10", k405},  // no fixed gain beside an automatic shutter
                            {"image.brightness=61", k457},
+                           {"image.brightness=4294967296", k457},
                            {"image.brightness=auto", k451},
                            {"image.senseup_limit=3", k457},
                            {"shutter=70", k457},
