@@ -89,6 +89,7 @@ bool takeOption(int option, const char* argument, Options& options) {
 }  // namespace
 
 bool parseOptions(int argc, char** argv, Options& options) {
+  options.program = argv[0];
   const char* socket = std::getenv("TMX_SOCKET");
   options.socket = socket != nullptr && *socket != '\0' ? socket : kDefaultSocket;
   int option = 0;

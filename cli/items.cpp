@@ -42,7 +42,7 @@ std::string quoted(const std::string& text) {
 
 /** The command that sends the items, for the user to type. */
 std::string commandLine(const Options& options, const std::vector<std::string>& items) {
-  std::string line = "tmxctl";
+  std::string line = options.program;
   if (options.isSocketGiven) line += " -s " + quoted(options.socket);
   if (options.user != UserClass::kAdmin) line += std::string(" --as ") + userName(options.user);
   for (const std::string& item : items)

@@ -4,11 +4,11 @@
 #include <unistd.h>
 
 #include <array>
-#include <cerrno>
 #include <cstdio>
 #include <string>
 
 #include "config/Config.h"
+#include "config/FlashLock.h"
 #include "config/VersionStep.h"
 #include "local/FileDescriptor.h"
 #include "request/Log.h"
@@ -59,10 +59,11 @@ static_assert(std::size(kLoadSteps) == static_cast<size_t>(Family::kCount));
 
 int32_t countFiles(Family family) { return family == Family::Patrol ? 1 : familyInfo(family).tables; }
 
-/** Whether the file did not exist and was written now. An exclusive creation asks and claims in one step. */
+/** Whether the file did not exist and was written now. */
 bool createVersionFile() {
-  const FileDescriptor file(::open(kVersionFile, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644));
-  if (!file.isValid() && errno == EEXIST) return false;
+  if (::access(kVersionFile, F_OK) == 0) return false;
+  const FlashLock lock;
+  const FileDescriptor file(lock.isHeld() ? ::open(kVersionFile, O_WRONLY | O_CREAT | O_CLOEXEC, 0644) : -1);
   const ssize_t written = ::write(file.get(), kVersionLine.data(), kVersionLine.size());
   if (written == static_cast<ssize_t>(kVersionLine.size())) {
     ::fsync(file.get());

@@ -34,7 +34,7 @@ struct SocketAddress {
 int32_t makeAsynchronous(int32_t server) {
   const int flags = fcntl(server, F_GETFL);
   if (flags < 0) {
-    TMX_LOG(LOG_ERR, "fcntl error(%m)");
+    TMX_LOG(LOG_ERR, "fcntrl error(%m)");
     return flags;
   }
   const int result = fcntl(server, F_SETFL, flags | O_NONBLOCK | O_ASYNC);

@@ -80,6 +80,10 @@ TEST_F(Running, AStartThatFailsTellsWhereInItsExitCode) {
     const char* mend;
   } cases[] = {
       {"3\n", "createPidFile error", "echo nothing > /var/run/tmxd.pid", "rm /var/run/tmxd.pid"},
+      // Without the upreset daemon the camera stays up behind the restore.
+      {"5\n", "Config::loadConfig error",
+       "mv /var/run/upreset.pid /tmp; cd /mnt/flash/sysconfig; mv video.conf /tmp; echo nothing > video.conf",
+       "mv /tmp/upreset.pid /var/run; mv /tmp/video.conf /mnt/flash/sysconfig; rm /var/run/tmxd.pid"},
       {"6\n", "bind error", "mkdir -p /tmp/request/full", "rm -r /tmp/request; rm -f /var/run/tmxd.pid"},
   };
   stopDaemon("TERM");
@@ -97,6 +101,7 @@ TEST_F(Running, AStartThatFailsTellsWhereInItsExitCode) {
 
 TEST_F(Running, ASegmentationFaultEndsIt) {
   stopDaemon("SEGV");
+  EXPECT_TRUE(eventually([] { return camera().read("run/tmxd.exit") == "10\n"; }));
   shell("rm -f /tmp/request");
   startDaemon();
   EXPECT_TRUE(serves());

@@ -73,6 +73,7 @@ TEST_F(Store, AMissingFileComesBackFromTheFactory) {
     EXPECT_EQ(std::filesystem::status(camera.path(std::string("flash/") + file)).permissions(),
               static_cast<std::filesystem::perms>(0644));
   }
+  EXPECT_FALSE(std::filesystem::exists(camera.path("tmp/tmp_factory")));  // no mount is left behind
 }
 
 /** Files that cannot be read bring back the factory's partition and restart the camera. */
