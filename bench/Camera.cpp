@@ -108,8 +108,9 @@ int Camera::run(const std::string& command, const std::vector<std::string>& argu
 FileCounts Camera::counts() const {
   FileCounts counts;
   std::string text;
-  counts.isKnown = run("flash", {"show"}, &text) == 0 &&
-                   std::sscanf(text.c_str(), "operations=%u syncs=%u", &counts.operations, &counts.syncs) == 2;
+  counts.isKnown =
+      run("flash", {"show"}, &text) == 0 && std::sscanf(text.c_str(), "operations=%u syncs=%u waited=%u",
+                                                        &counts.operations, &counts.syncs, &counts.waited) == 3;
   return counts;
 }
 

@@ -10,6 +10,7 @@ struct FileCounts {
   bool isKnown = false;
   unsigned operations = 0;  ///< that change something, of all programs: truncating, writing, renaming …
   unsigned syncs = 0;       ///< of everything
+  unsigned waited = 0;      ///< milliseconds that were slept on purpose
 };
 
 /** One start of the daemon. */

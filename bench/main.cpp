@@ -194,7 +194,8 @@ void printStart(const bench::Camera& camera) {
               bench::timeText(processor.median).c_str(), bench::timeText(processor.low).c_str(),
               bench::timeText(processor.high).c_str());
   if (counts.isKnown)
-    std::printf("a restart on flash     %u file operations, %u syncs\n", counts.operations, counts.syncs);
+    std::printf("a restart              %u file operations on flash, %u syncs, %u ms of ordered waits\n",
+                counts.operations, counts.syncs, counts.waited);
 }
 
 void printSize() {

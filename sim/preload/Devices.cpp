@@ -111,4 +111,20 @@ void sync() noexcept {
   close(flash);
 }
 
+// The waits that are ordered: they go through, and are added up.
+int nanosleep(const timespec* time, timespec* left) {
+  sim::countWait(static_cast<unsigned>(time->tv_sec * 1'000'000 + time->tv_nsec / 1000));
+  return CAMERA_REAL(nanosleep)(time, left);
+}
+
+int usleep(useconds_t microseconds) {
+  sim::countWait(microseconds);
+  return CAMERA_REAL(usleep)(microseconds);
+}
+
+unsigned sleep(unsigned seconds) {
+  sim::countWait(seconds * 1'000'000);
+  return CAMERA_REAL(sleep)(seconds);
+}
+
 }  // extern "C"

@@ -22,6 +22,7 @@ struct FaultPage {
   std::atomic<std::uint32_t> armed;       ///< 1: operations are counted and the fault is in force
   std::atomic<std::uint32_t> operations;  ///< how many were begun since the page was armed
   std::atomic<std::uint32_t> syncs;       ///< calls of sync(), which are not among them
+  std::atomic<std::uint32_t> waited;      ///< milliseconds that were slept on purpose
   std::atomic<Fault> fault;
   std::atomic<std::uint32_t> at;    ///< the chosen operation, from 1
   std::atomic<std::int32_t> error;  ///< its errno

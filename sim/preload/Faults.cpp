@@ -114,4 +114,8 @@ void countSync() {
   if (armed()) ++page()->syncs;
 }
 
+void countWait(unsigned microseconds) {
+  if (armed()) page()->waited += microseconds / 1000;
+}
+
 }  // namespace sim

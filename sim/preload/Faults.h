@@ -17,5 +17,7 @@ enum class Operation { Write, Other };
 
 /** Counts a call of sync(). */
 void countSync();
+/** Adds up sleeps. */
+void countWait(unsigned microseconds);
 
 }  // namespace sim

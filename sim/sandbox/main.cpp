@@ -64,7 +64,9 @@ int runWords(const Options& options, const Home& home) {
   return runInside(home, options.words);
 }
 
-void show(const FaultPage& page) { std::printf("operations=%u syncs=%u\n", page.operations.load(), page.syncs.load()); }
+void show(const FaultPage& page) {
+  std::printf("operations=%u syncs=%u waited=%u\n", page.operations.load(), page.syncs.load(), page.waited.load());
+}
 
 /** Arms the page with one word of the command line; false when the word makes no sense. */
 bool arm(FaultPage& page, const std::string& word) {
@@ -83,6 +85,7 @@ bool arm(FaultPage& page, const std::string& word) {
   page.armed = 0;
   page.operations = 0;
   page.syncs = 0;
+  page.waited = 0;
   page.dark = 0;
   page.fault = fault;
   page.at = at;
