@@ -16,6 +16,9 @@ extern std::function<int(unsigned char* frame)> fakeDspRead;
 
 using Frames = std::vector<std::string>;
 
+inline constexpr dsp::Model kPlain{.dayNight = false, .backFocus = false, .lens = false};
+inline constexpr dsp::Model kDayNight{.dayNight = true, .backFocus = false, .lens = false};
+
 /** A CameraDSP over a working copy with an ordinary scene; the board is of the first generation. */
 class DspTest : public testing::Test {
  protected:
@@ -33,7 +36,4 @@ class DspTest : public testing::Test {
   static Frames sent();
   /** The same with the probes of the sensor board. */
   static Frames sentWithProbes();
-
-  static constexpr dsp::Model kPlain{.dayNight = false, .backFocus = false, .lens = false};
-  static constexpr dsp::Model kDayNight{.dayNight = true, .backFocus = false, .lens = false};
 };
