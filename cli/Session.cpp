@@ -12,7 +12,8 @@ int Session::run(const std::vector<Item>& items, const AnswerSink& sink) const {
   for (const std::vector<Item>& request : splitRequests(items)) {
     const Reply reply = m_client.exchange(m_options.user, LineEnd::kPlain, requestText(request));
     if (reply.outcome != Outcome::kAnswered) {
-      std::fprintf(stderr, "tmxctl: %s: %s\n", m_client.socket().c_str(), reply.text.c_str());
+      const char* what = reply.outcome == Outcome::kNoConnection ? "no daemon at " : "";
+      std::fprintf(stderr, "tmxctl: %s%s: %s\n", what, m_client.socket().c_str(), reply.text.c_str());
       return kExitNoConnection;
     }
     const std::vector<Answer> answers = parseAnswers(request, reply.text);

@@ -51,7 +51,7 @@ int runInside(const Home& home, const Command& command) {
     takeTerminal();
     Environment environment = daemonEnvironment({});
     if (const char* terminal = std::getenv("TERM")) environment.emplace_back("TERM", terminal);
-    environment.emplace_back("PS1", "camera:\\w\\$ ");
+    environment.emplace_back("PS1", "camera:$PWD# ");
     become(command, environment, Inherit::Nothing);
   }
   std::signal(SIGINT, SIG_IGN);

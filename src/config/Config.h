@@ -165,7 +165,9 @@ class Config {
   static int32_t unlockFlash(int32_t descriptor);
 
   // Factory data. The commands run through the shell, and only one that could not be run counts as failed.
-  [[nodiscard]] static int32_t copyFactoryValueToConfig(const std::string& source, const std::string& target);
+  /** The factory image over the working partition, without the lock. */
+  [[nodiscard]] static int32_t copyFactoryValueToConfig();
+  /** The same under the lock; the restart is the caller's. */
   [[nodiscard]] static int32_t copyFactoryValueAndReboot();
   [[nodiscard]] static int32_t initilizeSceneFileFactory(int32_t scene);
   [[nodiscard]] static int32_t makeDevice(const std::string& path, const std::string& spec);

@@ -16,7 +16,6 @@
 namespace {
 
 constexpr const char* kFactoryDevice = "/dev/mtdblock6";
-constexpr const char* kConfigDevice = "/dev/mtdblock5";
 constexpr const char* kFileMount = "/tmp/tmp_factory/";
 constexpr std::string_view kFlash = "/mnt/flash/";
 constexpr const char* kFactoryMount = "/mnt/factory";
@@ -94,7 +93,7 @@ int32_t Config::m_copyFactoryConfig(const std::string& path) {
   return kDone;
 }
 
-int32_t Config::copyFactoryValueToConfig(const std::string& /*source*/, const std::string& /*target*/) {
+int32_t Config::copyFactoryValueToConfig() {
   if (!isRun("/usr/sbin/flash_eraseall /dev/mtd5")) {
     TMX_LOG(LOG_ERR, "Config: flash_eraseall error(/dev/mtd5)");
     return kFailed;
@@ -116,7 +115,7 @@ int32_t Config::copyFactoryValueAndReboot() {
   // Nobody may serve or change files while the partition is replaced below them.
   static_cast<void>(isRun("killall evman"));
   static_cast<void>(isRun("killall lighttpd"));
-  const int32_t result = copyFactoryValueToConfig(kFactoryDevice, kConfigDevice) == kDone ? kDone : kFailed;
+  const int32_t result = copyFactoryValueToConfig();
   static_cast<void>(endResetCamera(lock));
   return result;
 }

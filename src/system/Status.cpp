@@ -2,27 +2,17 @@
 
 #include <unistd.h>
 
-#include <cstdlib>
-
+#include "config/Config.h"
 #include "config/FlashHold.h"
-#include "request/Log.h"
 #include "request/Parameter.h"
 
 namespace System {
 namespace {
 
-/** Puts the factory image over the working partition; a command that ran and failed goes unnoticed. 0 or -500. */
+/** 0 or -500. */
 int32_t restoreFactoryImage() {
   const FlashHold flash;
-  if (std::system("/usr/sbin/flash_eraseall /dev/mtd5") < 0) {
-    TMX_LOG(LOG_ERR, "Config: flash_eraseall error(/dev/mtd5)");
-    return -status::kInternalError;
-  }
-  if (std::system("/bin/dd if=/dev/mtd6 of=/dev/mtd5 bs=1k") < 0) {
-    TMX_LOG(LOG_ERR, "Config: dd error");
-    return -status::kInternalError;
-  }
-  return 0;
+  return Config::copyFactoryValueToConfig() < 0 ? -status::kInternalError : 0;
 }
 
 }  // namespace
