@@ -1,5 +1,6 @@
 // The request path as a client sees it: frames, items, limits, rights, aliases and malformed input.
 
+#include <chrono>
 #include <random>
 
 #include "tests/camera/Camera.h"
@@ -124,6 +125,15 @@ TEST_F(Requests, CutFramesGetNoAnswer) {
     EXPECT_EQ(camera().askRaw(whole.substr(0, length)), "<closed>") << length;
   }
   EXPECT_EQ(camera().ask("system.model"), kModel);
+}
+
+TEST_F(Requests, AClientThatLeavesBeforeItsAnswerHarmsNothing) {
+  const tmx::Client hasty(camera().path("tmp/request"), std::chrono::milliseconds(5));
+  for (int round = 0; round < 3; ++round) {
+    const tmx::Reply reply = hasty.exchange(UserClass::kAdmin, LineEnd::kPlain, "system.hardware.cpu.utilization");
+    EXPECT_EQ(reply.outcome, tmx::Outcome::kTimedOut);
+    EXPECT_EQ(camera().ask("system.model"), kModel);
+  }
 }
 
 TEST_F(Requests, RandomBytesHarmNothing) {

@@ -16,6 +16,36 @@ TEST(Start, WrongOptionsEndWithTheUsage) {
   }
 }
 
+/** The address client is asked for what the store does not hold itself; without it the store's values are set. */
+TEST(Start, TheNetworkComesUpAsStored) {
+  const struct {
+    const char* rows;
+    const char* client;  // what the address client was started with
+    const char* inside;  // a command that is true then
+  } cases[] = {
+      {"IF1_IP=10.1.2.3\nIF1_NETMASK=255.255.0.0\nIF1_BROADCAST=10.1.255.255\nHOSTNAME=gate\nHTTP_CONFIG_PORT=8080\n",
+       "",
+       "ifconfig eth0 | grep 'inet 10.1.2.3 .*255.255.0.0 .*10.1.255.255' && test $(hostname) = gate && "
+       "grep -x 'server.port = 8080' /etc/lighttpd/lighttpd-inc.conf && pidof lighttpd"},
+      {"IF1_DHCP=on\n", "dhcpcd -t 75 -N -R eth0", "true"},
+      {"IF1_DHCP=on\nIF1_DHCP_NTP=on\nIF1_DHCP_DNS=on\nIF1_DHCP_HOSTNAME=on\nHOSTNAME=gate\n", "dhcpcd -t 75 -H eth0",
+       "true"},
+  };
+  Camera camera;
+  ASSERT_TRUE(camera.up());
+  for (const auto& c : cases) {
+    camera.write("flash/sysconfig/network.conf", c.rows);
+    camera.clearJournal();
+    ASSERT_TRUE(camera.reboot()) << c.rows;
+    std::string client;
+    for (const std::string& line : camera.journal("child")) {
+      if (Camera::field(line, "what") == "dhcpcd") client += Camera::field(line, "command");
+    }
+    EXPECT_EQ(client, c.client) << c.rows;
+    EXPECT_EQ(camera.exec({"/bin/sh", "-c", c.inside}), 0) << c.rows;
+  }
+}
+
 class Running : public CameraTest {
  protected:
   static int shell(const std::string& script) { return camera().exec({"/bin/sh", "-c", script}); }
