@@ -19,7 +19,7 @@ enum ExitStatus : int {
 /** The command line, understood. */
 struct Options {
   std::string program;  ///< as it was called
-  std::string socket;  ///< -s, else $TMX_SOCKET, else "/tmp/request"
+  std::string socket;   ///< -s, else $TMX_SOCKET, else "/tmp/request"
   bool isSocketGiven = false;
   UserClass user = UserClass::kAdmin;
   std::chrono::milliseconds timeout{30'000};
