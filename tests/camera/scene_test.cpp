@@ -102,6 +102,12 @@ class Scenes : public CameraTest {
     camera().tell("detection up");
     camera().flash("off");
   }
+
+  /** Whether the DSP got what belongs to the camera and not to a scene: its model, to name one. */
+  static bool hasCameraWideFrames() {
+    const Texts frames = framesIn(camera(), {});
+    return std::count(frames.begin(), frames.end(), "0xf3") == 1;
+  }
 };
 
 TEST_F(Scenes, PictureSettings) {
@@ -263,7 +269,7 @@ TEST_F(Scenes, GotoWaitsForASave) {
                  {"camera.scene.image.color", "camera.scene.image.color=0&200 OK"}});
   const Texts frames = framesIn(camera(), {});
   EXPECT_EQ(frames.back(), "0x60");
-  EXPECT_EQ(std::count(frames.begin(), frames.end(), "0xf3"), 0);  // nothing camera-wide is loaded
+  EXPECT_FALSE(hasCameraWideFrames());
   EXPECT_EQ(toldIn(camera()), Texts{"tamper.reference 0"});
   EXPECT_EQ(camera().row(kCameraFile, "SCENE_FILE_NAME"), "0");
   // The new scene is what a restore goes back to.
@@ -283,28 +289,40 @@ TEST_F(Scenes, GotoWaitsForASave) {
   set(camera(), {"image.color=12"});  // lost: nobody saves it
   ASSERT_TRUE(camera().reboot());
   expectAnswers(camera(), {{"camera.scene.status", "camera.scene.status=2&200 OK"},
-                           {"camera.scene.image.color", "camera.scene.image.color=77&200 OK"},
-                           {"camera.scene(2).status=goto", std::string("camera.scene(2).status") + kOk},
-                           {"camera.scene(2).status=initialize", std::string("camera.scene(2).status") + kOk},
+                           {"camera.scene.image.color", "camera.scene.image.color=77&200 OK"}});
+  camera().write(sceneFile(2), "COLOR=55\n");
+  expectAnswers(camera(), {{"camera.scene(2).status=goto", std::string("camera.scene(2).status") + kOk},
+                           {"camera.scene.image.color", "camera.scene.image.color=55&200 OK"}});
+  EXPECT_EQ(camera().row(kCameraFile, "COLOR"), "55");  // a goto to the current scene waits for nothing
+
+  camera().clearJournal();
+  expectAnswers(camera(), {{"camera.scene(2).status=initialize", std::string("camera.scene(2).status") + kOk},
                            {"camera.scene.image.color", "camera.scene.image.color=0&200 OK"}});
+  EXPECT_TRUE(hasCameraWideFrames());
   EXPECT_EQ(camera().row(sceneFile(2), "COLOR"), "0");
   EXPECT_EQ(camera().row(kCameraFile, "COLOR"), "0");
 }
 
 TEST_F(Scenes, TheCameraSavesAndRestoresAsAWhole) {
+  const std::string duration = "camera.motion.auto_patrol(0).position(4).duration";
+  camera().ask(duration + "=10&camera.motion.position.speed=100");
   expectAnswers(camera(), {{"camera.scene.status=save", std::string("camera.scene.status") + kOk},
                            {"camera.scene.image.color=33", std::string("camera.scene.image.color") + k202}});
   EXPECT_EQ(camera().row(kCameraFile, "COLOR"), "50");
+  camera().ask(duration + "=20&camera.motion.position.speed=55");
   camera().clearJournal();
-  EXPECT_EQ(camera().ask("camera.status=restore"), std::string("camera.status") + kOk);
-  EXPECT_EQ(camera().ask("camera.scene.image.color"), "camera.scene.image.color=50&200 OK");
+  expectAnswers(camera(), {{"camera.status=restore", std::string("camera.status") + kOk},
+                           {"camera.scene.image.color", "camera.scene.image.color=50&200 OK"},
+                           {duration, duration + "=10&200 OK"},
+                           {"camera.motion.position.speed", "camera.motion.position.speed=100&200 OK"}});
   EXPECT_EQ(toldIn(camera()).size(), 11U);
-  EXPECT_EQ(framesIn(camera(), {}).back(), "0x60");
+  EXPECT_TRUE(hasCameraWideFrames());
 
   // The live picture goes into the scene that was spoken of last; the current scene stays.
   for (const int scene : {5, 7}) {
     camera().write(sceneFile(scene), "COLOR=0\n");
   }
+  camera().ask(duration + "=30&camera.motion.position.speed=55");
   expectAnswers(camera(), {{"camera.scene.image.color=34", std::string("camera.scene.image.color") + k202},
                            {"camera.scene(5).status", camera().ask("camera.scene(5).status")},
                            {"camera.status=save", std::string("camera.status") + kOk}});
@@ -313,6 +331,8 @@ TEST_F(Scenes, TheCameraSavesAndRestoresAsAWhole) {
   EXPECT_EQ(camera().row(sceneFile(7), "COMMENT2"), "Lumx");
   EXPECT_EQ(camera().row(kCameraFile, "SCENE_FILE_NAME"), "0");
   EXPECT_EQ(camera().row(kCameraFile, "COLOR"), "34");
+  EXPECT_EQ(camera().row(kCameraFile, "POSITION_SPEED"), "55");
+  EXPECT_EQ(camera().row("flash/sysconfig/patrol/0.conf", "PATROL_DURATION_4"), "30");
 }
 
 TEST_F(Scenes, InitializeOfAnotherSceneChangesNoPicture) {
