@@ -71,6 +71,7 @@ TEST_F(Detection, AcceptedValuesGoToTheDaemon) {
                     {kTamper + ".status=on", k202, {"tamper.status on"}},
                     {kTamper + ".status", "=on&200 OK", {}},
                     {kMotion + ".status", "=off&200 OK", {}},
+                    {kTamper + ".status=off", k202, {"tamper.status off"}},
                     {kTamper + ".level=0", k202, {"tamper.level 0"}},
                     {kTamper + ".level", "=0&200 OK", {}},
                     {kMotion + ".level", "=7&200 OK", {}},
@@ -104,12 +105,13 @@ TEST_F(Detection, RefusedValuesDoNot) {
 TEST_F(Detection, SavedAndRestored) {
   const std::string all = kMotion + ".status=on&" + kMotion + ".level=40&" + kMotion + ".area=" + kArea + "&" +
                           kTamper + ".status=on&" + kTamper + ".level=60&" + kTamper + ".temporal=30";
-  camera().ask(all);
+  camera().ask(all + "&camera.scene(5).status");
   expect(camera(), {{kMotion + ".status=save", kOk, {}}});
   EXPECT_EQ(stored("DETECT_STATUS"), "on");
   EXPECT_EQ(stored("DETECT_LEVEL"), "40");
   EXPECT_EQ(stored("DETECT_AREA"), kArea);
   EXPECT_EQ(stored("TAMP_DETECT_TEMPO"), "30");
+  EXPECT_EQ(stored("SCENE_FILE_NAME"), "0");  // the scene that was spoken of is not made the current one
 
   const Texts tamper = {"tamper.level 60",
                         "tamper.temporal 30",

@@ -290,9 +290,10 @@ TEST_F(Scenes, GotoWaitsForASave) {
   ASSERT_TRUE(camera().reboot());
   expectAnswers(camera(), {{"camera.scene.status", "camera.scene.status=2&200 OK"},
                            {"camera.scene.image.color", "camera.scene.image.color=77&200 OK"}});
-  camera().write(sceneFile(2), "COLOR=55\n");
+  camera().write(sceneFile(2), "COLOR=55\nSHUTTER=250\n");
   expectAnswers(camera(), {{"camera.scene(2).status=goto", std::string("camera.scene(2).status") + kOk},
-                           {"camera.scene.image.color", "camera.scene.image.color=55&200 OK"}});
+                           {"camera.scene.image.color", "camera.scene.image.color=55&200 OK"},
+                           {"camera.scene.shutter", "camera.scene.shutter=250&200 OK"}});
   EXPECT_EQ(camera().row(kCameraFile, "COLOR"), "55");  // a goto to the current scene waits for nothing
 
   camera().clearJournal();
@@ -301,6 +302,10 @@ TEST_F(Scenes, GotoWaitsForASave) {
   EXPECT_TRUE(hasCameraWideFrames());
   EXPECT_EQ(camera().row(sceneFile(2), "COLOR"), "0");
   EXPECT_EQ(camera().row(kCameraFile, "COLOR"), "0");
+
+  // The second goto to a scene is one to the current scene, and writes what the first one left in memory.
+  camera().ask("camera.scene(3).status=goto&camera.scene(3).status=goto");
+  EXPECT_EQ(camera().row(kCameraFile, "COMMENT2"), "Night");
 }
 
 TEST_F(Scenes, TheCameraSavesAndRestoresAsAWhole) {
@@ -333,6 +338,11 @@ TEST_F(Scenes, TheCameraSavesAndRestoresAsAWhole) {
   EXPECT_EQ(camera().row(kCameraFile, "COLOR"), "34");
   EXPECT_EQ(camera().row(kCameraFile, "POSITION_SPEED"), "55");
   EXPECT_EQ(camera().row("flash/sysconfig/patrol/0.conf", "PATROL_DURATION_4"), "30");
+
+  // The save of a scene makes it the current one.
+  EXPECT_EQ(camera().ask("camera.scene(7).status=save"), std::string("camera.scene(7).status") + kOk);
+  EXPECT_EQ(camera().row(kCameraFile, "SCENE_FILE_NAME"), "7");
+  EXPECT_EQ(camera().row(kCameraFile, "COMMENT2"), "Lumx");
 }
 
 TEST_F(Scenes, InitializeOfAnotherSceneChangesNoPicture) {
@@ -342,6 +352,20 @@ TEST_F(Scenes, InitializeOfAnotherSceneChangesNoPicture) {
   EXPECT_EQ(camera().row(sceneFile(4), "COLOR"), "0");
   EXPECT_EQ(framesIn(camera(), {}), Texts());
   EXPECT_EQ(camera().ask("camera.scene.image.color"), "camera.scene.image.color=50&200 OK");
+}
+
+TEST_F(Scenes, AFastEncoderSwitchesNoiseReductionOff) {
+  set(camera(), {"image.3ddnr=mid"});
+  EXPECT_EQ(camera().ask("camera.scene.status=save"), std::string("camera.scene.status") + kOk);
+  set(camera(), {"image.3ddnr=low"});
+  camera().ask("encode(1).framerate=30");
+  expectRefused(camera(), {{"image.3ddnr=high", k412}, {"image.3ddnr=2", k412}});
+  EXPECT_NE(camera().ask("camera.scene(0).status").find("-high-50-off-"), std::string::npos);
+  EXPECT_EQ(camera().ask("camera.scene.status=save"), std::string("camera.scene.status") + kOk);
+  EXPECT_EQ(camera().row(sceneFile(0), "DNR_3D"), "mid");  // the live "low" stays behind
+  EXPECT_EQ(camera().row(kCameraFile, "DNR_3D"), "mid");
+  EXPECT_EQ(camera().ask("camera.scene.image.3ddnr"), "camera.scene.image.3ddnr=low&200 OK");
+  camera().ask("encode(1).framerate=5");
 }
 
 TEST_F(Scenes, FailuresOfTheWorldAre500) {
@@ -377,7 +401,7 @@ TEST_F(Scenes, FailuresOfTheWorldAre500) {
   }
 }
 
-/** The same nodes on other models, and beside a fast encoder. */
+/** The same nodes on other models. */
 TEST(SceneModels, DayAndNightWithoutACutFilter) {
   Camera camera({.without = {"DAY_NIGHT"}});
   ASSERT_TRUE(camera.up());
@@ -401,22 +425,6 @@ TEST(SceneModels, SomeModelsShowTheEasySettingAsTheTrueOne) {
   expectTaken(camera, {{"image.true_daynight=autoH", {"0x20:daynight=2"}, "auto"},
                        {"image.true_daynight=color", {"0x21", "0x30", "0xf8", "0x20:daynight=1"}, "color"}});
   expectAnswers(camera, {{"camera.scene.image.easy_daynight", "camera.scene.image.easy_daynight=color&200 OK"}});
-}
-
-TEST(SceneModels, AFastEncoderSwitchesNoiseReductionOff) {
-  Camera camera;
-  ASSERT_TRUE(camera.up());
-  std::string encoder = camera.read("flash/sysconfig/encode/encode0.conf");
-  encoder.replace(encoder.find("FRAME_RATE=5"), 12, "FRAME_RATE=30");
-  camera.write("flash/sysconfig/encode/encode0.conf", encoder);
-  std::string scene = camera.read(kCameraFile);
-  scene.replace(scene.find("DNR_3D=mid"), 10, "DNR_3D=low");
-  camera.write(kCameraFile, scene);
-  ASSERT_TRUE(camera.reboot());
-  expectRefused(camera, {{"image.3ddnr=high", k412}, {"image.3ddnr=2", k412}});
-  EXPECT_NE(camera.ask("camera.scene(0).status").find("-high-0-off-"), std::string::npos);
-  EXPECT_EQ(camera.ask("camera.scene.status=save"), std::string("camera.scene.status") + kOk);
-  EXPECT_EQ(camera.row(sceneFile(0), "DNR_3D"), "mid");  // the live "low" stays behind
 }
 
 }  // namespace
