@@ -68,10 +68,10 @@ const StateCase kStates[] = {
     {"step at the end", kPlain, "10000 autoM color 0", shutterStep("+"), 0, "21 01 00 0a 0a 00 02",
      "10000 autoM color"},
     {"no rung", kPlain, "120 autoM color 0", shutterStep("+"), 0, "21 01 00 04 0a 00 02", "120 autoM color"},
-    {"auto shutter ends a fixed gain", kPlain, "60 20 color 0", shutterByName("auto"), 0,
+    {"auto shutter ends a fixed gain", kPlain, "60 0 color 0", shutterByName("auto"), 0,
      "21 01 01 00 00 02 01, 30 01, f8 01 de ff 00 00 01 01 01 01, 21 01 01 02 0a 00 01", "auto autoM color"},
-    {"a fixed gain follows the speed", kPlain, "60 20 color 0", shutterSpeed(0, 50), 0,
-     "21 01 00 01 0a 00 02, 30 02, f8 00 e7 ff d5 00 01 01 01 01", "50 20 color"},
+    {"a fixed gain follows the speed", kPlain, "60 0 color 0", shutterSpeed(0, 50), 0,
+     "21 01 00 01 0a 00 02, 30 02, f8 00 e7 ff 00 00 01 01 01 01", "50 0 color"},
     {"fixed gain", kPlain, "60 autoM color 0", gainCode(23), 0, "30 02, f8 00 de ff d5 00 01 01 01 01", "60 20 color"},
     {"fixed gain, auto shutter", kPlain, "auto autoM color 0", gainCode(23), -8, "", "auto autoM color"},
     {"fixed gain, flickerless", kDayNight, "flickerless autoM color 0", gainCode(3), -8, "", "flickerless autoM color"},
@@ -98,6 +98,8 @@ const StateCase kStates[] = {
      "21 01 01 00 00 02 01, 30 01, f8 01 de ff 00 00 01 01 01 01, 20 00 00 08 08 02 01", "60 autoM auto"},
     {"easy auto keeps an automatic gain", kPlain, "60 autoH color 0", easy(2), 0, "20 00 00 08 08 02 01",
      "60 autoH auto"},
+    {"easy bw sends the gain again", kPlain, "60 autoH auto 0", easy(0), 0,
+     "21 01 01 00 00 02 02, 30 01, f8 01 de ff 00 00 01 01 01 01, 20 00 00 08 08 00 01", "60 autoH bw"},
     {"easy color sends the gain again", kPlain, "60 autoH auto 0", easy(1), 0,
      "21 01 01 00 00 02 02, 30 01, f8 01 de ff 00 00 01 01 01 01, 20 00 00 08 08 01 01", "60 autoH color"},
     {"easy color, gain refused", kPlain, "auto 20 auto 0", easy(1), 0, "20 00 00 08 08 01 01", "auto 20 color"},
@@ -157,6 +159,9 @@ TEST_F(DspExposure, AStoredShutterTextSetsModeAndSpeed) {
   d.store(camera_row::SHUTTER, "auto");
   EXPECT_EQ(d.stepShutter("+"), 0);
   EXPECT_EQ(text(camera_row::SHUTTER), "50") << "a step starts from the speed behind the automatic mode";
+  d.store(camera_row::SHUTTER, "flickerless");
+  EXPECT_EQ(d.stepShutter("+"), 0);
+  EXPECT_EQ(text(camera_row::SHUTTER), "100");
   EXPECT_EQ(d.setShutterByName("auto"), 0);
   EXPECT_EQ(d.stepShutter("+"), 0);
   EXPECT_EQ(text(camera_row::SHUTTER), "100");

@@ -50,6 +50,7 @@ TEST_F(DspLoads, ServiceValuesByModelAndLens) {
 
 TEST_F(DspLoads, CalibrationGoesOutOnceAFrame) {
   CameraDSP d(kPlain);
+  EXPECT_EQ(d.setIrisMode("100", false), 0);
   EXPECT_EQ(d.loadDspAdjustData(), 0);
   EXPECT_EQ(sent(), (Frames{"51 30 30 10 10 50 50", "52 40 40 20 20 60 60", "70 70 90 80 a0", "30 01"}));
   EXPECT_EQ(CUserConfig::getInstance()->getCamdspConfig(camdsp_row::EVREF), "0");
@@ -108,12 +109,18 @@ TEST_F(DspLoads, SceneByModelAndLens) {
     setText(camera_row::IRIS_LENSTYPE, c.lens);
     setText(camera_row::TRUE_DAY_NIGHT, "autoH");
     setText(camera_row::EASY_DAY_NIGHT, "auto");
-    setText(camera_row::STEALTH, "OFF");
+    const std::pair<int32_t, const char*> ordinary[] = {{camera_row::STEALTH, "off"},
+                                                        {camera_row::IDENTIFY, "off"},
+                                                        {camera_row::ENHANCE_BAND, "low"},
+                                                        {camera_row::ATW_CONVERGENCE, "normal"}};
+    for (const auto& [row, word] : ordinary)
+      setText(row, "OFF");
     EXPECT_EQ(d.loadSceneData(true), 0);
     EXPECT_EQ(sent(), c.first);
     EXPECT_EQ(d.loadSceneData(false), 0);
     EXPECT_EQ(sent(), c.change);
-    EXPECT_EQ(text(camera_row::STEALTH), "off") << "an unknown word becomes the ordinary one";
+    for (const auto& [row, word] : ordinary)
+      EXPECT_EQ(text(row), word) << "an unknown word becomes the ordinary one";
   }
 }
 

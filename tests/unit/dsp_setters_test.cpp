@@ -120,6 +120,7 @@ TEST_F(DspSetters, RefusedValuesLeaveCacheAndTexts) {
       {"shutter autox", [](auto& d) { return d.setShutterByName("autox"); }, -7},
       {"wb r 256", [](auto& d) { return d.setAWB(0, 256, 0, true); }, -6},
       {"wb b 256", [](auto& d) { return d.setAWB(0, 0, 256, true); }, -6},
+      {"wb mode 4", [](auto& d) { return d.setAWB(4, 1, 1, true); }, 0},
       {"wb r -1", [](auto& d) { return d.setWhiteBalanceR(-1); }, -6},
       {"mask 2", [](auto& d) { return d.setPrivacymaskStatus(2, true); }, -6},
       {"mask colour 12x", [](auto& d) { return d.setPrivacymaskColor("12x", true); }, -1},
