@@ -170,7 +170,7 @@ class Config {
   /** The same under the lock; the restart is the caller's. */
   [[nodiscard]] static int32_t copyFactoryValueAndReboot();
   [[nodiscard]] static int32_t initilizeSceneFileFactory(int32_t scene);
-  [[nodiscard]] static int32_t makeDevice(const std::string& path, const std::string& spec);
+  [[nodiscard]] static int32_t makeDevice(const std::string& path, const std::string& arguments);
 
  protected:
   Config();

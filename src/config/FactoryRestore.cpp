@@ -152,12 +152,12 @@ int32_t Config::initilizeSceneFileFactory(int32_t scene) {
   return kDone;
 }
 
-int32_t Config::makeDevice(const std::string& path, const std::string& spec) {
+int32_t Config::makeDevice(const std::string& path, const std::string& arguments) {
   if (!isRun("rm " + path)) {
     TMX_LOG(LOG_ERR, "Config: Device error. %s", path.c_str());
     return kFailed;
   }
-  if (!isRun("mknod " + path + " " + spec)) {
+  if (!isRun("mknod " + path + " " + arguments)) {
     TMX_LOG(LOG_ERR, "Config: mknod %s FAILED", path.c_str());
     return kFailed;
   }
