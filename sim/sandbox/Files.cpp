@@ -22,6 +22,10 @@ void die(const std::string& what) {
   std::exit(1);
 }
 
+void must(bool done, const std::string& what) {
+  if (!done) die(what);
+}
+
 std::string readFile(const Path& path) {
   std::ifstream file(path, std::ios::binary);
   std::ostringstream text;

@@ -30,6 +30,9 @@ class Fd {
 /** Says on standard error what could not be done, with the text of errno, and ends the process with status 1. */
 [[noreturn]] void die(const std::string& what);
 
+/** Ends the process as die() does unless it is done. */
+void must(bool done, const std::string& what);
+
 /** The content of a file, empty when it cannot be read. */
 [[nodiscard]] std::string readFile(const Path& path);
 

@@ -21,8 +21,11 @@ namespace {
 
 constexpr const char* mountedMarker = "mounted\n";
 
-void must(bool done, const std::string& what) {
-  if (!done) die(what);
+/** Runs a program, whose failure ends the process. */
+void mustRun(const Command& command, const char* what, const Environment& environment = {}) {
+  if (run(command, environment) == 0) return;
+  std::fprintf(stderr, "camera: cannot %s\n", what);
+  std::exit(1);
 }
 
 void makeDirectory(const Path& path) {
@@ -61,7 +64,7 @@ void Home::prepare() const {
 
 void Home::create() const {
   Command factory{m_options.build / "bin" / "camera-factory", m_home};
-  must(sim::run(factory) == 0, "make the factory data");
+  mustRun(factory, "make the factory data");
   makeCertificate();
   makeFactoryImage();
   writeFile(path("mtd5"), readFile(path("mtd6")));
@@ -75,12 +78,12 @@ void Home::makeCertificate() const {
   const char* inherited = std::getenv("PATH");
   const Environment environment{
       {"PATH", std::string(inherited != nullptr ? inherited : "/bin") + ":" + (tools / "bin").string()},
-      {"LD_LIBRARY_PATH", (tools / "lib/x86_64-linux-gnu").string()}};
+      {"LD_LIBRARY_PATH", (tools / "lib" / CAMERA_LIBRARY_FOLDER).string()}};
   const std::string script =
       "exec openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -days 3650 "
       "-subj /CN=camera -keyout \"$1\" -out \"$1.crt\" 2>/dev/null";
   const Command command{"sh", "-c", script, "sh", file};
-  must(sim::run(command, environment) == 0, "make the certificate with openssl");
+  mustRun(command, "make the certificate with openssl", environment);
   writeFile(file, readFile(file) + readFile(file.string() + ".crt"));
   std::error_code error;
   fs::remove(file.string() + ".crt", error);
@@ -93,7 +96,7 @@ void Home::applyModel() const {
   for (const std::string& feature : m_options.without)
     command.insert(command.end(), {"--without", feature});
   command.push_back(m_home);
-  must(sim::run(command) == 0, "set the model");
+  mustRun(command, "set the model");
   const bool unmounted = isImage(readFile(path("mtd5")));
   makeFactoryImage();
   if (unmounted) {
@@ -109,7 +112,7 @@ void Home::applyModel() const {
 
 void Home::makeFactoryImage() const {
   const Command command{"tar", "--format=ustar", "-C", path("factory"), "-cf", path("mtd6"), "."};
-  must(sim::run(command) == 0, "make the factory image");
+  mustRun(command, "make the factory image");
 }
 
 void Home::power() const {

@@ -14,10 +14,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-void must(bool done, const std::string& what) {
-  if (!done) die(what);
-}
-
 /** Flags that a mount inside a user namespace must keep. */
 unsigned long keptFlags(const Path& path) {
   struct statvfs info {};
