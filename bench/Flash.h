@@ -7,7 +7,7 @@
 
 namespace bench {
 
-/** The file operations of one save and the wait that is ordered behind it, without a daemon. */
+/** The file operations of one save and the deliberate wait behind it, without a daemon. */
 class Flash {
  public:
   /** The daemon gives the flash back and waits, so that another writer gets its turn. */

@@ -156,7 +156,7 @@ void printSessions(const Options& options, const bench::Camera& camera) {
                           [&](int n) { return bare.exchangeAll(n); }, options.turns, 2));
 }
 
-/** A commit that changes one frame rate: its whole time, and what is left of it without the waits that are ordered. */
+/** A commit that changes one frame rate: its whole time, and what is left of it without its deliberate waits. */
 void printCommit(const bench::Camera& camera) {
   const bench::Server daemon(camera.socket());
   const std::vector<std::string> steps{
@@ -194,7 +194,7 @@ void printStart(const bench::Camera& camera) {
               bench::timeText(processor.median).c_str(), bench::timeText(processor.low).c_str(),
               bench::timeText(processor.high).c_str());
   if (counts.isKnown)
-    std::printf("a restart              %u file operations on flash, %u syncs, %u ms of ordered waits\n",
+    std::printf("a restart              %u file operations on flash, %u syncs, %u ms of deliberate waits\n",
                 counts.operations, counts.syncs, counts.waited);
 }
 

@@ -111,7 +111,7 @@ void sync() noexcept {
   close(flash);
 }
 
-// The waits that are ordered: they go through, and are added up.
+// The deliberate waits: they go through, and are added up.
 int nanosleep(const timespec* time, timespec* left) {
   sim::countWait(static_cast<unsigned>(time->tv_sec * 1'000'000 + time->tv_nsec / 1000));
   return CAMERA_REAL(nanosleep)(time, left);
