@@ -79,9 +79,10 @@ void Home::makeCertificate() const {
   const Environment environment{
       {"PATH", std::string(inherited != nullptr ? inherited : "/bin") + ":" + (tools / "bin").string()},
       {"LD_LIBRARY_PATH", (tools / "lib" / CAMERA_LIBRARY_FOLDER).string()}};
+  // Without a configuration file: where openssl is one of the unpacked packages, its own is not in place.
   const std::string script =
-      "exec openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -days 3650 "
-      "-subj /CN=camera -keyout \"$1\" -out \"$1.crt\" 2>/dev/null";
+      "said=$(openssl req -x509 -config /dev/null -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -days 3650 "
+      "-subj /CN=camera -keyout \"$1\" -out \"$1.crt\" 2>&1) || { echo \"$said\" >&2; exit 1; }";
   const Command command{"sh", "-c", script, "sh", file};
   mustRun(command, "make the certificate with openssl", environment);
   writeFile(file, readFile(file) + readFile(file.string() + ".crt"));
