@@ -2,8 +2,6 @@
 
 #include <signal.h>
 #include <sys/prctl.h>
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -13,6 +11,8 @@
 #include <fstream>
 #include <sstream>
 #include <thread>
+
+#include "bench/Socket.h"
 
 namespace bench {
 namespace {
@@ -25,9 +25,7 @@ double secondsSince(Clock::time_point start) { return std::chrono::duration<doub
 /** The listening process, by its number here even when it lives in a pid namespace of its own. */
 pid_t listenerOf(const std::string& path) {
   const int fd = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  path.copy(address.sun_path, sizeof address.sun_path - 1);
+  const sockaddr_un address = addressOf(path);
   ucred peer{};
   socklen_t size = sizeof peer;
   const bool isKnown = fd >= 0 && connect(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&

@@ -1,12 +1,9 @@
 #include "bench/SessionDaemon.h"
 
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
-
 #include <chrono>
 #include <fstream>
 
+#include "bench/Socket.h"
 #include "cli/Client.h"
 
 namespace bench {
@@ -24,16 +21,6 @@ std::string rawBytes(const std::string& line) {
   return bytes;
 }
 
-bool readAll(int fd, char* bytes, size_t count) {
-  while (count > 0) {
-    const ssize_t got = read(fd, bytes, count);
-    if (got <= 0) return false;
-    bytes += got;
-    count -= static_cast<size_t>(got);
-  }
-  return true;
-}
-
 }  // namespace
 
 SessionDaemon::SessionDaemon(std::string socket, const std::string& journal, long start) : m_socket(std::move(socket)) {
@@ -46,12 +33,10 @@ SessionDaemon::SessionDaemon(std::string socket, const std::string& journal, lon
 
 bool SessionDaemon::exchange(const std::string& request) const {
   const int fd = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  m_socket.copy(address.sun_path, sizeof address.sun_path - 1);
+  const sockaddr_un address = addressOf(m_socket);
   char length[tmx::kLengthSize] = {};
   bool isDone = connect(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
-                write(fd, request.data(), request.size()) == static_cast<ssize_t>(request.size()) &&
+                send(fd, request.data(), request.size(), MSG_NOSIGNAL) == static_cast<ssize_t>(request.size()) &&
                 readAll(fd, length, sizeof length);
   if (isDone) {
     std::string text(tmx::frameLength(length), '\0');

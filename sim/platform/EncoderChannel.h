@@ -21,8 +21,7 @@ class EncoderChannel {
   /** What a call of this name set; a resolution has a width and a height, the others one value. */
   void set(std::string_view what, const EncoderValues& values);
 
-  /** The settings that count for the channel's format, in the order in which they are told; none for a channel without
-   * one. */
+  /** The settings that count for the channel's format, in the order in which they are told; none without a format. */
   [[nodiscard]] EncoderValues settings() const;
 
  private:

@@ -125,7 +125,8 @@ bool Init::pump(const Condition& done, int milliseconds) {
 
 /**
  * The starter is asked for first: when it has ended well, the daemon that it left behind has become a child of this
- * process, and must be found before it is reaped itself. So has a daemon that somebody started by hand.
+ * process, and must be found before it is reaped itself. So has a daemon that somebody started by hand. A starter that
+ * ends meanwhile waits for the next call, which its signal brings about.
  */
 void Init::reap() {
   int status = 0;
@@ -135,7 +136,7 @@ void Init::reap() {
     if (m_daemon < 0) noteExit(status);
   }
   siginfo_t ended{};
-  while (waitid(P_ALL, 0, &ended, WEXITED | WNOHANG | WNOWAIT) == 0 && ended.si_pid > 0) {
+  while (waitid(P_ALL, 0, &ended, WEXITED | WNOHANG | WNOWAIT) == 0 && ended.si_pid > 0 && ended.si_pid != m_starter) {
     const bool isDaemon = nameOf(ended.si_pid) == "tmxd";
     waitpid(ended.si_pid, &status, 0);
     if (ended.si_pid == m_daemon) m_daemon = -1;

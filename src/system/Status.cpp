@@ -9,10 +9,10 @@
 namespace System {
 namespace {
 
-/** 0 or -500. */
+/** 0, or -1 where a command could not be run. */
 int32_t restoreFactoryImage() {
   const FlashHold flash;
-  return Config::copyFactoryValueToConfig() < 0 ? -status::kInternalError : 0;
+  return Config::copyFactoryValueToConfig();
 }
 
 }  // namespace

@@ -143,6 +143,15 @@ std::string Camera::row(std::string_view file, std::string_view key) const {
   return "<none>";
 }
 
+void Camera::setRow(std::string_view file, std::string_view key, std::string_view value) const {
+  std::string text = "\n" + read(file);
+  const std::string head = "\n" + std::string(key) + "=";
+  const size_t start = text.find(head);
+  ASSERT_NE(start, std::string::npos) << file << " has no " << key;
+  const size_t from = start + head.size();
+  write(file, text.replace(from, text.find('\n', from) - from, value).substr(1));
+}
+
 void Camera::tell(std::string_view words) const {
   std::vector<std::string> command{std::string(kBuild) + "/bin/camera-tell", "--socket", path("run/control")};
   std::istringstream stream{std::string(words)};
@@ -162,7 +171,7 @@ unsigned Camera::flashOperations() const {
   return operations;
 }
 
-std::vector<std::string> Camera::journal(std::string_view who) const {
+Texts Camera::journal(std::string_view who) const {
   std::ifstream file(path("journal.jsonl"), std::ios::binary);
   file.seekg(static_cast<std::streamoff>(m_journalStart));
   std::vector<std::string> lines;
@@ -192,12 +201,20 @@ std::string Camera::field(std::string_view line, std::string_view key) {
   return text;
 }
 
-std::vector<std::string> Camera::journalFields(std::string_view who, std::string_view key) const {
+Texts Camera::journalFields(std::string_view who, std::string_view key) const {
   std::vector<std::string> values;
   for (const std::string& line : journal(who)) {
     values.push_back(field(line, key));
   }
   return values;
+}
+
+Texts Camera::toldDetection() const {
+  Texts told;
+  for (const std::string& line : journal("detection")) {
+    told.push_back(field(line, "what") + " " + field(line, "text"));
+  }
+  return told;
 }
 
 int Camera::exec(const std::vector<std::string>& words) const {

@@ -17,6 +17,7 @@ namespace test {
 
 using tmx::LineEnd;
 using tmx::UserClass;
+using Texts = std::vector<std::string>;
 
 /** What a simulated camera is made of and started with. */
 struct CameraOptions {
@@ -52,6 +53,8 @@ class Camera {
   void write(std::string_view file, std::string_view content) const;
   /** The value behind a key of a configuration file, "<none>" without the key. */
   [[nodiscard]] std::string row(std::string_view file, std::string_view key) const;
+  /** Puts another value behind a key that the file has. */
+  void setRow(std::string_view file, std::string_view key, std::string_view value) const;
 
   /** Changes a neighbour; see `./camera tell`. */
   void tell(std::string_view words) const;
@@ -61,12 +64,14 @@ class Camera {
   [[nodiscard]] unsigned flashOperations() const;
 
   /** Journal lines of one part of the camera ("dsp", "gpio", …; empty for all) since the last clearJournal. */
-  [[nodiscard]] std::vector<std::string> journal(std::string_view who = {}) const;
+  [[nodiscard]] Texts journal(std::string_view who = {}) const;
   void clearJournal();
   /** The text under a key of a journal line, without quotes. */
   [[nodiscard]] static std::string field(std::string_view line, std::string_view key);
   /** One key of each line of journal(who). */
-  [[nodiscard]] std::vector<std::string> journalFields(std::string_view who, std::string_view key) const;
+  [[nodiscard]] Texts journalFields(std::string_view who, std::string_view key) const;
+  /** "name text" of everything that the detection daemon got. */
+  [[nodiscard]] Texts toldDetection() const;
 
   [[nodiscard]] std::string log() const { return read("syslog"); }
   /** Whether the log holds the text, or gets it within some seconds. */

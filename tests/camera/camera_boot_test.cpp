@@ -8,8 +8,6 @@
 namespace test {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 constexpr const char* kCameraFile = "flash/sysconfig/camera.conf";
 
 /**
@@ -32,14 +30,6 @@ Texts stations(const Camera& camera) {
 Texts picture(const Camera& camera) {
   const Texts list = stations(camera);
   return {std::find(list.begin(), list.end(), "0x38"), list.end()};
-}
-
-void setRow(const Camera& camera, const std::string& file, const std::string& key, const std::string& value) {
-  std::string text = "\n" + camera.read(file);
-  const size_t start = text.find("\n" + key + "=") + 1;
-  ASSERT_NE(start, 0U) << key;
-  text.replace(start, text.find('\n', start) - start, key + "=" + value);
-  camera.write(file, text.substr(1));
 }
 
 TEST(CameraBoot, EncodersThenPictureThenNeighbours) {
@@ -85,10 +75,10 @@ TEST(CameraBoot, StoredValuesAreReplayed) {
                                    {"POSITION_SPEED", "40"},
                                    {"AUTO_EXPOSURE_REFERENCE", "48"},
                                    {"DETECT_LEVEL", "70"}}) {
-    setRow(camera, kCameraFile, key, value);
+    camera.setRow(kCameraFile, key, value);
   }
-  setRow(camera, "flash/sysconfig/scene/3.conf", "SHUTTER", "auto250");
-  setRow(camera, "flash/sysconfig/patrol/0.conf", "PATROL_DURATION_19", "45");
+  camera.setRow("flash/sysconfig/scene/3.conf", "SHUTTER", "auto250");
+  camera.setRow("flash/sysconfig/patrol/0.conf", "PATROL_DURATION_19", "45");
   const std::string before = camera.read(kCameraFile);
   camera.clearJournal();
   ASSERT_TRUE(camera.reboot());
@@ -102,13 +92,10 @@ TEST(CameraBoot, StoredValuesAreReplayed) {
   EXPECT_EQ(*(sequencer + 1), "0xf0");
   EXPECT_EQ(std::count(list.begin(), list.end(), "0xf0"), 1);
 
-  Texts told;
-  for (const std::string& line : camera.journal("detection")) {
-    told.push_back(Camera::field(line, "what") + " " + Camera::field(line, "text"));
-  }
-  EXPECT_EQ(told, (Texts{"motion.area 0", "motion.level 70", "motion.status off", "tamper.level 0", "tamper.temporal 0",
-                         "tamper.status off", "tamper.aspect 16:9", "tamper.agc_mode autoH", "tamper.blc_type c",
-                         "tamper.senseup 2", "tamper.reference 48"}));
+  EXPECT_EQ(camera.toldDetection(),
+            (Texts{"motion.area 0", "motion.level 70", "motion.status off", "tamper.level 0", "tamper.temporal 0",
+                   "tamper.status off", "tamper.aspect 16:9", "tamper.agc_mode autoH", "tamper.blc_type c",
+                   "tamper.senseup 2", "tamper.reference 48"}));
 
   const std::string motion = "camera.motion.";
   const std::string step = motion + "auto_patrol(0).position(";
@@ -126,7 +113,7 @@ TEST(CameraBoot, StoredValuesAreReplayed) {
 TEST(CameraBoot, TheSceneLastSelectedIsTheOneInForce) {
   Camera camera;
   ASSERT_TRUE(camera.up());
-  setRow(camera, kCameraFile, "SCENE_FILE_NAME", "3");
+  camera.setRow(kCameraFile, "SCENE_FILE_NAME", "3");
   ASSERT_TRUE(camera.reboot());
   const std::string last = camera.read("flash/sysconfig/scene/7.conf");
   expectAnswers(camera,

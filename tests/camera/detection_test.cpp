@@ -2,35 +2,19 @@
 
 #include <array>
 
+#include "tests/camera/Answers.h"
 #include "tests/camera/Camera.h"
 
 namespace test {
 namespace {
 
-using Texts = std::vector<std::string>;
-
-constexpr const char* kOk = "&200 OK";
 constexpr const char* k202 = "&202 Accepted(camera.detection.status=save)";
-constexpr const char* k412 = "&412 Precondition Failed";
-constexpr const char* k451 = "&451 Parameter Not Understood";
-constexpr const char* k457 = "&457 Invalid Range";
-constexpr const char* k461 = "&461 Command Not Found";
-constexpr const char* k500 = "&500 Internal Server Error";
 
 const std::string kArea = "0123456789abcdefABCDEF0123456789ff";
 const std::string kMotion = "camera.detection";
 const std::string kTamper = "camera.detection(tampering)";
 
 std::string assignment(const std::string& path, const std::string& value) { return path + "=" + value; }
-
-/** "name text" of everything that the daemon got. */
-Texts sent(const Camera& camera) {
-  Texts texts;
-  for (const std::string& line : camera.journal("detection")) {
-    texts.push_back(Camera::field(line, "what") + " " + Camera::field(line, "text"));
-  }
-  return texts;
-}
 
 /** A request, its answer behind the path, and what the daemon got meanwhile. */
 struct Case {
@@ -44,7 +28,7 @@ void expect(Camera& camera, const std::vector<Case>& cases) {
     camera.clearJournal();
     const std::string path = item.request.substr(0, item.request.find('='));
     EXPECT_EQ(camera.ask(item.request), path + item.answer) << item.request;
-    EXPECT_EQ(sent(camera), item.sent) << item.request;
+    EXPECT_EQ(camera.toldDetection(), item.sent) << item.request;
   }
 }
 
@@ -167,17 +151,14 @@ TEST_F(Detection, ARestoreSendsWhatItCan) {
   camera().tell("detection refuse for=motion.area");
   camera().clearJournal();
   EXPECT_EQ(camera().ask(kMotion + ".status=restore"), kMotion + ".status" + k500);
-  EXPECT_EQ(sent(camera()).size(), 11U);
+  EXPECT_EQ(camera().toldDetection().size(), 11U);
 }
 
 TEST(DetectionAndEncoder, MotionDetectionIsOffAtAHighRate) {
   Camera camera;
   ASSERT_TRUE(camera.up());
   camera.ask(kMotion + ".status=on&" + kMotion + ".status=save");
-  const std::string file = "flash/sysconfig/encode/encode0.conf";
-  std::string text = camera.read(file);
-  const size_t start = text.find("FRAME_RATE=");
-  camera.write(file, text.replace(start, text.find('\n', start) - start, "FRAME_RATE=30"));
+  camera.setRow("flash/sysconfig/encode/encode0.conf", "FRAME_RATE", "30");
   ASSERT_TRUE(camera.reboot());
   expect(camera, {{kMotion + ".status", "=off&200 OK", {}},
                   {kMotion + ".status=on", k412, {}},

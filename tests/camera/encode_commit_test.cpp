@@ -5,8 +5,6 @@
 namespace test {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 constexpr const char* kCommit = "encode.status=save";
 constexpr const char* kDone = "encode.status&200 OK";
 constexpr const char* k412 = "encode.status&412 Precondition Failed";
@@ -277,22 +275,11 @@ TEST_F(CommitTest, TheOnvifUserAppliesAndWritesNothing) {
   EXPECT_EQ(camera().ask(kCommit, UserClass::kUser), "encode.status&401 Unauthorized");
 }
 
-/** Puts other texts into a file of settings, key by key. */
-void edit(const Camera& camera, const std::string& file,
-          std::initializer_list<std::pair<const char*, const char*>> rows) {
-  std::string text = "\n" + camera.read(file);
-  for (const auto& [key, value] : rows) {
-    const size_t start = text.find("\n" + std::string(key) + "=") + 1;
-    text.replace(start, text.find('\n', start) - start, std::string(key) + "=" + value);
-  }
-  camera.write(file, text.substr(1));
-}
-
 TEST(CommitOfForeignFiles, TheIntervalOfEveryChannelIsChecked) {
   Camera camera;
   ASSERT_TRUE(camera.up());
   camera.down();
-  edit(camera, encodeFile(3), {{"IFRAME_INTERVAL", "0"}});
+  camera.setRow(encodeFile(3), "IFRAME_INTERVAL", "0");
   ASSERT_TRUE(camera.up());
   camera.ask("encode(1).framerate=10");
   EXPECT_EQ(camera.ask(kCommit), k457);
@@ -306,7 +293,7 @@ TEST(CommitOfForeignFiles, ASizeWithoutLimitsDropsItsChannelAlone) {
   Camera camera;
   ASSERT_TRUE(camera.up());
   camera.down();
-  edit(camera, encodeFile(2), {{"FRAME_SIZE", "800x600"}});
+  camera.setRow(encodeFile(2), "FRAME_SIZE", "800x600");
   ASSERT_TRUE(camera.up());
   camera.ask("encode(1).framerate=10&encode(2).framerate=10&encode(2).cbr_mode=vfs");
   EXPECT_EQ(camera.ask(kCommit), k412);
@@ -355,8 +342,8 @@ TEST(CommitOfForeignFiles, AnotherShapeOfThePictureResetsTheAreas) {
   Camera camera;
   ASSERT_TRUE(camera.up());
   camera.down();
-  edit(camera, kCameraFile, {{"BLC_AREA", kDrawn}});
-  edit(camera, "flash/sysconfig/scene/7.conf", {{"BLC_AREA", kDrawn}});
+  camera.setRow(kCameraFile, "BLC_AREA", kDrawn);
+  camera.setRow("flash/sysconfig/scene/7.conf", "BLC_AREA", kDrawn);
   ASSERT_TRUE(camera.up());
   camera.ask("encode(1).framerate=10");
   EXPECT_EQ(camera.ask(kCommit), kDone);
@@ -382,7 +369,7 @@ TEST(CommitAndTheOnvifService, IsStoppedByAllButItself) {
   Camera camera;
   ASSERT_TRUE(camera.up());
   camera.down();
-  edit(camera, "flash/sysconfig/network.conf", {{"ONVIF_SERVER_STATUS", "on"}});
+  camera.setRow("flash/sysconfig/network.conf", "ONVIF_SERVER_STATUS", "on");
   ASSERT_TRUE(camera.up());
   const auto isAlive = [&camera] {
     return camera.exec({"/bin/sh", "-c", "kill -0 $(cat /var/run/nvt_apld.pid) 2>/dev/null"}) == 0;

@@ -1,15 +1,12 @@
 // The settings of the encoder channels as they are staged, their ranges, and the budget of the live sessions.
 
+#include "tests/camera/Answers.h"
 #include "tests/camera/Camera.h"
 
 namespace test {
 namespace {
 
-constexpr const char* k200 = "&200 OK";
 constexpr const char* k202 = "&202 Accepted(encode(2).status=save)";
-constexpr const char* k451 = "&451 Parameter Not Understood";
-constexpr const char* k453 = "&453 Not Enough Bandwidth";
-constexpr const char* k457 = "&457 Invalid Range";
 
 /** One setting of channel 2: what is written, the answer behind the path, and what is read then. */
 struct Write {
@@ -29,7 +26,7 @@ class EncodeTest : public CameraTest {
   static void expectWrites(const std::string& path, std::initializer_list<Write> writes) {
     for (const Write& write : writes) {
       EXPECT_EQ(camera().ask(path + "=" + write.value), path + write.answer) << path << "=" << write.value;
-      EXPECT_EQ(camera().ask(path), path + "=" + write.reads + k200) << path << "=" << write.value;
+      EXPECT_EQ(camera().ask(path), path + "=" + write.reads + kOk) << path << "=" << write.value;
     }
   }
 
@@ -46,7 +43,7 @@ TEST_F(EncodeTest, ValuesAreCheckedAndStaged) {
   expectWrites("encode(2).type", {{"off", k202, "off"},
                                   {"h265", k451, "off"},
                                   {"jpeg", k202, "jpeg"},  // the stored one: only switched on
-                                  {"jpeg", k200, "jpeg"},
+                                  {"jpeg", kOk, "jpeg"},
                                   {"h264high", k202, "h264high"},
                                   {"off", k202, "off"},
                                   {"off", k202, "off"},
@@ -55,20 +52,20 @@ TEST_F(EncodeTest, ValuesAreCheckedAndStaged) {
                                   {"H264high", k451, "mpeg4"},
                                   {"h264baseline", k202, "h264baseline"}});
   expectWrites("encode(2).framesize", {{"quadvga", k202, "quadvga"},
-                                       {"quadvga", k200, "quadvga"},
+                                       {"quadvga", kOk, "quadvga"},
                                        {"640x360", k202, "640x360"},
                                        {"320x180", k451, "640x360"},
                                        {"1280x720 ", k451, "640x360"}});
   expectWrites("encode(2).bitrate", {{"64000", k202, "64000"},
-                                     {"64000", k200, "64000"},
+                                     {"64000", kOk, "64000"},
                                      {"63999", k457, "64000"},
                                      {"8000001", k457, "64000"},
                                      {"4294967296", k457, "64000"},
                                      {"64k", k451, "64000"},
                                      {"8000000", k202, "8000000"}});
   expectWrites("encode(2).quality", {{"100", k202, "100k"},
-                                     {"100k", k200, "100k"},
-                                     {"100Kilobytes", k200, "100k"},
+                                     {"100k", kOk, "100k"},
+                                     {"100Kilobytes", kOk, "100k"},
                                      {"100m", k451, "100k"},
                                      {"k", k451, "100k"},
                                      {"-", k451, "100k"},
@@ -79,13 +76,13 @@ TEST_F(EncodeTest, ValuesAreCheckedAndStaged) {
                                      {"5K", k202, "5k"},
                                      {"320", k202, "320k"}});
   expectWrites("encode(2).iframeinterval", {{"1", k202, "1"},
-                                            {"1", k200, "1"},
+                                            {"1", kOk, "1"},
                                             {"0", k457, "1"},
                                             {"256", k457, "1"},
                                             {"30f", k451, "1"},
                                             {"255", k202, "255"}});
   expectWrites("encode(2).cbr_mode",
-               {{"afs", k202, "afs"}, {"CBR", k451, "afs"}, {"vbr", k202, "vbr"}, {"vbr", k200, "vbr"}});
+               {{"afs", k202, "afs"}, {"CBR", k451, "afs"}, {"vbr", k202, "vbr"}, {"vbr", kOk, "vbr"}});
   EXPECT_EQ(camera().read("flash/sysconfig/encode/encode1.conf"), file);
   EXPECT_TRUE(camera().journal("encoder").empty());
 }
@@ -94,8 +91,8 @@ TEST_F(EncodeTest, RatesArePutToTheGrid) {
   expectWrites("encode(2).type", {{"off", k202, "off"}, {"h264high", k202, "h264high"}});
   expectWrites(
       "encode(2).framerate",
-      {{"30", k202, "30"},   {"30.0", k202, "30"}, {"29.97", k202, "25"}, {"25", k200, "25"},    {"24", k202, "15"},
-       {"10.5", k202, "10"}, {"9.9", k202, "7.5"}, {"7", k202, "7.5"},    {"7.5", k200, "7.5"},  {"6.99", k202, "5"},
+      {{"30", k202, "30"},   {"30.0", k202, "30"}, {"29.97", k202, "25"}, {"25", kOk, "25"},     {"24", k202, "15"},
+       {"10.5", k202, "10"}, {"9.9", k202, "7.5"}, {"7", k202, "7.5"},    {"7.5", kOk, "7.5"},   {"6.99", k202, "5"},
        {"3", k202, "3"},     {"2.5", k202, "2"},   {"1.99", k202, "1"},   {"0.99", k457, "1"},   {"30.01", k457, "1"},
        {"-3", k457, "1"},    {"inf", k457, "1"},   {"nan", k451, "1"},    {"15 fps", k451, "1"}, {"fast", k451, "1"}});
   expectWrites("encode(2).type", {{"jpeg", k202, "jpeg"}});
@@ -176,7 +173,7 @@ TEST_F(EncodeTest, ALimitIsOneForAllChannels) {
   const std::string path = "encode(2).range(jpeg).framerate_limit";
   expectAnswers(camera(),
                 {{path + "=on", path + k202},
-                 {path + "=on", path + k200},
+                 {path + "=on", path + kOk},
                  {path + "=yes", path + k451},
                  {"encode(3).range(h264high).framerate_limit", "encode(3).range(h264high).framerate_limit=on&200 OK"},
                  {path + "=off", path + k202}});
@@ -203,13 +200,13 @@ TEST_F(EncodeTest, TheBudgetOfTheSessions) {
   const Case cases[] = {
       // Nobody asks for one session; two fit up to 20000 kilobits.
       {{"h264high 30000 udp encode=1"}, "encode(2).bitrate=4100000", k202},
-      {{"h264high 4100 udp encode=1", "jpeg 15900 udp encode=0"}, "encode(2).bitrate=4100000", k200},
+      {{"h264high 4100 udp encode=1", "jpeg 15900 udp encode=0"}, "encode(2).bitrate=4100000", kOk},
       {{"h264high 4100 udp encode=1", "jpeg 15901 udp encode=0"}, "encode(2).bitrate=4100000", k453},
       // The channel's own sessions are rescaled, one or several of them.
       {{"h264high 4100 udp encode=1", "jpeg 12000 udp encode=0"}, "encode(2).bitrate=8000000", k202},
       {{"h264high 8000 udp encode=1", "jpeg 12001 udp encode=0"}, "encode(2).bitrate=7900000", k202},
       {{"h264high 15800 udp encode=1", "jpeg 100 udp encode=0"}, "encode(2).bitrate=8000000", k202},
-      {{"h264high 15800 udp encode=1", "h264high 7900 udp encode=1"}, "encode(2).bitrate=8000000", k200},
+      {{"h264high 15800 udp encode=1", "h264high 7900 udp encode=1"}, "encode(2).bitrate=8000000", kOk},
       {{"h264high 8000 udp encode=1", "jpeg 12101 udp encode=0"}, "encode(2).bitrate=7900000", k453},
       // The bounds come before the budget of a rate, and behind that of a size.
       {{"jpeg 15000 udp encode=0", "jpeg 15000 udp encode=0"}, "encode(2).bitrate=63999", k457},

@@ -7,18 +7,11 @@
 
 #include <thread>
 
+#include "tests/camera/Answers.h"
 #include "tests/camera/Camera.h"
 
 namespace test {
 namespace {
-
-using Texts = std::vector<std::string>;
-
-constexpr const char* kOk = "&200 OK";
-constexpr const char* k451 = "&451 Parameter Not Understood";
-constexpr const char* k456 = "&456 Header Field Not Valid for Resource";
-constexpr const char* k457 = "&457 Invalid Range";
-constexpr const char* k500 = "&500 Internal Server Error";
 
 /** A request, its answer behind the path, and the texts that the sequencer got meanwhile. */
 struct Case {
@@ -151,7 +144,7 @@ TEST_F(Motion, ClickOnCentre) {
           {click + "=-s5", k451, {}},
           {click + "=s-5-s5", k451, {}},
           {click + "=a-b", k451, {}},
-          {click, "&405 Method Not Allowed", {}}});
+          {click, k405, {}}});
 }
 
 TEST_F(Motion, SettingsWaitForTheSaveOfTheCamera) {
@@ -231,7 +224,7 @@ TEST_F(Motion, PositionsAreSavedInitializedAndGoneTo) {
           {"camera.position(3).zoom", "=x2.50&200 OK", {}},
           {three + "=goto", kOk, {three + "=goto"}},
           {three + "=forget", k451, {}},
-          {"camera.position(3).pan=s5", "&458 Parameter Is Read Only", {}},
+          {"camera.position(3).pan=s5", k458, {}},
           {"camera.position(20).status", k456, {}},
           {"camera.position(x).status", k451, {}}});
   EXPECT_EQ(position(3, "POSITION_STATUS"), "registered");
@@ -383,18 +376,12 @@ struct Channels {
 TEST(MotionAndEncoder, PictureSizesDecideAboutZoomAndCentre) {
   Camera camera;
   ASSERT_TRUE(camera.up());
-  const auto rewrite = [&camera](int channel, const std::string& key, const std::string& value) {
-    const std::string file = "flash/sysconfig/encode/encode" + std::to_string(channel) + ".conf";
-    std::string text = camera.read(file);
-    const size_t start = text.find(key + "=");
-    camera.write(file, text.replace(start, text.find('\n', start) - start, key + "=" + value));
-  };
   for (const Channels& channels : {Channels{"1920x1080", "320x240", "jpeg", k451, "s959-s539"},
                                    {"1920x1080", "vga", "mpeg4", k451, "s959-s539"},
                                    {"1280x960", "vga", "jpeg", kOk, "s639-s479"}}) {
-    rewrite(0, "FRAME_SIZE", channels.first);
-    rewrite(2, "FRAME_SIZE", channels.third);
-    rewrite(2, "ENCTYPE_CH", channels.type);
+    camera.setRow("flash/sysconfig/encode/encode0.conf", "FRAME_SIZE", channels.first);
+    camera.setRow("flash/sysconfig/encode/encode2.conf", "FRAME_SIZE", channels.third);
+    camera.setRow("flash/sysconfig/encode/encode2.conf", "ENCTYPE_CH", channels.type);
     ASSERT_TRUE(camera.reboot());
     for (const std::string path : {"camera.motion.zoom", "camera.motion.abszoom"}) {
       camera.clearJournal();

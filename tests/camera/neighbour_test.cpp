@@ -2,14 +2,13 @@
 
 #include <chrono>
 
+#include "tests/camera/Answers.h"
 #include "tests/camera/Camera.h"
 
 namespace test {
 namespace {
 
 class Neighbours : public CameraTest {};
-
-constexpr const char* k500 = "&500 Internal Server Error";
 
 TEST_F(Neighbours, EveryFaultOfEveryNeighbour) {
   struct Case {

@@ -2,21 +2,12 @@
 
 #include <algorithm>
 
+#include "tests/camera/Answers.h"
 #include "tests/camera/Camera.h"
 
 namespace test {
 namespace {
 
-using Texts = std::vector<std::string>;
-
-constexpr const char* kOk = "&200 OK";
-constexpr const char* k405 = "&405 Method Not Allowed";
-constexpr const char* k412 = "&412 Precondition Failed";
-constexpr const char* k451 = "&451 Parameter Not Understood";
-constexpr const char* k456 = "&456 Header Field Not Valid for Resource";
-constexpr const char* k457 = "&457 Invalid Range";
-constexpr const char* k461 = "&461 Command Not Found";
-constexpr const char* k500 = "&500 Internal Server Error";
 constexpr const char* k202 = "&202 Accepted(camera.scene.status=save)";
 
 /** A write of a setting of the current scene that is taken. */
@@ -52,20 +43,12 @@ Texts framesIn(const Camera& camera, const Texts& expected) {
   return frames;
 }
 
-Texts toldIn(const Camera& camera) {
-  Texts told;
-  for (const std::string& line : camera.journal("detection")) {
-    told.push_back(Camera::field(line, "what") + " " + Camera::field(line, "text"));
-  }
-  return told;
-}
-
 void expectTaken(Camera& camera, const std::vector<Taken>& cases) {
   for (const Taken& item : cases) {
     camera.clearJournal();
     EXPECT_EQ(camera.ask("camera.scene." + item.item), pathOf(item.item) + k202);
     EXPECT_EQ(framesIn(camera, item.frames), item.frames) << item.item;
-    EXPECT_EQ(toldIn(camera), item.told) << item.item;
+    EXPECT_EQ(camera.toldDetection(), item.told) << item.item;
     EXPECT_EQ(camera.ask(pathOf(item.item)), pathOf(item.item) + "=" + item.shown + kOk) << item.item;
   }
 }
@@ -270,7 +253,7 @@ TEST_F(Scenes, GotoWaitsForASave) {
   const Texts frames = framesIn(camera(), {});
   EXPECT_EQ(frames.back(), "0x60");
   EXPECT_FALSE(hasCameraWideFrames());
-  EXPECT_EQ(toldIn(camera()), Texts{"tamper.reference 0"});
+  EXPECT_EQ(camera().toldDetection(), Texts{"tamper.reference 0"});
   EXPECT_EQ(camera().row(kCameraFile, "SCENE_FILE_NAME"), "0");
   // The new scene is what a restore goes back to.
   expectAnswers(camera(), {{"camera.status=restore", std::string("camera.status") + kOk},
@@ -320,7 +303,7 @@ TEST_F(Scenes, TheCameraSavesAndRestoresAsAWhole) {
                            {"camera.scene.image.color", "camera.scene.image.color=50&200 OK"},
                            {duration, duration + "=10&200 OK"},
                            {"camera.motion.position.speed", "camera.motion.position.speed=100&200 OK"}});
-  EXPECT_EQ(toldIn(camera()).size(), 11U);
+  EXPECT_EQ(camera().toldDetection().size(), 11U);
   EXPECT_TRUE(hasCameraWideFrames());
 
   // The live picture goes into the scene that was spoken of last; the current scene stays.

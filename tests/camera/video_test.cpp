@@ -1,5 +1,6 @@
 // The analog video output: when it can run, what reaches the camera library, what outlives a restart.
 
+#include "tests/camera/Answers.h"
 #include "tests/camera/Camera.h"
 
 namespace test {
@@ -33,23 +34,23 @@ TEST_F(VideoTest, TheOutputRunsBesideTheFirstEncoderAlone) {
   };
   const Case cases[] = {
       {"video.output.status", "=off&200 OK", {}, "off"},
-      {"video.output.status=on", "&200 OK", {"1"}, "on"},
+      {"video.output.status=on", kOk, {"1"}, "on"},
       {"video.output.status", "=on&200 OK", {}, "on"},
-      {"video.output.status=ON", "&451 Parameter Not Understood", {}, "on"},
-      {"video.output.status=colorbar", "&200 OK", {"3"}, "on"},
+      {"video.output.status=ON", k451, {}, "on"},
+      {"video.output.status=colorbar", kOk, {"3"}, "on"},
       {"video.output.status", "=on&200 OK", {}, "on"},
       {"encode(2).type=jpeg", "&202 Accepted(encode(2).status=save)", {}, "on"},
       {"video.output.status", "=off&200 OK", {}, "on"},
-      {"video.output.status=on", "&412 Precondition Failed", {}, "on"},
-      {"video.output.status=colorbar", "&200 OK", {"3"}, "on"},
-      {"video.output.status=off", "&200 OK", {"0"}, "off"},
+      {"video.output.status=on", k412, {}, "on"},
+      {"video.output.status=colorbar", kOk, {"3"}, "on"},
+      {"video.output.status=off", kOk, {"0"}, "off"},
       {"encode(2).type=off", "&202 Accepted(encode(2).status=save)", {}, "off"},
       {"video.output.status", "=off&200 OK", {}, "off"},
       {"video.output.video_signal", "=ntsc&200 OK", {}, "off"},
-      {"video.output.video_signal=pal", "&200 OK", {"2"}, "off"},
+      {"video.output.video_signal=pal", kOk, {"2"}, "off"},
       {"video.output.video_signal", "=pal&200 OK", {}, "off"},
-      {"video.output.video_signal=secam", "&451 Parameter Not Understood", {}, "off"},
-      {"video.output.video_signal=ntsc", "&200 OK", {"1"}, "off"},
+      {"video.output.video_signal=secam", k451, {}, "off"},
+      {"video.output.video_signal=ntsc", kOk, {"1"}, "off"},
   };
   for (const Case& item : cases) {
     camera().clearJournal();
