@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "config/Config.h"
-#include "encode/bridge/Encoder.h"
+#include "encoder/Encoder.h"
 #include "local/ModelFeature.h"
 #include "request/Log.h"
 #include "service/CTmxdUtility.h"

@@ -1,8 +1,8 @@
 #include "camera/Detection.h"
 
-#include "camera/DetectionSet.h"
 #include "config/Config.h"
 #include "config/Rows.h"
+#include "dsp/DetectionSet.h"
 #include "request/StatusCode.h"
 
 namespace Camera {

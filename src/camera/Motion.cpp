@@ -5,7 +5,7 @@
 
 #include "camera/MotionNumbers.h"
 #include "config/Config.h"
-#include "encode/bridge/Encoder.h"
+#include "encoder/Encoder.h"
 #include "request/StatusCode.h"
 
 namespace Camera {

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "camera/DetectionSet.h"
-#include "camera/dsp/ExposureTables.h"
-#include "camera/dsp/Step.h"
 #include "config/Config.h"
+#include "dsp/DetectionSet.h"
+#include "dsp/ExposureTables.h"
+#include "dsp/Step.h"
 #include "request/Log.h"
 #include "request/Parameter.h"
 #include "service/CTmxdUtility.h"

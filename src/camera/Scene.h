@@ -4,8 +4,8 @@
 #include <string>
 
 #include "camera/CCameraApiBase.h"
-#include "camera/dsp/CameraDSP.h"
 #include "config/Rows.h"
+#include "dsp/CameraDSP.h"
 #include "tree/Leaf.h"
 
 namespace Camera {

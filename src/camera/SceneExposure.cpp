@@ -1,6 +1,6 @@
 #include "camera/SceneExposure.h"
 
-#include "camera/dsp/ExposureTables.h"
+#include "dsp/ExposureTables.h"
 #include "service/CTmxdUtility.h"
 
 namespace Camera {

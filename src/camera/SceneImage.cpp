@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "camera/DetectionSet.h"
-#include "camera/dsp/Step.h"
 #include "config/Config.h"
+#include "dsp/DetectionSet.h"
+#include "dsp/Step.h"
 #include "request/Log.h"
 #include "service/CTmxdUtility.h"
 

@@ -1,8 +1,8 @@
 // What a scene does as a whole: goto, save, initialize.
 
-#include "camera/DetectionSet.h"
 #include "camera/Scene.h"
 #include "config/Config.h"
+#include "dsp/DetectionSet.h"
 #include "request/Log.h"
 #include "service/CTmxdUtility.h"
 

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "camera/DetectionSet.h"
-#include "camera/dsp/CameraDSP.h"
 #include "config/Config.h"
+#include "dsp/CameraDSP.h"
+#include "dsp/DetectionSet.h"
 
 namespace Camera {
 

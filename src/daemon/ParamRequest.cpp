@@ -16,6 +16,7 @@
 #include "managers/CSystemMan.h"
 #include "managers/CUserinterfaceMan.h"
 #include "managers/CVideoMan.h"
+#include "request/InternalRequest.h"
 #include "request/Items.h"
 #include "request/Log.h"
 #include "request/Parameter.h"
@@ -192,13 +193,12 @@ int32_t ParamRequest::sendResponse(int32_t descriptor, const std::string& text) 
   return 0;
 }
 
-int32_t ParamRequest::execApiCommandInternal(const std::string& query, std::string* response, int8_t userType,
-                                             int8_t contentType) {
+int32_t execApiCommandInternal(const std::string& query, std::string* response, int8_t userType, int8_t contentType) {
   Parameter parameter;
   static_cast<void>(parameter.setParameter(userType, contentType, query.c_str()));
   const std::string layer = parameter.getNextLayer();
   if (parameter.isInvalid()) return -1;
-  CManBase* root = findRoot(layer);
+  CManBase* root = ParamRequest::findRoot(layer);
   if (root == nullptr) return -1;
   root->APIsetup(parameter, layer);
   if (response == nullptr) return 0;

@@ -29,15 +29,11 @@ class ParamRequest {
   /** The whole exchange for one connection; 0, or -1 on any refusal. The descriptor stays the caller's. */
   int32_t processRequest(int32_t descriptor);
 
-  /**
-   * One item from inside the daemon, through the same tree; reentrant. `response`, where given, receives the answer
-   * behind the path, without its line end. -1 only when the path has no root; every failure stands in the response.
-   */
-  static int32_t execApiCommandInternal(const std::string& query, std::string* response, int8_t userType,
-                                        int8_t contentType);
-
   /** The list mode: writes the list of all parameters. */
   static void writeList();
+
+  /** The manager of a root by the first layer of a path, with or without its selector; none for another name. */
+  static CManBase* findRoot(std::string_view layer);
 
  private:
   using PostActions = std::array<bool, 4>;  ///< which post-actions the items asked for, by PostAction
@@ -48,7 +44,6 @@ class ParamRequest {
   void processParameters(std::string* response, PostActions* actions);
   void processItem(Parameter& parameter, const std::string& item, PostActions* actions) const;
   static int32_t sendResponse(int32_t descriptor, const std::string& text);
-  static CManBase* findRoot(std::string_view layer);
   template <class Manager>
   Manager* create();
 

@@ -16,6 +16,7 @@
 #include "daemon/PidFile.h"
 #include "daemon/Signals.h"
 #include "local/UnixDomain.h"
+#include "request/InternalRequest.h"
 #include "request/Log.h"
 #include "request/Parameter.h"
 #include "service/CTmxdUtility.h"
@@ -92,8 +93,8 @@ void startDestinations(const Config& config) {
   int destination = 0;
   for (const int32_t row : kStatusRows) {
     const char* word = config.getNetworkConfig(row) == "on" ? "start" : "stop";
-    ParamRequest::execApiCommandInternal("network.destination(" + std::to_string(++destination) + ").status=" + word,
-                                         nullptr, user_class::kAdministrator, content_type::kPlain);
+    execApiCommandInternal("network.destination(" + std::to_string(++destination) + ").status=" + word, nullptr,
+                           user_class::kAdministrator, content_type::kPlain);
   }
 }
 

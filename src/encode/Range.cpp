@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "config/Config.h"
-#include "encode/StoredNumber.h"
-#include "encode/range/RangeSetup.h"
+#include "encoder/RangeSetup.h"
+#include "encoder/StoredNumber.h"
 #include "service/CTmxdUtility.h"
 
 namespace Encode {

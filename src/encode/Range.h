@@ -4,7 +4,7 @@
 #include <string>
 
 #include "encode/CEncodeApiBase.h"
-#include "encode/range/EncodeRangeData.h"
+#include "encoder/EncodeRangeData.h"
 #include "tree/Leaf.h"
 
 /** What one encoder channel may be set to while the two others do what they do. */

@@ -5,9 +5,9 @@
 #include <string>
 
 #include "config/Config.h"
-#include "daemon/ParamRequest.h"
-#include "encode/bridge/Encoder.h"
+#include "encoder/Encoder.h"
 #include "local/CommonInterface.h"
+#include "request/InternalRequest.h"
 #include "request/Log.h"
 #include "request/Parameter.h"
 #include "service/CTmxdUtility.h"
@@ -26,7 +26,7 @@ constexpr EncodedDestination kEncodedDestinations[] = {
 
 void tellDestination(int32_t number, const std::string& command) {
   const std::string path = "network.destination(" + CTmxdUtility::longToString(number) + ").";
-  ParamRequest::execApiCommandInternal(path + command, nullptr, user_class::kAdministrator, content_type::kPlain);
+  execApiCommandInternal(path + command, nullptr, user_class::kAdministrator, content_type::kPlain);
 }
 
 }  // namespace

@@ -4,14 +4,14 @@
 #include <string>
 
 #include "camera/CCameraApiBase.h"
-#include "camera/DetectionSet.h"
-#include "camera/dsp/CameraDSP.h"
-#include "camera/dsp/CameraDspInstance.h"
-#include "camera/dsp/Words.h"
 #include "config/Config.h"
+#include "dsp/CameraDSP.h"
+#include "dsp/CameraDspInstance.h"
+#include "dsp/DetectionSet.h"
+#include "dsp/Words.h"
 #include "encode/AnalogOutput.h"
 #include "encode/Status.h"
-#include "encode/bridge/Encoder.h"
+#include "encoder/Encoder.h"
 #include "request/Log.h"
 #include "service/CTmxdUtility.h"
 

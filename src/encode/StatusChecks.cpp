@@ -6,9 +6,9 @@
 
 #include "config/Config.h"
 #include "encode/Status.h"
-#include "encode/StoredNumber.h"
-#include "encode/bridge/Encoder.h"
-#include "encode/range/QualityTable.h"
+#include "encoder/Encoder.h"
+#include "encoder/QualityTable.h"
+#include "encoder/StoredNumber.h"
 #include "request/Log.h"
 
 namespace Encode {

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "config/Config.h"
-#include "encode/StoredNumber.h"
 #include "encode/budget/BitrateBudget.h"
+#include "encoder/StoredNumber.h"
 #include "request/Log.h"
 #include "service/CTmxdUtility.h"
 #include "service/Session.h"

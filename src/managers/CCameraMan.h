@@ -1,7 +1,7 @@
 #pragma once
 
-#include "camera/dsp/CameraDSP.h"
-#include "camera/dsp/CameraDspInstance.h"
+#include "dsp/CameraDSP.h"
+#include "dsp/CameraDspInstance.h"
 #include "tree/CManBase.h"
 
 /** The root `camera`. Owns the channel to the image DSP, which its nodes share. */

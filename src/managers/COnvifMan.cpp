@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "daemon/ParamRequest.h"
+#include "request/InternalRequest.h"
 #include "request/Parameter.h"
 
 #include "devices/OnvifNodes.h"
@@ -26,8 +26,8 @@ int32_t COnvifMan::APIsetup(Parameter& parameter, const std::string& layer) {
   const std::string query = path.substr(kPrefix.size()) + "=" + parameter.getValue();
   if (query.starts_with(kPrefix)) return -1;
   std::string response;
-  if (ParamRequest::execApiCommandInternal(query, &response, static_cast<int8_t>(parameter.getUserType()),
-                                           static_cast<int8_t>(parameter.getContentType())) < 0) {
+  if (execApiCommandInternal(query, &response, static_cast<int8_t>(parameter.getUserType()),
+                             static_cast<int8_t>(parameter.getContentType())) < 0) {
     return -1;
   }
   return parameter.setResponse(response);

@@ -4,8 +4,8 @@
 
 #include "config/Config.h"
 #include "config/Initialising.h"
-#include "daemon/ParamRequest.h"
 #include "local/Process.h"
+#include "request/InternalRequest.h"
 #include "request/Log.h"
 #include "request/Parameter.h"
 #include "service/CTmxdUtility.h"
@@ -22,8 +22,7 @@ bool isOn(network_row::Row row) { return networkValue(row) == "on"; }
 bool replay(const std::string& query) {
   const InitialisingGuard initialising;
   std::string response;
-  const int32_t result =
-      ParamRequest::execApiCommandInternal(query, &response, user_class::kAdministrator, content_type::kPlain);
+  const int32_t result = execApiCommandInternal(query, &response, user_class::kAdministrator, content_type::kPlain);
   return result >= 0 && response.find("&200") != std::string::npos;
 }
 

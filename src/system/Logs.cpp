@@ -10,8 +10,8 @@
 #include "request/Log.h"
 #include "request/Parameter.h"
 #include "service/CTmxdUtility.h"
+#include "service/Words.h"
 #include "tree/RuleEngine.h"
-#include "tree/Words.h"
 
 namespace System {
 namespace {

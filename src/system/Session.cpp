@@ -6,7 +6,7 @@
 #include "request/Parameter.h"
 #include "request/StatusCode.h"
 #include "service/CTmxdUtility.h"
-#include "tree/Words.h"
+#include "service/Words.h"
 
 namespace System {
 namespace {

@@ -8,8 +8,8 @@
 
 #include "config/Config.h"
 #include "request/StatusCode.h"
+#include "service/Words.h"
 #include "tree/ExecArgs.h"
-#include "tree/Words.h"
 
 class Parameter;
 

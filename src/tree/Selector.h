@@ -6,8 +6,8 @@
 
 #include "local/ModelFeature.h"
 #include "request/StatusCode.h"
+#include "service/Words.h"
 #include "tree/ExecArgs.h"
-#include "tree/Words.h"
 
 /** A selector that is a decimal number from low to high: 451 for another text, 456 out of the range. */
 struct SelectorNumber {

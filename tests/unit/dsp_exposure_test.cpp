@@ -1,7 +1,7 @@
 #include <functional>
 #include <sstream>
 
-#include "camera/dsp/ExposureTables.h"
+#include "dsp/ExposureTables.h"
 #include "tests/unit/dsp_fixture.h"
 
 namespace {

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "camera/dsp/CameraDSP.h"
 #include "config/Config.h"
+#include "dsp/CameraDSP.h"
 #include "tests/unit/fake_camera_library.h"
 
 /** The DSP's side of a read: fills the eleven bytes behind the address, or returns a negative number. */

@@ -1,6 +1,6 @@
 #include <functional>
 
-#include "camera/dsp/PictureTables.h"
+#include "dsp/PictureTables.h"
 #include "tests/unit/dsp_fixture.h"
 
 namespace {

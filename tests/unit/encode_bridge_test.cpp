@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "config/Config.h"
-#include "encode/bridge/Encoder.h"
+#include "encoder/Encoder.h"
 #include "tests/unit/fake_camera_library.h"
 
 namespace {

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "config/Config.h"
-#include "encode/StoredNumber.h"
 #include "encode/budget/BitrateBudget.h"
+#include "encoder/StoredNumber.h"
 
 namespace {
 

@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "config/Config.h"
-#include "encode/range/EncodeRangeData.h"
-#include "encode/range/QualityTable.h"
-#include "encode/range/RangeSetup.h"
+#include "encoder/EncodeRangeData.h"
+#include "encoder/QualityTable.h"
+#include "encoder/RangeSetup.h"
 
 namespace {
 

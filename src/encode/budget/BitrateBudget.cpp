@@ -6,7 +6,7 @@
 #include <limits>
 #include <string_view>
 
-#include "encode/StoredNumber.h"
+#include "encoder/StoredNumber.h"
 #include "request/Log.h"
 
 namespace {
