@@ -1,34 +1,23 @@
 #pragma once
 
 #include "application/CApplicationApiBase.h"
-#include "tree/Leaf.h"
+#include "tree/Node.h"
 
 namespace Application {
 
-class CAudioplay : public Leaf<CAudioplay, CApplicationApiBase> {
- public:
-  using Leaf::Leaf;
+struct CAudioplay : CApplicationApiBase {
   static constexpr Selector selector{.available = has<Feature::AUDIO>,
                                      .empty = status::kNotValidForResource,
                                      .takes = SelectorNumber{.low = 1, .high = 5}};
-  class CStatus;
-  class CName;
-  class CTime;
+  struct CStatus;
+  struct CName;
+  struct CTime;
 };
 
-class CAudioplay::CStatus : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CAudioplay::CStatus : CApplicationApiBase {};
 
-class CAudioplay::CName : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CAudioplay::CName : CApplicationApiBase {};
 
-class CAudioplay::CTime : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CAudioplay::CTime : CApplicationApiBase {};
 
 }  // namespace Application

@@ -1,60 +1,38 @@
 #pragma once
 
 #include "application/CApplicationApiBase.h"
-#include "tree/Leaf.h"
+#include "tree/Node.h"
 
 namespace Application {
 
-class CEvent : public Leaf<CEvent, CApplicationApiBase> {
- public:
-  using Leaf::Leaf;
+struct CEvent : CApplicationApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 10}};
-  class CFilter;
-  class CStatus;
-  class CTrigger;
-  class CAction;
+  struct CFilter;
+  struct CStatus;
+  struct CTrigger;
+  struct CAction;
 };
 
-class CEvent::CFilter : public Leaf<CEvent::CFilter, CApplicationApiBase> {
- public:
-  using Leaf::Leaf;
+struct CEvent::CFilter : CApplicationApiBase {
   static constexpr Selector selector{.empty = status::kNotUnderstood,
                                      .takes = SelectorWord{.words = Words{"sunday", "monday", "tuesday", "wednesday",
                                                                           "thursday", "friday", "saturday"},
                                                            .anyCase = true}};
-  class CStatus;
-  class CType;
-  class CTime;
+  struct CStatus;
+  struct CType;
+  struct CTime;
 };
 
-class CEvent::CFilter::CStatus : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CEvent::CFilter::CStatus : CApplicationApiBase {};
 
-class CEvent::CFilter::CType : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CEvent::CFilter::CType : CApplicationApiBase {};
 
-class CEvent::CFilter::CTime : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CEvent::CFilter::CTime : CApplicationApiBase {};
 
-class CEvent::CStatus : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CEvent::CStatus : CApplicationApiBase {};
 
-class CEvent::CTrigger : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CEvent::CTrigger : CApplicationApiBase {};
 
-class CEvent::CAction : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CEvent::CAction : CApplicationApiBase {};
 
 }  // namespace Application

@@ -1,62 +1,37 @@
 #pragma once
 
 #include "application/CApplicationApiBase.h"
-#include "tree/Leaf.h"
+#include "tree/Node.h"
 
 namespace Application {
 
-class CObject : public Leaf<CObject, CApplicationApiBase> {
- public:
-  using Leaf::Leaf;
+struct CObject : CApplicationApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 10}};
-  class COverwrite;
-  class CSource;
-  class CFramesize;
-  class CFramerate;
-  class CPrerec;
-  class CPostrec;
+  struct COverwrite;
+  struct CSource;
+  struct CFramesize;
+  struct CFramerate;
+  struct CPrerec;
+  struct CPostrec;
 };
 
-class CObject::COverwrite : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-  class CStatus;
-  class CPeriod;
+struct CObject::COverwrite : CApplicationApiBase {
+  struct CStatus;
+  struct CPeriod;
 };
 
-class CObject::COverwrite::CStatus : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CObject::COverwrite::CStatus : CApplicationApiBase {};
 
-class CObject::COverwrite::CPeriod : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CObject::COverwrite::CPeriod : CApplicationApiBase {};
 
-class CObject::CSource : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CObject::CSource : CApplicationApiBase {};
 
-class CObject::CFramesize : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CObject::CFramesize : CApplicationApiBase {};
 
-class CObject::CFramerate : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CObject::CFramerate : CApplicationApiBase {};
 
-class CObject::CPrerec : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CObject::CPrerec : CApplicationApiBase {};
 
-class CObject::CPostrec : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CObject::CPostrec : CApplicationApiBase {};
 
 }  // namespace Application

@@ -4,127 +4,67 @@
 
 namespace Application {
 
-class CFtp : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-  class CHost;
-  class CUser;
-  class CType;
-  class CMode;
-  class CPort;
-  class CPath;
-  class CNaming;
-  class CNamingOption;
-  class CPassword;
+struct CFtp : CApplicationApiBase {
+  struct CHost;
+  struct CUser;
+  struct CType;
+  struct CMode;
+  struct CPort;
+  struct CPath;
+  struct CNaming;
+  struct CNamingOption;
+  struct CPassword;
 };
 
-class CFtp::CHost : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
+struct CFtp::CHost : CApplicationApiBase {};
+
+struct CFtp::CUser : CApplicationApiBase {};
+
+struct CFtp::CType : CApplicationApiBase {};
+
+struct CFtp::CMode : CApplicationApiBase {};
+
+struct CFtp::CPort : CApplicationApiBase {};
+
+struct CFtp::CPath : CApplicationApiBase {};
+
+struct CFtp::CNaming : CApplicationApiBase {};
+
+struct CFtp::CNamingOption : CApplicationApiBase {};
+
+struct CFtp::CPassword : CApplicationApiBase {};
+
+struct CSmtp : CApplicationApiBase {
+  struct CType;
+  struct CHost;
+  struct CPort;
+  struct CMailfrom;
 };
 
-class CFtp::CUser : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
+struct CSmtp::CType : CApplicationApiBase {};
+
+struct CSmtp::CHost : CApplicationApiBase {};
+
+struct CSmtp::CPort : CApplicationApiBase {};
+
+struct CSmtp::CMailfrom : CApplicationApiBase {};
+
+struct CPop : CApplicationApiBase {
+  struct CType;
+  struct CHost;
+  struct CPort;
+  struct CUser;
+  struct CPassword;
 };
 
-class CFtp::CType : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CPop::CType : CApplicationApiBase {};
 
-class CFtp::CMode : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CPop::CHost : CApplicationApiBase {};
 
-class CFtp::CPort : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CPop::CPort : CApplicationApiBase {};
 
-class CFtp::CPath : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CPop::CUser : CApplicationApiBase {};
 
-class CFtp::CNaming : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
-
-class CFtp::CNamingOption : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
-
-class CFtp::CPassword : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
-
-class CSmtp : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-  class CType;
-  class CHost;
-  class CPort;
-  class CMailfrom;
-};
-
-class CSmtp::CType : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
-
-class CSmtp::CHost : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
-
-class CSmtp::CPort : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
-
-class CSmtp::CMailfrom : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
-
-class CPop : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-  class CType;
-  class CHost;
-  class CPort;
-  class CUser;
-  class CPassword;
-};
-
-class CPop::CType : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
-
-class CPop::CHost : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
-
-class CPop::CPort : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
-
-class CPop::CUser : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
-
-class CPop::CPassword : public CApplicationApiBase {
- public:
-  using CApplicationApiBase::CApplicationApiBase;
-};
+struct CPop::CPassword : CApplicationApiBase {};
 
 }  // namespace Application

@@ -4,267 +4,143 @@
 
 namespace Camera {
 
-class CAdjustService : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CAlc;
-  class CIris;
-  class CAtw;
-  class CRange;
-  class CLumx;
-  class CInformation;
-  class CStatus;
+struct CAdjustService : CCameraApiBase {
+  struct CAlc;
+  struct CIris;
+  struct CAtw;
+  struct CRange;
+  struct CLumx;
+  struct CInformation;
+  struct CStatus;
 };
 
-class CAdjustService::CAlc : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CSpeed;
-  class CErrEn;
-  class CErrHigh;
-  class CErrLow;
-  class CRestart;
-  class CDnHysteresis;
+struct CAdjustService::CAlc : CCameraApiBase {
+  struct CSpeed;
+  struct CErrEn;
+  struct CErrHigh;
+  struct CErrLow;
+  struct CRestart;
+  struct CDnHysteresis;
 };
 
-class CAdjustService::CAlc::CSpeed : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
+struct CAdjustService::CAlc::CSpeed : CCameraApiBase {};
+
+struct CAdjustService::CAlc::CErrEn : CCameraApiBase {};
+
+struct CAdjustService::CAlc::CErrHigh : CCameraApiBase {};
+
+struct CAdjustService::CAlc::CErrLow : CCameraApiBase {};
+
+struct CAdjustService::CAlc::CRestart : CCameraApiBase {};
+
+struct CAdjustService::CAlc::CDnHysteresis : CCameraApiBase {};
+
+struct CAdjustService::CIris : CCameraApiBase {
+  struct CStart;
+  struct CIntgain;
+  struct CProgain;
+  struct CLimitHigh;
+  struct CLimitLow;
 };
 
-class CAdjustService::CAlc::CErrEn : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
+struct CAdjustService::CIris::CStart : CCameraApiBase {};
+
+struct CAdjustService::CIris::CIntgain : CCameraApiBase {};
+
+struct CAdjustService::CIris::CProgain : CCameraApiBase {};
+
+struct CAdjustService::CIris::CLimitHigh : CCameraApiBase {};
+
+struct CAdjustService::CIris::CLimitLow : CCameraApiBase {};
+
+struct CAdjustService::CAtw : CCameraApiBase {
+  struct CSpeed;
+  struct CErrEn;
+  struct CErrHigh;
+  struct CErrLow;
+  struct CRestart;
 };
 
-class CAdjustService::CAlc::CErrHigh : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
+struct CAdjustService::CAtw::CSpeed : CCameraApiBase {};
+
+struct CAdjustService::CAtw::CErrEn : CCameraApiBase {};
+
+struct CAdjustService::CAtw::CErrHigh : CCameraApiBase {};
+
+struct CAdjustService::CAtw::CErrLow : CCameraApiBase {};
+
+struct CAdjustService::CAtw::CRestart : CCameraApiBase {};
+
+struct CAdjustService::CRange : CCameraApiBase {
+  struct CWide;
+  struct CNarrow;
 };
 
-class CAdjustService::CAlc::CErrLow : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
+struct CAdjustService::CRange::CWide : CCameraApiBase {
+  struct CR;
+  struct CB;
+  struct CGLow;
+  struct CGNorm;
+  struct CGHigh;
+  struct CMgLow;
+  struct CMgNorm;
+  struct CMgHigh;
 };
 
-class CAdjustService::CAlc::CRestart : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
+struct CAdjustService::CRange::CWide::CR : CCameraApiBase {};
+
+struct CAdjustService::CRange::CWide::CB : CCameraApiBase {};
+
+struct CAdjustService::CRange::CWide::CGLow : CCameraApiBase {};
+
+struct CAdjustService::CRange::CWide::CGNorm : CCameraApiBase {};
+
+struct CAdjustService::CRange::CWide::CGHigh : CCameraApiBase {};
+
+struct CAdjustService::CRange::CWide::CMgLow : CCameraApiBase {};
+
+struct CAdjustService::CRange::CWide::CMgNorm : CCameraApiBase {};
+
+struct CAdjustService::CRange::CWide::CMgHigh : CCameraApiBase {};
+
+struct CAdjustService::CRange::CNarrow : CCameraApiBase {
+  struct CR;
+  struct CB;
+  struct CGLow;
+  struct CGNorm;
+  struct CGHigh;
+  struct CMgLow;
+  struct CMgNorm;
+  struct CMgHigh;
 };
 
-class CAdjustService::CAlc::CDnHysteresis : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
+struct CAdjustService::CRange::CNarrow::CR : CCameraApiBase {};
+
+struct CAdjustService::CRange::CNarrow::CB : CCameraApiBase {};
+
+struct CAdjustService::CRange::CNarrow::CGLow : CCameraApiBase {};
+
+struct CAdjustService::CRange::CNarrow::CGNorm : CCameraApiBase {};
+
+struct CAdjustService::CRange::CNarrow::CGHigh : CCameraApiBase {};
+
+struct CAdjustService::CRange::CNarrow::CMgLow : CCameraApiBase {};
+
+struct CAdjustService::CRange::CNarrow::CMgNorm : CCameraApiBase {};
+
+struct CAdjustService::CRange::CNarrow::CMgHigh : CCameraApiBase {};
+
+struct CAdjustService::CLumx : CCameraApiBase {
+  struct CSpeed;
+  struct CGain;
 };
 
-class CAdjustService::CIris : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CStart;
-  class CIntgain;
-  class CProgain;
-  class CLimitHigh;
-  class CLimitLow;
-};
+struct CAdjustService::CLumx::CSpeed : CCameraApiBase {};
 
-class CAdjustService::CIris::CStart : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CAdjustService::CLumx::CGain : CCameraApiBase {};
 
-class CAdjustService::CIris::CIntgain : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CAdjustService::CInformation : CCameraApiBase {};
 
-class CAdjustService::CIris::CProgain : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CIris::CLimitHigh : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CIris::CLimitLow : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CAtw : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CSpeed;
-  class CErrEn;
-  class CErrHigh;
-  class CErrLow;
-  class CRestart;
-};
-
-class CAdjustService::CAtw::CSpeed : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CAtw::CErrEn : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CAtw::CErrHigh : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CAtw::CErrLow : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CAtw::CRestart : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CRange : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CWide;
-  class CNarrow;
-};
-
-class CAdjustService::CRange::CWide : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CR;
-  class CB;
-  class CGLow;
-  class CGNorm;
-  class CGHigh;
-  class CMgLow;
-  class CMgNorm;
-  class CMgHigh;
-};
-
-class CAdjustService::CRange::CWide::CR : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CRange::CWide::CB : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CRange::CWide::CGLow : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CRange::CWide::CGNorm : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CRange::CWide::CGHigh : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CRange::CWide::CMgLow : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CRange::CWide::CMgNorm : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CRange::CWide::CMgHigh : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CRange::CNarrow : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CR;
-  class CB;
-  class CGLow;
-  class CGNorm;
-  class CGHigh;
-  class CMgLow;
-  class CMgNorm;
-  class CMgHigh;
-};
-
-class CAdjustService::CRange::CNarrow::CR : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CRange::CNarrow::CB : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CRange::CNarrow::CGLow : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CRange::CNarrow::CGNorm : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CRange::CNarrow::CGHigh : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CRange::CNarrow::CMgLow : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CRange::CNarrow::CMgNorm : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CRange::CNarrow::CMgHigh : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CLumx : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CSpeed;
-  class CGain;
-};
-
-class CAdjustService::CLumx::CSpeed : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CLumx::CGain : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CInformation : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CAdjustService::CStatus : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CAdjustService::CStatus : CCameraApiBase {};
 
 }  // namespace Camera

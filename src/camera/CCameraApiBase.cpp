@@ -1,12 +1,10 @@
 #include "camera/CCameraApiBase.h"
 
-#include <utility>
-
 #include "config/Config.h"
 #include "encoder/Encoder.h"
 #include "local/ModelFeature.h"
 #include "request/Log.h"
-#include "service/CTmxdUtility.h"
+#include "service/Numbers.h"
 
 namespace {
 
@@ -25,14 +23,11 @@ int32_t CCameraApiBase::m_currentSceneId = 0;
 int32_t CCameraApiBase::m_selectedSceneId = 0;
 bool CCameraApiBase::m_sceneLocked = false;
 
-CCameraApiBase::CCameraApiBase(std::string layerName, std::string attribute, CameraDSP& dsp)
-    : CApiBase(std::move(layerName), std::move(attribute)), m_dsp(dsp) {}
-
 std::string CCameraApiBase::currentScene() {
   return Config::getInstance()->getCameraConfig(camera_row::SCENE_FILE_NAME);
 }
 
-bool CCameraApiBase::isHighRate() { return Encoder::countHighRateChannels() < 0; }
+bool CCameraApiBase::isHighRate() { return Encoder::countHighRateChannels() > 0; }
 
 bool CCameraApiBase::hasTrueDaynight() {
   const std::string model = Config::getModelName();
@@ -40,7 +35,7 @@ bool CCameraApiBase::hasTrueDaynight() {
 }
 
 void CCameraApiBase::m_setCurrentSceneid() {
-  m_currentSceneId = CTmxdUtility::toLong(currentScene(), 0);
+  m_currentSceneId = parseNumber(currentScene()).value_or(0);
   m_selectedSceneId = m_currentSceneId;
   TMX_LOG(LOG_DEBUG, "current scene id(%ld)", static_cast<long>(m_currentSceneId));
 }
@@ -80,7 +75,7 @@ int32_t CCameraApiBase::m_saveCameraConfig(bool all) {
   TMX_LOG(LOG_DEBUG, "scene (%ld) current scene(%ld) ", static_cast<long>(m_selectedSceneId),
           static_cast<long>(m_currentSceneId));
   const int32_t scene = all ? m_currentSceneId : m_selectedSceneId;
-  config.setCameraConfig(camera_row::SCENE_FILE_NAME, CTmxdUtility::longToString(scene));
+  config.setCameraConfig(camera_row::SCENE_FILE_NAME, std::to_string(scene));
   config.setCameraConfig(camera_row::COMMENT2, config.getSceneConfig(scene, scene_row::COMMENT2));
   if (!all) m_setCurrentSceneid();
   if (config.saveCameraConfig() == Config::kDone) return 0;
@@ -89,14 +84,12 @@ int32_t CCameraApiBase::m_saveCameraConfig(bool all) {
 }
 
 int32_t CCameraApiBase::m_savePatrolConfig() {
+  constexpr Row kStep[] = {patrol_row::PATROL_POSITION, patrol_row::PATROL_DURATION, patrol_row::PATROL_SPEED};
   Config& config = *Config::getInstance();
-  const CUserConfig& user = *CUserConfig::getInstance();
   for (int32_t step = 0; step < kPatrolSteps; ++step) {
-    for (int32_t row = 0; row < patrol_row::kCount; ++row) {
-      config.setPatrolConfig(0, step, row, user.getPatrolConfig(0, step, row));
-    }
+    config.adopt(*CUserConfig::getInstance(), kStep, step);
   }
-  if (config.savePatrolConfig(0) == Config::kDone) return 0;
+  if (config.save(Family::Patrol) == Config::kDone) return 0;
   TMX_LOG(LOG_DEBUG, "Patrol: Cannot be write userdata");
   return -1;
 }

@@ -3,27 +3,22 @@
 #include <cstdint>
 #include <string>
 
-#include "tree/CApiBase.h"
-
-class CameraDSP;
+#include "dsp/CameraDSP.h"
+#include "dsp/CameraDspInstance.h"
+#include "tree/Node.h"
 
 /**
- * Base of all nodes of the root `camera`: the way to the DSP, which scene is which, and the saves of the camera-wide
- * settings. The live picture is the working copy (CUserConfig); a save copies it to the stored tables and their files.
- * Results: 0, or -1 after a failure, which is logged.
+ * Base of all nodes of the root `camera`: which scene is which, and the saves of the camera-wide settings. The live
+ * picture is the working copy (CUserConfig); a save copies it to the stored tables and their files. Results: 0, or -1
+ * after a failure, which is logged.
  */
-class CCameraApiBase : public CApiBase {
- public:
-  /** The channel is the camera manager's and outlives its nodes. */
-  CCameraApiBase(std::string layerName, std::string attribute, CameraDSP& dsp);
-
+struct CCameraApiBase : CApiBase {
   static constexpr int32_t kScenes = 8;
   static constexpr int32_t kPatrolSteps = 20;
 
   /** Makes the stored current scene the one that the working copy holds and that requests without an index mean. */
   static void m_setCurrentSceneid();
 
- protected:
   /** Writes the live picture into the scene last selected, and that scene's file, or with `all` those of all scenes. */
   [[nodiscard]] static int32_t m_saveSceneConfig(bool all);
   /** Writes the live camera settings and the patrol; without `all`, the scene last selected becomes the current one. */
@@ -40,10 +35,24 @@ class CCameraApiBase : public CApiBase {
   /** Day/night switching with a cut filter, or a model that shows its easy day/night setting in that place. */
   [[nodiscard]] static bool hasTrueDaynight();
 
-  CameraDSP& m_dsp;
-
   // One camera, one picture: the scene ids are those of all nodes.
   static int32_t m_currentSceneId;   ///< the scene that the working copy holds
   static int32_t m_selectedSceneId;  ///< the index of the last request for a scene
   static bool m_sceneLocked;         ///< a save of a scene is refused
 };
+
+/**
+ * Rule::act that hands the number of a value to one operation of the DSP, and a step to another. The DSP puts an
+ * accepted value in force and into the working copy.
+ */
+template <auto Set, auto Step = nullptr>
+int32_t toDsp(Request& request) {
+  if constexpr (Step != nullptr) {
+    if (request.step != 0) return (cameraDsp().*Step)(request.value);
+  }
+  if constexpr (requires { (cameraDsp().*Set)(request.number, true); }) {
+    return (cameraDsp().*Set)(request.number, true);
+  } else {
+    return (cameraDsp().*Set)(request.number);
+  }
+}

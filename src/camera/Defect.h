@@ -4,68 +4,39 @@
 
 namespace Camera {
 
-class CDefectDetect : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CStatic;
-  class CDynamic;
+struct CDefectDetect : CCameraApiBase {
+  struct CStatic;
+  struct CDynamic;
 };
 
-class CDefectDetect::CStatic : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CAdjust;
-  class CStatus;
-  class CAdjustDetail;
+struct CDefectDetect::CStatic : CCameraApiBase {
+  struct CAdjust;
+  struct CStatus;
+  struct CAdjustDetail;
 };
 
-class CDefectDetect::CStatic::CAdjust : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
+struct CDefectDetect::CStatic::CAdjust : CCameraApiBase {};
+
+struct CDefectDetect::CStatic::CStatus : CCameraApiBase {};
+
+struct CDefectDetect::CStatic::CAdjustDetail : CCameraApiBase {};
+
+struct CDefectDetect::CDynamic : CCameraApiBase {
+  struct CStatus;
 };
 
-class CDefectDetect::CStatic::CStatus : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
+struct CDefectDetect::CDynamic::CStatus : CCameraApiBase {};
+
+struct CFpn : CCameraApiBase {
+  struct CAdjust;
+  struct CAdjustDetail;
+  struct CNum;
 };
 
-class CDefectDetect::CStatic::CAdjustDetail : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CFpn::CAdjust : CCameraApiBase {};
 
-class CDefectDetect::CDynamic : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CStatus;
-};
+struct CFpn::CAdjustDetail : CCameraApiBase {};
 
-class CDefectDetect::CDynamic::CStatus : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CFpn : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CAdjust;
-  class CAdjustDetail;
-  class CNum;
-};
-
-class CFpn::CAdjust : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CFpn::CAdjustDetail : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CFpn::CNum : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CFpn::CNum : CCameraApiBase {};
 
 }  // namespace Camera

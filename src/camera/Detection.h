@@ -4,14 +4,11 @@
 #include <string>
 
 #include "camera/CCameraApiBase.h"
-#include "tree/Leaf.h"
 
 namespace Camera {
 
 /** Motion detection, and with the selector "tampering" tamper detection. Values go through DetectionSet. */
-class CDetection : public Leaf<CDetection, CCameraApiBase> {
- public:
-  using Leaf::Leaf;
+struct CDetection : CCameraApiBase {
   static constexpr Selector selector{.takes = SelectorWord{.words = Words{"motion", "tampering"}}};
   static constexpr Hint kSave{.layer = "camera.detection", .command = ".status=save"};
 
@@ -20,77 +17,74 @@ class CDetection : public Leaf<CDetection, CCameraApiBase> {
   [[nodiscard]] static int32_t onlyMotion(const Selectors& selectors);
   [[nodiscard]] static int32_t onlyTampering(const Selectors& selectors);
 
-  class CStatus;
-  class CArea;
-  class CLevel;
-  class CTemporal;
-  class CAreaCount;
+  struct CStatus;
+  struct CArea;
+  struct CLevel;
+  struct CTemporal;
+  struct CAreaCount;
 };
 
 /**
  * On, off, and what happens to the settings of detection: "save" writes them to flash with those of the camera,
  * "restore" goes back to the stored ones. Motion detection is off while an encoder runs at a high rate.
  */
-class CDetection::CStatus : public Leaf<CStatus, CCameraApiBase> {
- public:
-  using Leaf::Leaf;
+struct CDetection::CStatus : CCameraApiBase {
   static int32_t refuseHighRate(const Selectors& selectors);
-  static constexpr int32_t kOff = 0;
-  static constexpr int32_t kOn = 1;
-  static constexpr int32_t kSaved = 2;
-  static constexpr int32_t kRestored = 3;
+  static int32_t save(Request& request);
+  static int32_t restore(Request& request);
+  static int32_t act(Request& request);
+  static int32_t fetch(const Request& request, std::string& text);
   static constexpr Rule rule{
       .guard = {.write = refuseHighRate},
-      .accepts = Words{Word{"on", kOn}, Word{"off", kOff}, Word{"save", kSaved}, Word{"restore", kRestored}},
+      .accepts = Words{"off", "on"},
+      .commands = {{{"save", save}, {"restore", restore}}},
+      .act = act,
+      .fetch = fetch,
       .answers = kSave,
   };
-  int32_t fetch(const Request& request, std::string& text);
-  int32_t act(Request& request);
-
- private:
-  [[nodiscard]] static int32_t restore(bool isTampering);
 };
 
 /** 34 hexadecimal digits, a bit for each field of the picture. */
-class CDetection::CArea : public Leaf<CArea, CCameraApiBase> {
- public:
-  using Leaf::Leaf;
-  static int32_t checkLength(Request& request);
+struct CDetection::CArea : CCameraApiBase {
+  static int32_t act(Request& request);
   static constexpr Rule rule{
       .guard = {.access = onlyMotion},
-      .accepts = Test{checkLength},
+      .accepts = Text{.most = 34, .least = 34},
+      .place = camera_row::DETECT_AREA,
+      .act = act,
+      .shows = {.image = Image::User},
       .answers = kSave,
       .refusals = {{{-2, status::kNotUnderstood}}},
   };
-  int32_t fetch(const Request& request, std::string& text);
-  int32_t act(Request& request);
 };
 
-class CDetection::CLevel : public Leaf<CLevel, CCameraApiBase> {
- public:
-  using Leaf::Leaf;
-  static constexpr Rule rule{.accepts = Number{.low = 0, .high = 100}, .answers = kSave};
-  int32_t fetch(const Request& request, std::string& text);
-  int32_t act(Request& request);
+struct CDetection::CLevel : CCameraApiBase {
+  static Cell locate(const Selectors& selectors, Row row);
+  static int32_t act(Request& request);
+  static constexpr Rule rule{
+      .accepts = Number{.low = 0, .high = 100},
+      .place = {camera_row::DETECT_LEVEL, locate},
+      .act = act,
+      .shows = {.image = Image::User},
+      .answers = kSave,
+  };
 };
 
 /** How many seconds a picture must be tampered with. */
-class CDetection::CTemporal : public Leaf<CTemporal, CCameraApiBase> {
- public:
-  using Leaf::Leaf;
+struct CDetection::CTemporal : CCameraApiBase {
+  static int32_t act(Request& request);
   static constexpr Rule rule{
       .guard = {.access = onlyTampering},
       .accepts = Number{.low = 5, .high = 120},
+      .place = camera_row::TAMP_DETECT_TEMPO,
+      .act = act,
+      .shows = {.image = Image::User},
       .answers = kSave,
   };
-  int32_t fetch(const Request& request, std::string& text);
-  int32_t act(Request& request);
 };
 
 /** How many fields an area has. */
-class CDetection::CAreaCount : public Leaf<CAreaCount, CCameraApiBase> {
- public:
-  using Leaf::Leaf;
+struct CDetection::CAreaCount : CCameraApiBase {
   static constexpr Rule rule{.guard = {.access = onlyMotion}, .shows = {.fixed = "80"}};
 };
 

@@ -1,170 +1,93 @@
 #pragma once
 
 #include "camera/CCameraApiBase.h"
-#include "tree/Leaf.h"
+#include "tree/Node.h"
 
 namespace Camera {
 
-class CDspadjust : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CIris;
-  class CAe;
-  class CAdjustmode;
-  class CSubadjust;
-  class CStaticNum;
-  class CPreWbNormr;
-  class CPreWbNormrKeep;
-  class CPreWbNormb;
-  class CPreWbNormbKeep;
-  class CPreWbLowr;
-  class CPreWbLowrKeep;
-  class CPreWbLowb;
-  class CPreWbLowbKeep;
-  class CPreWbHighr;
-  class CPreWbHighrKeep;
-  class CPreWbHighb;
-  class CPreWbHighbKeep;
-  class CIrygain1;
-  class CIbygain1;
-  class CIryhue1;
-  class CIbyhue1;
-  class CFocus;
-  class CStatus;
-  class CSensor;
+struct CDspadjust : CCameraApiBase {
+  struct CIris;
+  struct CAe;
+  struct CAdjustmode;
+  struct CSubadjust;
+  struct CStaticNum;
+  struct CPreWbNormr;
+  struct CPreWbNormrKeep;
+  struct CPreWbNormb;
+  struct CPreWbNormbKeep;
+  struct CPreWbLowr;
+  struct CPreWbLowrKeep;
+  struct CPreWbLowb;
+  struct CPreWbLowbKeep;
+  struct CPreWbHighr;
+  struct CPreWbHighrKeep;
+  struct CPreWbHighb;
+  struct CPreWbHighbKeep;
+  struct CIrygain1;
+  struct CIbygain1;
+  struct CIryhue1;
+  struct CIbyhue1;
+  struct CFocus;
+  struct CStatus;
+  struct CSensor;
 };
 
-class CDspadjust::CIris : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CEvref;
+struct CDspadjust::CIris : CCameraApiBase {
+  struct CEvref;
 };
 
-class CDspadjust::CIris::CEvref : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
+struct CDspadjust::CIris::CEvref : CCameraApiBase {};
+
+struct CDspadjust::CAe : CCameraApiBase {
+  struct CArea;
 };
 
-class CDspadjust::CAe : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CArea;
-};
+struct CDspadjust::CAe::CArea : CCameraApiBase {};
 
-class CDspadjust::CAe::CArea : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CAdjustmode : CCameraApiBase {};
 
-class CDspadjust::CAdjustmode : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CSubadjust : CCameraApiBase {};
 
-class CDspadjust::CSubadjust : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CStaticNum : CCameraApiBase {};
 
-class CDspadjust::CStaticNum : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CPreWbNormr : CCameraApiBase {};
 
-class CDspadjust::CPreWbNormr : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CPreWbNormrKeep : CCameraApiBase {};
 
-class CDspadjust::CPreWbNormrKeep : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CPreWbNormb : CCameraApiBase {};
 
-class CDspadjust::CPreWbNormb : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CPreWbNormbKeep : CCameraApiBase {};
 
-class CDspadjust::CPreWbNormbKeep : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CPreWbLowr : CCameraApiBase {};
 
-class CDspadjust::CPreWbLowr : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CPreWbLowrKeep : CCameraApiBase {};
 
-class CDspadjust::CPreWbLowrKeep : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CPreWbLowb : CCameraApiBase {};
 
-class CDspadjust::CPreWbLowb : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CPreWbLowbKeep : CCameraApiBase {};
 
-class CDspadjust::CPreWbLowbKeep : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CPreWbHighr : CCameraApiBase {};
 
-class CDspadjust::CPreWbHighr : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CPreWbHighrKeep : CCameraApiBase {};
 
-class CDspadjust::CPreWbHighrKeep : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CPreWbHighb : CCameraApiBase {};
 
-class CDspadjust::CPreWbHighb : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CPreWbHighbKeep : CCameraApiBase {};
 
-class CDspadjust::CPreWbHighbKeep : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CIrygain1 : CCameraApiBase {};
 
-class CDspadjust::CIrygain1 : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CIbygain1 : CCameraApiBase {};
 
-class CDspadjust::CIbygain1 : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CIryhue1 : CCameraApiBase {};
 
-class CDspadjust::CIryhue1 : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CIbyhue1 : CCameraApiBase {};
 
-class CDspadjust::CIbyhue1 : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CDspadjust::CFocus : public Leaf<CDspadjust::CFocus, CCameraApiBase> {
- public:
-  using Leaf::Leaf;
+struct CDspadjust::CFocus : CCameraApiBase {
   static constexpr Selector selector{.available = has<Feature::FOCUS_CTRL>};
 };
 
-class CDspadjust::CStatus : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CStatus : CCameraApiBase {};
 
-class CDspadjust::CSensor : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CDspadjust::CSensor : CCameraApiBase {};
 
 }  // namespace Camera

@@ -1,104 +1,61 @@
 #pragma once
 
 #include "camera/CCameraApiBase.h"
-#include "tree/Leaf.h"
+#include "tree/Node.h"
 
 namespace Camera {
 
-class CFocus : public Leaf<CFocus, CCameraApiBase> {
- public:
-  using Leaf::Leaf;
+struct CFocus : CCameraApiBase {
   static constexpr Selector selector{.available = has<Feature::FOCUS_CTRL>};
-  class CGpiofrom;
-  class CDate;
-  class CAssist;
-  class CRunCounter;
-  class CAdjustMode;
-  class CProgress;
-  class CStatus;
-  class CFinefocus;
-  class CNightfocus;
-  class CAbfPos;
+  struct CGpiofrom;
+  struct CDate;
+  struct CAssist;
+  struct CRunCounter;
+  struct CAdjustMode;
+  struct CProgress;
+  struct CStatus;
+  struct CFinefocus;
+  struct CNightfocus;
+  struct CAbfPos;
 };
 
-class CFocus::CGpiofrom : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CIcrStatus;
-  class CStatus;
-  class CCheckStatus;
+struct CFocus::CGpiofrom : CCameraApiBase {
+  struct CIcrStatus;
+  struct CStatus;
+  struct CCheckStatus;
 };
 
-class CFocus::CGpiofrom::CIcrStatus : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
+struct CFocus::CGpiofrom::CIcrStatus : CCameraApiBase {};
+
+struct CFocus::CGpiofrom::CStatus : CCameraApiBase {};
+
+struct CFocus::CGpiofrom::CCheckStatus : CCameraApiBase {};
+
+struct CFocus::CDate : CCameraApiBase {
+  struct CStatus;
 };
 
-class CFocus::CGpiofrom::CStatus : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
+struct CFocus::CDate::CStatus : CCameraApiBase {};
+
+struct CFocus::CAssist : CCameraApiBase {
+  struct CStatus;
 };
 
-class CFocus::CGpiofrom::CCheckStatus : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CFocus::CAssist::CStatus : CCameraApiBase {};
 
-class CFocus::CDate : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CStatus;
-};
+struct CFocus::CRunCounter : CCameraApiBase {};
 
-class CFocus::CDate::CStatus : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CFocus::CAdjustMode : CCameraApiBase {};
 
-class CFocus::CAssist : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CStatus;
-};
+struct CFocus::CProgress : CCameraApiBase {};
 
-class CFocus::CAssist::CStatus : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CFocus::CStatus : CCameraApiBase {};
 
-class CFocus::CRunCounter : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CFocus::CFinefocus : CCameraApiBase {};
 
-class CFocus::CAdjustMode : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CFocus::CNightfocus : CCameraApiBase {};
 
-class CFocus::CProgress : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CFocus::CStatus : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CFocus::CFinefocus : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CFocus::CNightfocus : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CFocus::CAbfPos : public Leaf<CFocus::CAbfPos, CCameraApiBase> {
- public:
-  using Leaf::Leaf;
+struct CFocus::CAbfPos : CCameraApiBase {
   static constexpr Selector selector{.available = has<Feature::BACK_FOCUS_MODEL>};
 };
 

@@ -4,19 +4,10 @@
 
 namespace Camera {
 
-class CId : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CId : CCameraApiBase {};
 
-class CStealth : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CStealth : CCameraApiBase {};
 
-class CIdentify : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CIdentify : CCameraApiBase {};
 
 }  // namespace Camera

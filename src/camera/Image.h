@@ -4,39 +4,24 @@
 
 namespace Camera {
 
-class CImage : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CTrueDaynight;
-  class CWhiteBalance;
+struct CImage : CCameraApiBase {
+  struct CTrueDaynight;
+  struct CWhiteBalance;
 };
 
-class CImage::CTrueDaynight : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CIrCounter;
-  class CLedCounter;
+struct CImage::CTrueDaynight : CCameraApiBase {
+  struct CIrCounter;
+  struct CLedCounter;
 };
 
-class CImage::CTrueDaynight::CIrCounter : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
+struct CImage::CTrueDaynight::CIrCounter : CCameraApiBase {};
+
+struct CImage::CTrueDaynight::CLedCounter : CCameraApiBase {};
+
+struct CImage::CWhiteBalance : CCameraApiBase {
+  struct CArea;
 };
 
-class CImage::CTrueDaynight::CLedCounter : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
-
-class CImage::CWhiteBalance : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CArea;
-};
-
-class CImage::CWhiteBalance::CArea : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CImage::CWhiteBalance::CArea : CCameraApiBase {};
 
 }  // namespace Camera

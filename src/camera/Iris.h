@@ -4,15 +4,10 @@
 
 namespace Camera {
 
-class CIris : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CLenstype;
+struct CIris : CCameraApiBase {
+  struct CLenstype;
 };
 
-class CIris::CLenstype : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CIris::CLenstype : CCameraApiBase {};
 
 }  // namespace Camera

@@ -4,27 +4,16 @@
 
 namespace Camera {
 
-class CPrivateMask : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CStatus;
-  class CColor;
-  class CArea;
+struct CPrivateMask : CCameraApiBase {
+  struct CStatus;
+  struct CColor;
+  struct CArea;
 };
 
-class CPrivateMask::CStatus : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CPrivateMask::CStatus : CCameraApiBase {};
 
-class CPrivateMask::CColor : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CPrivateMask::CColor : CCameraApiBase {};
 
-class CPrivateMask::CArea : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CPrivateMask::CArea : CCameraApiBase {};
 
 }  // namespace Camera

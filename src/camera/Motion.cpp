@@ -6,7 +6,8 @@
 #include "camera/MotionNumbers.h"
 #include "config/Config.h"
 #include "encoder/Encoder.h"
-#include "request/StatusCode.h"
+#include "service/Numbers.h"
+#include "service/Sequencer.h"
 
 namespace Camera {
 namespace {
@@ -34,9 +35,9 @@ int32_t checkSensorPlace(Request& request, std::string_view path, int32_t most) 
   std::string_view text = request.value;
   const int32_t sign = takeSign(text);
   if (!takeLetter(text, 's')) return -status::kNotUnderstood;
-  const auto number = wholeNumber(text);
+  const auto number = parseNumber(text);
   if (!number) return -status::kNotUnderstood;
-  const auto present = sign == 0 ? 0 : wholeNumber(answer);
+  const auto present = sign == 0 ? 0 : parseNumber(answer);
   if (!present) return -status::kInternalError;
 
   const int64_t place = sign == 0 ? *number : *present + int64_t{sign} * *number;
@@ -57,7 +58,7 @@ std::optional<ZoomValue> parseZoom(std::string_view text) {
   ZoomValue value;
   value.sign = takeSign(text);
   value.isFactor = takeLetter(text, 'x');
-  const auto number = decimalNumber(text);
+  const auto number = parseFloat(text);
   if (!number) return std::nullopt;
   value.number = *number;
   return value;
@@ -80,7 +81,7 @@ int32_t checkZoom(Request& request, bool percentagesOnly) {
   if (!value || (percentagesOnly && value->isFactor)) return -status::kNotUnderstood;
   const bool isStep = !value->isFactor && value->sign != 0;
   if (isStep && (value->number < 0 || value->number >= 100)) return -status::kInvalidRange;
-  const auto present = value->sign == 0 ? zoom_factor::kLeast : decimalNumber(answer);
+  const auto present = value->sign == 0 ? zoom_factor::kLeast : parseFloat(answer);
   if (!present) return -status::kInternalError;
 
   const float factor = targetFactor(*value, *present);
@@ -94,8 +95,8 @@ int32_t checkZoom(Request& request, bool percentagesOnly) {
 /** One half of a point: a sensor position, or a percentage of the most there is. None when it cannot be. */
 std::optional<int32_t> coordinate(std::string_view text, bool isSensor, int32_t most) {
   if (isSensor && !takeLetter(text, 's')) return std::nullopt;
-  const auto number = isSensor ? wholeNumber(text) : std::nullopt;
-  const auto percentage = isSensor ? std::nullopt : decimalNumber(text);
+  const auto number = isSensor ? parseNumber(text) : std::nullopt;
+  const auto percentage = isSensor ? std::nullopt : parseFloat(text);
   if (!number && !percentage) return std::nullopt;
   const double place = number ? *number : double{*percentage} * most / 100;
   if (place < 0 || place > most) return std::nullopt;
@@ -106,32 +107,18 @@ std::optional<int32_t> coordinate(std::string_view text, bool isSensor, int32_t 
 
 // ---- The patrol and the return -------------------------------------------------------------------------------------
 
-Cell CMotion::CAutoPatrol::locate(const Selectors& selectors, int32_t row) {
-  return {selectorNumber(selectors, kStepLayer, 0), row};
-}
-
-int32_t CMotion::CAutoPatrol::tellStep(const Request& request, std::string_view item) {
+int32_t tellPatrolStep(const Peer& peer, Request& request) {
+  constexpr size_t kStepLayer = 3;
   const int32_t step = selectorNumber(request.selectors, kStepLayer, 0);
-  return sequencer::tell("camera.motion.auto_patrol(0).position(" + std::to_string(step) + ")" + std::string(item) +
-                         "=" + request.value);
+  return sequencer::tell("camera.motion.auto_patrol(0).position(" + std::to_string(step) + ")" +
+                         std::string(peer.path) + "=" + request.value);
 }
 
-int32_t CMotion::CAutoPatrol::CStatus::act(Request& request) {
-  if (request.number != kSaved) return Relays::act(request);
+int32_t CMotion::CAutoPatrol::CStatus::save(Request& /*request*/) {
   return m_savePatrolConfig() < 0 ? -status::kInternalError : 0;
 }
 
-int32_t CMotion::CAutoPatrol::CPosition::CSpeed::checkSpeed(Request& request) {
-  const auto speed = decimalNumber(request.value);
-  if (!speed) return -status::kNotUnderstood;
-  return *speed < 0 || *speed > 100 ? -status::kInvalidRange : 0;
-}
-
-int32_t CMotion::CAutoReturn::CStatus::act(Request& request) {
-  const int32_t result = Tells::act(request);
-  if (result < 0) return result;
-  return request.number == kMove ? kAlreadyInForce : 0;  // a move changes no setting
-}
+int32_t CMotion::CAutoReturn::CStatus::move(Request& request) { return kSequencer.tell(kSequencer, request); }
 
 // ---- Moves ---------------------------------------------------------------------------------------------------------
 
@@ -151,11 +138,6 @@ int32_t CMotion::CPan::checkPlace(Request& request) { return checkSensorPlace(re
 
 int32_t CMotion::CTilt::checkPlace(Request& request) { return checkSensorPlace(request, path, kMost); }
 
-int32_t CMotion::CTilt::CSpeed::checkSpeed(Request& request) {
-  const auto speed = wholeNumber(request.value);
-  return !speed || *speed < kSpeeds.low || *speed > kSpeeds.high ? -status::kInvalidRange : 0;
-}
-
 int32_t CMotion::CZoom::needsSmallPicture(const Selectors& /*selectors*/) {
   const Config& config = *Config::getInstance();
   for (int32_t channel = 0; channel < Encoder::kChannels; ++channel) {
@@ -168,8 +150,8 @@ int32_t CMotion::CZoom::needsSmallPicture(const Selectors& /*selectors*/) {
 
 int32_t CMotion::CZoom::checkFactor(Request& request) { return checkZoom(request, false); }
 
-int32_t CMotion::CZoom::fetch(const Request& request, std::string& text) {
-  const int32_t result = Relays::fetch(request, text);
+int32_t CMotion::CZoom::fetch(const Request& /*request*/, std::string& text) {
+  const int32_t result = sequencer::ask(path, text);
   const size_t point = text.find('.');
   if (point != std::string::npos) text = text.substr(0, point + 3);
   return result;
@@ -179,8 +161,8 @@ int32_t CMotion::CAbszoom::checkPercentage(Request& request) { return checkZoom(
 
 int32_t CMotion::CAbszoom::fetch(const Request& /*request*/, std::string& text) {
   std::string answer;
-  const int32_t result = sequencer::ask(path, answer);
-  const auto factor = decimalNumber(answer);
+  const int32_t result = sequencer::ask(CZoom::path, answer);
+  const auto factor = parseFloat(answer);
   if (result < 0 || !factor) return -status::kInternalError;
   text = twoDecimals((*factor - 1) * 99.99 / 7);
   return 0;

@@ -6,9 +6,7 @@
 #include <string_view>
 
 #include "camera/CCameraApiBase.h"
-#include "camera/MotionSequencer.h"
 #include "config/Rows.h"
-#include "tree/Leaf.h"
 
 /**
  * Pan, tilt and zoom, the patrol and the preset positions. The sequencer moves the camera; here are the checks of the
@@ -16,365 +14,270 @@
  */
 namespace Camera {
 
-class CMotion : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  static constexpr Words kMoves{"start", "stop"};
-  static constexpr Number kSpeeds{.low = 0, .high = 100};
-  class CPosition;
-  class CAutoPatrol;
-  class CAutoReturn;
-  class CClickoncenter;
-  class CPan;
-  class CTilt;
-  class CZoom;
-  class CAbszoom;
+/** The rule of a setting that the sequencer hears of and that waits for a save. */
+constexpr Rule motionSetting(const Accepts& accepts, const Place& place, const Peer& peer, const Hint& answers) {
+  return {
+      .accepts = accepts,
+      .place = place,
+      .peer = peer,
+      .keeps = Keeps::Staged,
+      .unchanged = Unchanged::AfterKeeping,
+      .shows = {.image = Image::User},
+      .answers = answers,
+  };
+}
+inline constexpr Hint kSaveCamera{.layer = "camera", .command = ".status=save"};
+inline constexpr Words kMoves{"start", "stop"};
+inline constexpr Number kSpeeds{.low = 0, .high = 100};
 
- private:
-  /** The rule of a setting that waits in the camera table for the save of the camera's settings. */
-  static constexpr Rule setting(Accepts accepts, int32_t row) {
-    return {
-        .accepts = accepts,
-        .place = {.family = Family::Camera, .row = row},
-        .keeps = Keeps::Staged,
-        .unchanged = Unchanged::AfterKeeping,
-        .shows = {.image = Image::User},
-        .answers = {.layer = "camera", .command = ".status=save"},
-    };
-  }
+struct CMotion : CCameraApiBase {
+  struct CPosition;
+  struct CAutoPatrol;
+  struct CAutoReturn;
+  struct CClickoncenter;
+  struct CPan;
+  struct CTilt;
+  struct CZoom;
+  struct CAbszoom;
 };
 
-class CMotion::CPosition : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CSpeed;
+struct CMotion::CPosition : CCameraApiBase {
+  struct CSpeed;
 };
 
-class CMotion::CPosition::CSpeed : public Tells<CSpeed> {
- public:
-  using Tells::Tells;
-  static constexpr std::string_view path = "camera.motion.position.speed";
-  static constexpr Rule rule = setting(kSpeeds, camera_row::POSITION_SPEED);
+struct CMotion::CPosition::CSpeed : CCameraApiBase {
+  static constexpr Rule rule = motionSetting(kSpeeds, camera_row::POSITION_SPEED,
+                                             peer::toSequencer("camera.motion.position.speed"), kSaveCamera);
 };
 
 // ---- The patrol ----------------------------------------------------------------------------------------------------
 
-class CMotion::CAutoPatrol : public Leaf<CMotion::CAutoPatrol, CCameraApiBase> {
- public:
-  using Leaf::Leaf;
+struct CMotion::CAutoPatrol : CCameraApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 0, .digitsOnly = true}};
-  class CStatus;
-  class CPosition;
-
- private:
-  template <class Derived>
-  class StepValue;
-  static constexpr size_t kStepLayer = 3;
-  static Cell locate(const Selectors& selectors, int32_t row);
-  /** The rule of a value of a step, which waits for the save of the patrol. */
-  static constexpr Rule step(Accepts accepts, int32_t row) {
-    return {
-        .accepts = accepts,
-        .place = {.family = Family::Patrol, .row = row, .locate = locate},
-        .keeps = Keeps::Staged,
-        .unchanged = Unchanged::AfterKeeping,
-        .shows = {.image = Image::User},
-        .answers = {.layer = "camera.motion.auto_patrol(0)", .command = ".status=save"},
-    };
-  }
-  [[nodiscard]] static int32_t tellStep(const Request& request, std::string_view item);
+  struct CStatus;
+  struct CPosition;
 };
+
+/** Rule::peer: one value of a step, told to the sequencer under the step's path with `item` behind it. */
+[[nodiscard]] int32_t tellPatrolStep(const Peer& peer, Request& request);
+constexpr Rule patrolStep(const Accepts& accepts, patrol_row::Row row, std::string_view item) {
+  constexpr size_t kStepLayer = 3;
+  return motionSetting(accepts, {row, tableOf<kStepLayer, 0>}, {.tell = tellPatrolStep, .path = item},
+                       {.layer = "camera.motion.auto_patrol(0)", .command = ".status=save"});
+}
 
 /** Starts and stops the patrol; "save" writes its steps to flash. */
-class CMotion::CAutoPatrol::CStatus : public Relays<CStatus> {
- public:
-  using Relays::Relays;
-  static constexpr std::string_view path = "camera.motion.auto_patrol(0).status";
-  static constexpr int32_t kSaved = 2;
-  static constexpr Rule rule{.accepts = Words{Word{"start", 0}, Word{"stop", 1}, Word{"save", kSaved}}};
-  int32_t act(Request& request);
-};
-
-/** One value of a step, told to the sequencer under the step's path with what `Derived` puts behind it. */
-template <class Derived>
-class CMotion::CAutoPatrol::StepValue : public Leaf<Derived, CCameraApiBase> {
- public:
-  using Leaf<Derived, CCameraApiBase>::Leaf;
-  int32_t act(Request& request) { return tellStep(request, Derived::item); }
+struct CMotion::CAutoPatrol::CStatus : CCameraApiBase {
+  static int32_t save(Request& request);
+  static constexpr Rule rule{.accepts = kMoves,
+                             .commands = {{{"save", save}}},
+                             .peer = peer::sequencer("camera.motion.auto_patrol(0).status")};
 };
 
 /** The preset position that a step goes to. */
-class CMotion::CAutoPatrol::CPosition : public CMotion::CAutoPatrol::StepValue<CMotion::CAutoPatrol::CPosition> {
- public:
-  using StepValue::StepValue;
-  static constexpr std::string_view item{};
+struct CMotion::CAutoPatrol::CPosition : CCameraApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 19, .digitsOnly = true}};
-  static constexpr Rule rule = step(Number{.low = 0, .high = 19}, patrol_row::PATROL_POSITION);
-  class CDuration;
-  class CSpeed;
+  static constexpr Rule rule = patrolStep(Number{.low = 0, .high = 19}, patrol_row::PATROL_POSITION, "");
+  struct CDuration;
+  struct CSpeed;
 };
 
 /** Seconds. */
-class CMotion::CAutoPatrol::CPosition::CDuration : public CMotion::CAutoPatrol::StepValue<CDuration> {
- public:
-  using StepValue::StepValue;
-  static constexpr std::string_view item = ".duration";
-  static constexpr Rule rule = step(oneOf(0, 10, 20, 30, 45, 60, 120), patrol_row::PATROL_DURATION);
+struct CMotion::CAutoPatrol::CPosition::CDuration : CCameraApiBase {
+  static constexpr Rule rule = patrolStep(oneOf(0, 10, 20, 30, 45, 60, 120), patrol_row::PATROL_DURATION, ".duration");
 };
 
-class CMotion::CAutoPatrol::CPosition::CSpeed : public CMotion::CAutoPatrol::StepValue<CSpeed> {
- public:
-  using StepValue::StepValue;
-  static int32_t checkSpeed(Request& request);
-  static constexpr std::string_view item = ".speed";
-  static constexpr Rule rule = step(Test{checkSpeed}, patrol_row::PATROL_SPEED);
+struct CMotion::CAutoPatrol::CPosition::CSpeed : CCameraApiBase {
+  static constexpr Rule rule = patrolStep(Decimal{.low = 0, .high = 100}, patrol_row::PATROL_SPEED, ".speed");
 };
 
 // ---- The return after a time without moves -------------------------------------------------------------------------
 
-class CMotion::CAutoReturn : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CStatus;
-  class CMode;
-  class CTimeout;
+struct CMotion::CAutoReturn : CCameraApiBase {
+  struct CStatus;
+  struct CMode;
+  struct CTimeout;
 };
 
-class CMotion::CAutoReturn::CStatus : public Tells<CStatus> {
- public:
-  using Tells::Tells;
-  static constexpr std::string_view path = "camera.motion.auto_return.status";
-  static constexpr int32_t kSetting = 0;  ///< on or off
-  static constexpr int32_t kMove = 1;     ///< starts or stops, and stays as it is set
-  static constexpr Words words{Word{"on", kSetting}, Word{"off", kSetting}, Word{"start", kMove}, Word{"stop", kMove}};
-  static constexpr Rule rule = setting(words, camera_row::RETURN_STATUS);
-  int32_t act(Request& request);
+/** On or off; a start or a stop moves, and changes no setting. */
+struct CMotion::CAutoReturn::CStatus : CCameraApiBase {
+  static int32_t move(Request& request);
+  static constexpr Peer kSequencer = peer::toSequencer("camera.motion.auto_return.status");
+  static constexpr Rule rule{
+      .accepts = Words{"on", "off"},
+      .commands = {{{"start", move}, {"stop", move}}},
+      .place = camera_row::RETURN_STATUS,
+      .peer = kSequencer,
+      .keeps = Keeps::Staged,
+      .unchanged = Unchanged::AfterKeeping,
+      .shows = {.image = Image::User},
+      .answers = kSaveCamera,
+  };
 };
 
-class CMotion::CAutoReturn::CMode : public Tells<CMode> {
- public:
-  using Tells::Tells;
-  static constexpr std::string_view path = "camera.motion.auto_return.mode";
-  static constexpr Rule rule = setting(Words{"home", "auto_patrol(0)"}, camera_row::RETURN_MODE);
+struct CMotion::CAutoReturn::CMode : CCameraApiBase {
+  static constexpr Rule rule = motionSetting(Words{"home", "auto_patrol(0)"}, camera_row::RETURN_MODE,
+                                             peer::toSequencer("camera.motion.auto_return.mode"), kSaveCamera);
 };
 
 /** Seconds. */
-class CMotion::CAutoReturn::CTimeout : public Tells<CTimeout> {
- public:
-  using Tells::Tells;
-  static constexpr std::string_view path = "camera.motion.auto_return.timeout";
-  static constexpr Rule rule = setting(oneOf(60, 120, 180, 300, 600, 1200, 1800, 3600), camera_row::RETURN_TIMEOUT);
+struct CMotion::CAutoReturn::CTimeout : CCameraApiBase {
+  static constexpr Rule rule =
+      motionSetting(oneOf(60, 120, 180, 300, 600, 1200, 1800, 3600), camera_row::RETURN_TIMEOUT,
+                    peer::toSequencer("camera.motion.auto_return.timeout"), kSaveCamera);
 };
 
 // ---- Moves ---------------------------------------------------------------------------------------------------------
 
 /** The point that becomes the middle of the picture: "s" and "s" in sensor positions, or two percentages. */
-class CMotion::CClickoncenter : public Tells<CMotion::CClickoncenter> {
- public:
-  using Tells::Tells;
+struct CMotion::CClickoncenter : CCameraApiBase {
   static int32_t checkPoint(Request& request);
-  static constexpr std::string_view path = "camera.motion.clickoncenter";
-  static constexpr Rule rule{.accepts = Test{checkPoint}};
+  static constexpr Rule rule{.accepts = Test{checkPoint}, .peer = peer::toSequencer("camera.motion.clickoncenter")};
 };
 
 /** "s" with a number; with "+" or "-" in front, from the present place. */
-class CMotion::CPan : public Relays<CMotion::CPan> {
- public:
-  using Relays::Relays;
+struct CMotion::CPan : CCameraApiBase {
   static int32_t checkPlace(Request& request);
   static constexpr std::string_view path = "camera.motion.pan";
   static constexpr int32_t kMost = 1918;
-  static constexpr Rule rule{.accepts = Test{checkPlace}, .shows = {.prefix = "s"}};
-  class CStatus;
-  class CMode;
-  class CSpeed;
+  static constexpr Rule rule{.accepts = Test{checkPlace}, .peer = peer::sequencer(path), .shows = {.prefix = "s"}};
+  struct CStatus;
+  struct CMode;
+  struct CSpeed;
 };
 
-class CMotion::CPan::CStatus : public Relays<CStatus> {
- public:
-  using Relays::Relays;
-  static constexpr std::string_view path = "camera.motion.pan.status";
-  static constexpr Rule rule{.accepts = kMoves};
+struct CMotion::CPan::CStatus : CCameraApiBase {
+  static constexpr Rule rule{.accepts = kMoves, .peer = peer::sequencer("camera.motion.pan.status")};
 };
 
-class CMotion::CPan::CMode : public Relays<CMode> {
- public:
-  using Relays::Relays;
-  static constexpr std::string_view path = "camera.motion.pan.mode";
-  static constexpr Rule rule{.accepts = Words{"right", "left"}};
+struct CMotion::CPan::CMode : CCameraApiBase {
+  static constexpr Rule rule{.accepts = Words{"right", "left"}, .peer = peer::sequencer("camera.motion.pan.mode")};
 };
 
-class CMotion::CPan::CSpeed : public Relays<CSpeed> {
- public:
-  using Relays::Relays;
-  static constexpr std::string_view path = "camera.motion.pan.speed";
-  static constexpr Rule rule{.accepts = kSpeeds};
+struct CMotion::CPan::CSpeed : CCameraApiBase {
+  static constexpr Rule rule{.accepts = kSpeeds, .peer = peer::sequencer("camera.motion.pan.speed")};
 };
 
 /** As pan. */
-class CMotion::CTilt : public Relays<CMotion::CTilt> {
- public:
-  using Relays::Relays;
+struct CMotion::CTilt : CCameraApiBase {
   static int32_t checkPlace(Request& request);
   static constexpr std::string_view path = "camera.motion.tilt";
   static constexpr int32_t kMost = 1078;
-  static constexpr Rule rule{.accepts = Test{checkPlace}, .shows = {.prefix = "s"}};
-  class CStatus;
-  class CMode;
-  class CSpeed;
+  static constexpr Rule rule{.accepts = Test{checkPlace}, .peer = peer::sequencer(path), .shows = {.prefix = "s"}};
+  struct CStatus;
+  struct CMode;
+  struct CSpeed;
 };
 
-class CMotion::CTilt::CStatus : public Relays<CStatus> {
- public:
-  using Relays::Relays;
-  static constexpr std::string_view path = "camera.motion.tilt.status";
-  static constexpr Rule rule{.accepts = kMoves};
+struct CMotion::CTilt::CStatus : CCameraApiBase {
+  static constexpr Rule rule{.accepts = kMoves, .peer = peer::sequencer("camera.motion.tilt.status")};
 };
 
-class CMotion::CTilt::CMode : public Relays<CMode> {
- public:
-  using Relays::Relays;
-  static constexpr std::string_view path = "camera.motion.tilt.mode";
-  static constexpr Rule rule{.accepts = Words{"down", "up"}};
+struct CMotion::CTilt::CMode : CCameraApiBase {
+  static constexpr Rule rule{.accepts = Words{"down", "up"}, .peer = peer::sequencer("camera.motion.tilt.mode")};
 };
 
 /** A text that is no number is out of range here, unlike with its siblings. */
-class CMotion::CTilt::CSpeed : public Relays<CSpeed> {
- public:
-  using Relays::Relays;
-  static int32_t checkSpeed(Request& request);
-  static constexpr std::string_view path = "camera.motion.tilt.speed";
-  static constexpr Rule rule{.accepts = Test{checkSpeed}};
+struct CMotion::CTilt::CSpeed : CCameraApiBase {
+  static constexpr Rule rule{.accepts = Number{.low = 0, .high = 100, .noNumber = status::kInvalidRange},
+                             .peer = peer::sequencer("camera.motion.tilt.speed")};
 };
 
 /**
  * "x" with a factor or a percentage of the range; with "+" or "-" in front, from the present factor. The picture can be
  * enlarged only while a channel sends a small one.
  */
-class CMotion::CZoom : public Relays<CMotion::CZoom> {
- public:
-  using Relays::Relays;
+struct CMotion::CZoom : CCameraApiBase {
   static int32_t needsSmallPicture(const Selectors& selectors);
   static int32_t checkFactor(Request& request);
+  static int32_t fetch(const Request& request, std::string& text);
   static constexpr std::string_view path = "camera.motion.zoom";
   static constexpr Rule rule{
       .guard = {.write = needsSmallPicture},
       .accepts = Test{checkFactor},
+      .peer = peer::sequencer(path),
+      .fetch = fetch,
       .shows = {.prefix = "x"},
   };
-  int32_t fetch(const Request& request, std::string& text);
-  class CStatus;
-  class CMode;
-  class CSpeed;
+  struct CStatus;
+  struct CMode;
+  struct CSpeed;
 };
 
-class CMotion::CZoom::CStatus : public Relays<CStatus> {
- public:
-  using Relays::Relays;
-  static constexpr std::string_view path = "camera.motion.zoom.status";
-  static constexpr Rule rule{.accepts = kMoves};
+struct CMotion::CZoom::CStatus : CCameraApiBase {
+  static constexpr Rule rule{.accepts = kMoves, .peer = peer::sequencer("camera.motion.zoom.status")};
 };
 
-class CMotion::CZoom::CMode : public Relays<CMode> {
- public:
-  using Relays::Relays;
-  static constexpr std::string_view path = "camera.motion.zoom.mode";
-  static constexpr Rule rule{.accepts = Words{"in", "out"}};
+struct CMotion::CZoom::CMode : CCameraApiBase {
+  static constexpr Rule rule{.accepts = Words{"in", "out"}, .peer = peer::sequencer("camera.motion.zoom.mode")};
 };
 
-class CMotion::CZoom::CSpeed : public Relays<CSpeed> {
- public:
-  using Relays::Relays;
-  static constexpr std::string_view path = "camera.motion.zoom.speed";
-  static constexpr Rule rule{.accepts = kSpeeds};
+struct CMotion::CZoom::CSpeed : CCameraApiBase {
+  static constexpr Rule rule{.accepts = kSpeeds, .peer = peer::sequencer("camera.motion.zoom.speed")};
 };
 
 /** The zoom as a percentage of its range. */
-class CMotion::CAbszoom : public Tells<CMotion::CAbszoom> {
- public:
-  using Tells::Tells;
+struct CMotion::CAbszoom : CCameraApiBase {
   static int32_t checkPercentage(Request& request);
-  static constexpr std::string_view path = CZoom::path;
-  static constexpr Rule rule{.guard = {.write = CZoom::needsSmallPicture}, .accepts = Test{checkPercentage}};
-  int32_t fetch(const Request& request, std::string& text);
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{
+      .guard = {.write = CZoom::needsSmallPicture},
+      .accepts = Test{checkPercentage},
+      .peer = peer::toSequencer(CZoom::path),
+      .fetch = fetch,
+  };
 };
 
 // ---- Preset positions ----------------------------------------------------------------------------------------------
 
 /** Twenty places to go to, each with a file of its own; number 0 is the home position. */
-class CPosition : public Leaf<CPosition, CCameraApiBase> {
- public:
-  using Leaf::Leaf;
+struct CPosition : CCameraApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 19, .digitsOnly = true}};
-  class CStatus;
-  class CPan;
-  class CTilt;
-  class CZoom;
-  class CComment;
-
- private:
-  /** One position as it is stored, by row. */
-  using Fields = std::array<std::string, position_row::kCount>;
-
-  [[nodiscard]] static int32_t number(const Selectors& selectors) { return selectorNumber(selectors, 1, 0); }
-  static Cell locate(const Selectors& selectors, int32_t row) { return {number(selectors), row}; }
-  static constexpr Place at(int32_t row) { return {.family = Family::Position, .row = row, .locate = locate}; }
-
-  [[nodiscard]] static Fields fields(int32_t position);
-  static void setFields(Config& image, int32_t position, const Fields& fields);
-  /** Makes these the position's fields and saves them; the old ones stay after a failure. 0 or -500. */
-  [[nodiscard]] static int32_t change(int32_t position, const Fields& fields);
-  /** Writes the live position to the stored one and its file; 0, or -1, which is logged. */
-  [[nodiscard]] static int32_t m_savePositionConfig(int32_t position);
+  struct CStatus;
+  struct CPan;
+  struct CTilt;
+  struct CZoom;
+  struct CComment;
 };
+
+/** The rule of one text of a position as it was last saved. */
+constexpr Rule positionText(position_row::Row row, std::string_view prefix) {
+  return {.place = {row, tableOf<1, 0>}, .shows = {.image = Image::User, .prefix = prefix}};
+}
 
 /** Saves the present view as the position, forgets the position, or goes to it. */
-class CPosition::CStatus : public Leaf<CStatus, CCameraApiBase> {
- public:
-  using Leaf::Leaf;
+struct CPosition::CStatus : CCameraApiBase {
   static int32_t checkWord(Request& request);
+  static int32_t act(Request& request);
   static constexpr Rule rule{
       .accepts = Test{checkWord},
-      .place = at(position_row::POSITION_STATUS),
+      .place = {position_row::POSITION_STATUS, tableOf<1, 0>},
+      .act = act,
       .shows = {.image = Image::User},
   };
-  int32_t act(Request& request);
-
- private:
-  [[nodiscard]] static int32_t save(int32_t position);
-  [[nodiscard]] static int32_t initialize(int32_t position);
-  [[nodiscard]] static int32_t goTo(int32_t position);
 };
 
-class CPosition::CPan : public Leaf<CPan, CCameraApiBase> {
- public:
-  using Leaf::Leaf;
-  static constexpr Rule rule{.place = at(position_row::POSITION_PAN), .shows = {.image = Image::User, .prefix = "s"}};
+struct CPosition::CPan : CCameraApiBase {
+  static constexpr Rule rule = positionText(position_row::POSITION_PAN, "s");
 };
 
-class CPosition::CTilt : public Leaf<CTilt, CCameraApiBase> {
- public:
-  using Leaf::Leaf;
-  static constexpr Rule rule{.place = at(position_row::POSITION_TILT), .shows = {.image = Image::User, .prefix = "s"}};
+struct CPosition::CTilt : CCameraApiBase {
+  static constexpr Rule rule = positionText(position_row::POSITION_TILT, "s");
 };
 
-class CPosition::CZoom : public Leaf<CZoom, CCameraApiBase> {
- public:
-  using Leaf::Leaf;
-  static constexpr Rule rule{.place = at(position_row::POSITION_ZOOM), .shows = {.image = Image::User, .prefix = "x"}};
+struct CPosition::CZoom : CCameraApiBase {
+  static constexpr Rule rule = positionText(position_row::POSITION_ZOOM, "x");
 };
 
 /** Goes to flash at once. */
-class CPosition::CComment : public Leaf<CComment, CCameraApiBase> {
- public:
-  using Leaf::Leaf;
-  static int32_t checkText(Request& request);
+struct CPosition::CComment : CCameraApiBase {
+  static int32_t act(Request& request);
   static constexpr Rule rule{
-      .accepts = Test{checkText},
-      .place = at(position_row::POSITION_TITLE),
+      .accepts = Text{.most = 32, .wrongLength = status::kInvalidRange, .escapes = Escapes::DecodedPlus},
+      .place = {position_row::POSITION_TITLE, tableOf<1, 0>},
+      .act = act,
       .shows = {.image = Image::User, .escaped = true},
   };
-  int32_t act(Request& request);
 };
 
 }  // namespace Camera

@@ -4,37 +4,20 @@
 
 namespace Camera {
 
-class CInternal : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CData;
-  class CDeviceid;
-  class CAddress;
+struct CInternal : CCameraApiBase {
+  struct CData;
+  struct CDeviceid;
+  struct CAddress;
 };
 
-class CInternal::CData : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CInternal::CData : CCameraApiBase {};
 
-class CInternal::CDeviceid : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CInternal::CDeviceid : CCameraApiBase {};
 
-class CInternal::CAddress : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CInternal::CAddress : CCameraApiBase {};
 
-class CScpGet : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CScpGet : CCameraApiBase {};
 
-class CScpSet : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-};
+struct CScpSet : CCameraApiBase {};
 
 }  // namespace Camera

@@ -3,68 +3,44 @@
 #include <algorithm>
 
 #include "config/Config.h"
-#include "dsp/DetectionSet.h"
 #include "dsp/ExposureTables.h"
 #include "dsp/Step.h"
 #include "request/Log.h"
-#include "request/Parameter.h"
-#include "service/CTmxdUtility.h"
+#include "service/Numbers.h"
 
 namespace Camera {
-
-int32_t CScene::checkAttribute(const std::string& scene, int32_t depth) {
-  const int32_t refused = Leaf::checkAttribute(scene, depth);
-  if (refused == 0 && !scene.empty()) m_selectedSceneId = CTmxdUtility::toLong(scene, 0);
-  return refused;
-}
-
 namespace {
 
 /** The scene of a request, without an index the current one; or a negated status. */
-int32_t sceneOf(const Selectors& selectors, const std::string& currentScene) {
+int32_t sceneOf(const Selectors& selectors) {
   const std::string& index = selectors.at(CScene::kLayer);
-  int32_t error = 0;
-  const int32_t scene = CTmxdUtility::toLong(index.empty() ? currentScene : index, 0, &error);
-  if (error != 0) return -status::kNotUnderstood;
-  return scene < 0 || scene >= CScene::kScenes ? -status::kNotValidForResource : scene;
+  const auto scene = parseNumber(index.empty() ? CCameraApiBase::currentScene() : index);
+  if (!scene) return -status::kNotUnderstood;
+  return *scene < 0 || *scene >= CScene::kScenes ? -status::kNotValidForResource : *scene;
 }
+
+bool isCurrent(int32_t scene) { return std::to_string(scene) == CCameraApiBase::currentScene(); }
 
 }  // namespace
 
-int32_t CScene::CSceneBase::execRead(ExecArgs* args) {
-  const int32_t scene = sceneOf(args->m_selectors, currentScene());
-  return scene < 0 ? RuleEngine::answerStatus(*args->m_parameter, -scene) : m_execSceneRead(*args, scene);
+void CScene::remember(const std::string& scene) { m_selectedSceneId = parseNumber(scene).value_or(0); }
+
+int32_t isScene(const Selectors& selectors) { return std::min(sceneOf(selectors), 0); }
+
+int32_t isCurrentScene(const Selectors& selectors) {
+  return isCurrent(sceneOf(selectors)) ? 0 : -status::kPreconditionFailed;
 }
 
-int32_t CScene::CSceneBase::execWrite(ExecArgs* args) {
-  const int32_t scene = sceneOf(args->m_selectors, currentScene());
-  return scene < 0 ? RuleEngine::answerStatus(*args->m_parameter, -scene) : m_execSceneWrite(*args, scene);
+Cell inScene(const Selectors& selectors, Row row) {
+  const int32_t scene = sceneOf(selectors);
+  if (isCurrent(scene)) return {.row = row, .image = Image::User};
+  return {.row = {Family::Scene, row.number - camera_row::COMMENT2}, .table = scene, .image = Image::Config};
 }
 
-int32_t CScene::CSceneBase::m_execSceneRead(ExecArgs& args, int32_t /*scene*/) {
-  return CCameraApiBase::execRead(&args);
-}
-
-int32_t CScene::CSceneBase::m_execSceneWrite(ExecArgs& args, int32_t /*scene*/) {
-  return CCameraApiBase::execWrite(&args);
-}
-
-bool CScene::CSceneBase::isCurrent(int32_t scene) { return CTmxdUtility::longToString(scene) == currentScene(); }
-
-std::string CScene::CSceneBase::sceneText(int32_t scene, int32_t row) {
-  if (isCurrent(scene)) return CUserConfig::getInstance()->getCameraConfig(row);
-  return Config::getInstance()->getSceneConfig(scene, row - camera_row::COMMENT2);
-}
-
-int32_t CScene::CSceneBase::told(int32_t result, const std::string& value) {
+int32_t told(int32_t result, const std::string& value) {
   if (result >= 0) return 0;
   TMX_LOG(LOG_WARNING, "failed[errorcode:%ld] agcmode(%s) to send detectd", static_cast<long>(result), value.c_str());
   return result;
-}
-
-int32_t CScene::CSceneBase::tellExposureReference() {
-  const std::string reference = CUserConfig::getInstance()->getCameraConfig(camera_row::AUTO_EXPOSURE_REFERENCE);
-  return told(DetectionSet().setAutoExposurereferenceTamp(reference, true), reference);
 }
 
 int32_t CScene::CShutter::check(Request& request) {
@@ -72,29 +48,33 @@ int32_t CScene::CShutter::check(Request& request) {
   if (value.find("auto") != std::string::npos || value == "flickerless") return 0;
   request.step = dsp::stepDirection(value);
   if (request.step != 0) return 0;
-  int32_t error = 0;
-  request.number = CTmxdUtility::toLong(value, 0, &error);
-  if (error != 0) return -status::kNotUnderstood;
-  return std::ranges::count(dsp::shutter::kLadder, request.number) > 0 ? 0 : -status::kInvalidRange;
+  const auto speed = parseNumber(value);
+  if (!speed) return -status::kNotUnderstood;
+  request.number = *speed;
+  return std::ranges::count(dsp::shutter::kLadder, *speed) > 0 ? 0 : -status::kInvalidRange;
 }
 
 int32_t CScene::CShutter::act(Request& request) {
-  if (request.step != 0) return m_dsp.stepShutter(request.value);
-  if (request.number == 0) return m_dsp.setShutterByName(request.value);
+  if (request.step != 0) return cameraDsp().stepShutter(request.value);
+  if (request.number == 0) return cameraDsp().setShutterByName(request.value);
   const bool isSlowest = request.number == dsp::shutter::kSlowest;
-  return m_dsp.setShutterSpeedWithAGC(isSlowest ? dsp::shutter::kManual30 : dsp::shutter::kManual, request.number);
+  return cameraDsp().setShutterSpeedWithAGC(isSlowest ? dsp::shutter::kManual30 : dsp::shutter::kManual,
+                                            request.number);
 }
 
-int32_t CScene::CShutter::m_execSceneRead(ExecArgs& args, int32_t scene) {
-  if (!isCurrent(scene)) return SceneItem::m_execSceneRead(args, scene);
-  const std::string text = m_dsp.getShutterSpeedMode();
-  if (!text.empty()) return RuleEngine::answerValue(*args.m_parameter, text);
-  args.m_parameter->setResponse("=" + getStatusCode(status::kInternalError));
+int32_t CScene::CShutter::fetch(const Request& request, std::string& text) {
+  if (!isCurrent(sceneOf(request.selectors))) return kShowStored;
+  text = cameraDsp().getShutterSpeedMode();
+  return 0;
+}
+
+int32_t CScene::CShutter::execRead(ExecArgs* args) {
+  const bool isNameless = isCurrent(sceneOf(args->m_selectors)) && cameraDsp().getShutterSpeedMode().empty();
+  if (!isNameless) return CCameraApiBase::execRead(args);
+  args->m_parameter->setResponse("=" + getStatusCode(status::kInternalError));
   return -1;
 }
 
-int32_t CScene::CName::m_execSceneRead(ExecArgs& args, int32_t scene) {
-  return RuleEngine::answerValue(*args.m_parameter, Config::getInstance()->getSceneConfig(scene, scene_row::COMMENT2));
-}
+Cell CScene::CName::locate(const Selectors& selectors, Row row) { return {.row = row, .table = sceneOf(selectors)}; }
 
 }  // namespace Camera

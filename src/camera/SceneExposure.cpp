@@ -1,13 +1,15 @@
 #include "camera/SceneExposure.h"
 
 #include "dsp/ExposureTables.h"
-#include "service/CTmxdUtility.h"
+#include "service/Numbers.h"
+#include "tree/RuleEngine.h"
 
 namespace Camera {
 
-int32_t CScene::CAutoExposure::CReference::m_execSceneRead(ExecArgs& args, int32_t scene) {
-  const int32_t raw = CTmxdUtility::toLong(sceneText(scene, camera_row::AUTO_EXPOSURE_REFERENCE), 0);
-  return RuleEngine::answerValue(*args.m_parameter, CTmxdUtility::longToString(dsp::aeReferenceIndex(raw)));
+int32_t CScene::CAutoExposure::CReference::fetch(const Request& request, std::string& text) {
+  const int32_t raw = parseNumber(RuleEngine::stored(rule, request.selectors)).value_or(0);
+  text = std::to_string(dsp::aeReferenceIndex(raw));
+  return 0;
 }
 
 }  // namespace Camera

@@ -1,86 +1,73 @@
 #pragma once
 
 #include "camera/Scene.h"
+#include "dsp/DetectionSet.h"
 
 /** The automatic exposure of a scene. */
 namespace Camera {
 
-class CScene::CAutoExposure : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CAvPk;
-  class CReference;
-  class CReferenceExt;
-  class CPriority;
+struct CScene::CAutoExposure : CCameraApiBase {
+  struct CAvPk;
+  struct CReference;
+  struct CReferenceExt;
+  struct CPriority;
 };
 
-/** The brightness that the exposure aims at. The row holds the DSP's number; tamper detection hears of a change. */
-template <class Derived, auto Set, auto Step>
-class ExposureReference : public NumberItem<Derived, camera_row::AUTO_EXPOSURE_REFERENCE, Set, Step> {
- public:
-  using Item = NumberItem<Derived, camera_row::AUTO_EXPOSURE_REFERENCE, Set, Step>;
-  using Item::Item;
-  int32_t act(Request& request) {
-    const int32_t result = Item::act(request);
-    return result < 0 ? result : this->tellExposureReference();
-  }
-};
+/** Rule::act of the brightness that the exposure aims at: tamper detection hears of a change. */
+template <auto Set, auto Step>
+int32_t toExposureReference(Request& request) {
+  const int32_t result = toDsp<Set, Step>(request);
+  if (result < 0) return result;
+  const std::string reference = CUserConfig::getInstance()->getCameraConfig(camera_row::AUTO_EXPOSURE_REFERENCE);
+  return told(DetectionSet().setAutoExposurereferenceTamp(reference, true), reference);
+}
 
-/** On the scale of the user. */
-class CScene::CAutoExposure::CReference
-    : public ExposureReference<CScene::CAutoExposure::CReference, &CameraDSP::setAutoExposureReferenceIndex,
-                               &CameraDSP::stepAutoExposureReferenceIndex> {
- public:
-  using ExposureReference::ExposureReference;
-  static constexpr Rule rule = sceneRule(Number{.low = -5, .high = 5, .steps = true});
-
- protected:
-  int32_t m_execSceneRead(ExecArgs& args, int32_t scene) override;
+/** On the scale of the user; the row holds the DSP's number. */
+struct CScene::CAutoExposure::CReference : CCameraApiBase {
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{
+      .guard = {.access = isScene, .write = isCurrentScene},
+      .accepts = Number{.low = -5, .high = 5, .steps = true},
+      .place = {camera_row::AUTO_EXPOSURE_REFERENCE, inScene},
+      .act = toExposureReference<&CameraDSP::setAutoExposureReferenceIndex, &CameraDSP::stepAutoExposureReferenceIndex>,
+      .fetch = fetch,
+      .answers = kSaveScene,
+  };
 };
 
 /** On the DSP's own scale. */
-class CScene::CAutoExposure::CReferenceExt
-    : public ExposureReference<CScene::CAutoExposure::CReferenceExt, &CameraDSP::setAutoExposureReference,
-                               &CameraDSP::stepAutoExposureReference> {
- public:
-  using ExposureReference::ExposureReference;
-  static constexpr Rule rule = sceneRule(Number{.low = -128, .high = 127, .steps = true});
+struct CScene::CAutoExposure::CReferenceExt : CCameraApiBase {
+  static constexpr Rule rule =
+      sceneItem(camera_row::AUTO_EXPOSURE_REFERENCE, Number{.low = -128, .high = 127, .steps = true},
+                toExposureReference<&CameraDSP::setAutoExposureReference, &CameraDSP::stepAutoExposureReference>);
 };
 
-class CScene::CAutoExposure::CPriority
-    : public NumberItem<CScene::CAutoExposure::CPriority, camera_row::AUTO_EXPOSURE_PRIORITY,
-                        &CameraDSP::setAutoExposurePriority> {
- public:
-  using NumberItem::NumberItem;
-  static constexpr Rule rule = sceneRule(Words{Word{"motion", 0}, Word{"quality", 2}, Word{"combo", 1}},
-                                         {{{dsp::kNotUnderstood, status::kMethodNotAllowed}}});
+struct CScene::CAutoExposure::CPriority : CCameraApiBase {
+  static constexpr Rule rule =
+      sceneItem(camera_row::AUTO_EXPOSURE_PRIORITY, Words{Word{"motion", 0}, Word{"quality", 2}, Word{"combo", 1}},
+                toDsp<&CameraDSP::setAutoExposurePriority>, {{{dsp::kNotUnderstood, status::kMethodNotAllowed}}});
 };
 
 /** Weight of the average against the peak of the picture. */
-class CScene::CAutoExposure::CAvPk : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  static constexpr Rule weightRule = sceneRule(Number{.low = 5, .high = 10});
-  class CColor;
-  class CBlackWhite;
+struct CScene::CAutoExposure::CAvPk : CCameraApiBase {
+  static constexpr Number kWeights{.low = 5, .high = 10};
+  struct CColor;
+  struct CBlackWhite;
 };
 
-class CScene::CAutoExposure::CAvPk::CColor
-    : public NumberItem<CScene::CAutoExposure::CAvPk::CColor, camera_row::AVPK_COLOR, &CameraDSP::setAvPkColor> {
- public:
-  using NumberItem::NumberItem;
-  static constexpr Rule rule = weightRule;
+struct CScene::CAutoExposure::CAvPk::CColor : CCameraApiBase {
+  static constexpr Rule rule = sceneItem(camera_row::AVPK_COLOR, kWeights, toDsp<&CameraDSP::setAvPkColor>);
 };
 
-class CScene::CAutoExposure::CAvPk::CBlackWhite
-    : public NumberItem<CScene::CAutoExposure::CAvPk::CBlackWhite, camera_row::AVPK_BW, &CameraDSP::setAvPkBlackWhite> {
- public:
-  using NumberItem::NumberItem;
-  static constexpr Rule rule = weightRule;
-
- protected:
-  /** Changes the live picture, whichever scene the request names. */
-  int32_t m_execSceneWrite(ExecArgs& args, int32_t /*scene*/) override { return m_write(args); }
+/** Changes the live picture, whichever scene the request names. */
+struct CScene::CAutoExposure::CAvPk::CBlackWhite : CCameraApiBase {
+  static constexpr Rule rule{
+      .guard = {.access = isScene},
+      .accepts = kWeights,
+      .place = {camera_row::AVPK_BW, inScene},
+      .act = toDsp<&CameraDSP::setAvPkBlackWhite>,
+      .answers = kSaveScene,
+  };
 };
 
 }  // namespace Camera

@@ -6,7 +6,7 @@
 #include "dsp/DetectionSet.h"
 #include "dsp/Step.h"
 #include "request/Log.h"
-#include "service/CTmxdUtility.h"
+#include "service/Numbers.h"
 
 namespace Camera {
 namespace {
@@ -23,7 +23,7 @@ int32_t refused(int32_t result, int32_t code) { return result < 0 ? -code : resu
 
 int32_t CScene::CImage::CGamma::act(Request& request) {
   const bool isStep = dsp::stepDirection(request.value) != 0;
-  return isStep ? m_dsp.stepImageGamma(request.value) : m_dsp.setImageGamma(request.value, true);
+  return isStep ? cameraDsp().stepImageGamma(request.value) : cameraDsp().setImageGamma(request.value, true);
 }
 
 int32_t CScene::CImage::CBrightness::check(Request& request) {
@@ -34,26 +34,28 @@ int32_t CScene::CImage::CBrightness::check(Request& request) {
     request.number = *mode;
     return 0;
   }
-  int32_t error = 0;
-  const int32_t gain = CTmxdUtility::toLong(request.value, 0, &error);
-  if (error != 0) return -status::kNotUnderstood;
-  if (gain < 0 || gain > kHighest) return -status::kInvalidRange;
-  request.number = gain + static_cast<int32_t>(dsp::gain::kFixed);
+  const auto gain = parseNumber(request.value);
+  if (!gain) return -status::kNotUnderstood;
+  if (*gain < 0 || *gain > kHighest) return -status::kInvalidRange;
+  request.number = *gain + static_cast<int32_t>(dsp::gain::kFixed);
   return 0;
 }
 
 int32_t CScene::CImage::CBrightness::act(Request& request) {
-  const int32_t result = m_dsp.setAGC(static_cast<uint32_t>(request.number), true);
+  const int32_t result = cameraDsp().setAGC(static_cast<uint32_t>(request.number), true);
   return result < 0 ? result : told(DetectionSet().setAgcmodeTamp(request.value, true), request.value);
 }
 
-int32_t CScene::CImage::CTrueDaynight::m_execSceneRead(ExecArgs& args, int32_t scene) {
+int32_t CScene::CImage::CTrueDaynight::fetch(const Request& request, std::string& text) {
   if (!showsEasyDaynight()) {
     TMX_LOG(LOG_DEBUG, "read true daynight setting for other (not A30,A20) ");
-    return SceneItem::m_execSceneRead(args, scene);
+    return kShowStored;
   }
   TMX_LOG(LOG_DEBUG, "read easy daynight setting for A30,A20 ");
-  return RuleEngine::answerValue(*args.m_parameter, sceneText(scene, camera_row::EASY_DAY_NIGHT));
+  const Cell cell = inScene(request.selectors, camera_row::EASY_DAY_NIGHT);
+  const Config& image = cell.image == Image::User ? *CUserConfig::getInstance() : *Config::getInstance();
+  text = image.get(cell.row, cell.table);
+  return 0;
 }
 
 int32_t CScene::CImage::CTrueDaynight::act(Request& request) {
@@ -61,28 +63,28 @@ int32_t CScene::CImage::CTrueDaynight::act(Request& request) {
   if (showsEasyDaynight()) {
     TMX_LOG(LOG_DEBUG, "set easy daynight setting for A30,A20[%s] ", request.value.c_str());
     const auto mode = static_cast<uint32_t>(std::min(request.number, kEasyAuto));
-    return refused(m_dsp.setEasyDaynight(mode, true), status::kMethodNotAllowed);
+    return refused(cameraDsp().setEasyDaynight(mode, true), status::kMethodNotAllowed);
   }
   TMX_LOG(LOG_DEBUG, "set true daynight setting for other(not A30,A20) ");
   TMX_LOG(LOG_DEBUG, "set mode(%ld) ", static_cast<long>(request.number));
-  return refused(m_dsp.setTrueDaynight(static_cast<uint32_t>(request.number), true), status::kMethodNotAllowed);
+  return refused(cameraDsp().setTrueDaynight(static_cast<uint32_t>(request.number), true), status::kMethodNotAllowed);
 }
 
 int32_t CScene::CImage::CTrueDaynight::CAf::act(Request& request) {
   constexpr int32_t kFailed = 416;  // has no text of its own: it is logged, and answered as 500
-  return refused(m_dsp.setTrueDaynightAf(request.number != 0), kFailed);
+  return refused(cameraDsp().setTrueDaynightAf(request.number != 0), kFailed);
 }
 
 int32_t CScene::CImage::CEasyDaynight::act(Request& request) {
-  return refused(m_dsp.setEasyDaynight(static_cast<uint32_t>(request.number), true), status::kMethodNotAllowed);
+  return refused(cameraDsp().setEasyDaynight(static_cast<uint32_t>(request.number), true), status::kMethodNotAllowed);
 }
 
-int32_t CScene::CImage::C3ddnr::refuseAtHighRate(const Selectors& /*selectors*/) {
-  return isHighRate() ? -status::kPreconditionFailed : 0;
+int32_t CScene::CImage::C3ddnr::mayChange(const Selectors& selectors) {
+  return isHighRate() ? -status::kPreconditionFailed : isCurrentScene(selectors);
 }
 
 int32_t CScene::CImage::CSenseupLimit::act(Request& request) {
-  const int32_t result = NumberItem::act(request);
+  const int32_t result = toDsp<&CameraDSP::setSenseuplimit, &CameraDSP::stepSenseuplimit>(request);
   if (result < 0 || request.step != 0) return result;
   return told(DetectionSet().setSenseUpLimitTamp(request.value, true), request.value);
 }
@@ -92,24 +94,23 @@ int32_t checkWhiteBalanceGain(Request& request) {
   const std::string& value = request.value;
   request.step = dsp::stepDirection(value);
   if (request.step != 0) return 0;
-  int32_t error = 0;
-  if (value.size() < 2 || value.front() != 's') return -status::kNotUnderstood;
-  request.number = CTmxdUtility::toLong(value.substr(1), 0, &error);
-  if (error != 0) return -status::kNotUnderstood;
-  return request.number < 0 || request.number > kHighest ? -status::kInvalidRange : 0;
+  const auto gain = value.starts_with('s') ? parseNumber(std::string_view(value).substr(1)) : std::nullopt;
+  if (!gain) return -status::kNotUnderstood;
+  request.number = *gain;
+  return *gain < 0 || *gain > kHighest ? -status::kInvalidRange : 0;
 }
 
 int32_t CScene::CImage::CBlc::act(Request& request) {
-  const int32_t result = m_dsp.setBLC(request.value, true);
+  const int32_t result = cameraDsp().setBLC(request.value, true);
   return result < 0 ? result : told(DetectionSet().setBlctypeTamp(request.value, true), request.value);
 }
 
 int32_t CScene::CImage::CBlc::CArea::act(Request& request) {
-  const int32_t result = m_dsp.setBLCArea(request.value);
+  const int32_t result = cameraDsp().setBLCArea(request.value);
   if (result < 0) return result;
   const int32_t refusal = told(DetectionSet().setBlcAreaTamp(request.value, true), request.value);
   if (refusal < 0) return refusal;
-  return result == dsp::kUnchanged ? kAlreadyInForce : 0;
+  return result == dsp::kUnchanged ? kNothingWaits : 0;
 }
 
 }  // namespace Camera

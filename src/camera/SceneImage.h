@@ -7,180 +7,143 @@
 /** The picture settings of a scene. */
 namespace Camera {
 
-class CScene::CImage : public CCameraApiBase {
- public:
-  using CCameraApiBase::CCameraApiBase;
-  class CColor;
-  class CGamma;
-  class CBrightness;
-  class CTrueDaynight;
-  class CEasyDaynight;
-  class CPedestal;
-  class CEnhance;
-  class C3ddnr;
-  class CSenseupLimit;
-  class CWhiteBalance;
-  class CLumx;
-  class CBlc;
+struct CScene::CImage : CCameraApiBase {
+  struct CColor;
+  struct CGamma;
+  struct CBrightness;
+  struct CTrueDaynight;
+  struct CEasyDaynight;
+  struct CPedestal;
+  struct CEnhance;
+  struct C3ddnr;
+  struct CSenseupLimit;
+  struct CWhiteBalance;
+  struct CLumx;
+  struct CBlc;
 };
 
 /** A scale of percent with steps. */
 inline constexpr Number kPercentWithSteps{.low = 0, .high = 100, .steps = true};
 
-class CScene::CImage::CColor : public NumberItem<CScene::CImage::CColor, camera_row::COLOR, &CameraDSP::setSaturation,
-                                                 &CameraDSP::stepSaturation> {
- public:
-  using NumberItem::NumberItem;
-  static constexpr Rule rule = sceneRule(kPercentWithSteps);
+struct CScene::CImage::CColor : CCameraApiBase {
+  static constexpr Rule rule =
+      sceneItem(camera_row::COLOR, kPercentWithSteps, toDsp<&CameraDSP::setSaturation, &CameraDSP::stepSaturation>);
 };
 
-class CScene::CImage::CPedestal : public NumberItem<CScene::CImage::CPedestal, camera_row::PEDESTAL,
-                                                    &CameraDSP::setPedestal, &CameraDSP::stepPedestal> {
- public:
-  using NumberItem::NumberItem;
-  static constexpr Rule rule = sceneRule(kPercentWithSteps);
+struct CScene::CImage::CPedestal : CCameraApiBase {
+  static constexpr Rule rule =
+      sceneItem(camera_row::PEDESTAL, kPercentWithSteps, toDsp<&CameraDSP::setPedestal, &CameraDSP::stepPedestal>);
 };
 
-class CScene::CImage::CEnhance : public NumberItem<CScene::CImage::CEnhance, camera_row::ENHANCE,
-                                                   &CameraDSP::setEnhance, &CameraDSP::stepEnhance> {
- public:
-  using NumberItem::NumberItem;
-  static constexpr Rule rule = sceneRule(kPercentWithSteps);
+struct CScene::CImage::CEnhance : CCameraApiBase {
+  static constexpr Rule rule =
+      sceneItem(camera_row::ENHANCE, kPercentWithSteps, toDsp<&CameraDSP::setEnhance, &CameraDSP::stepEnhance>);
 };
 
-class CScene::CImage::CGamma : public SceneItem<CScene::CImage::CGamma, camera_row::GAMMA> {
- public:
-  using SceneItem::SceneItem;
-  static constexpr Rule rule = sceneRule(Words{"0.3", "0.35", "0.4", "0.45", "0.5", "0.55", "0.6", "1", "+", "-"});
-  int32_t act(Request& request);
+struct CScene::CImage::CGamma : CCameraApiBase {
+  static int32_t act(Request& request);
+  static constexpr Rule rule =
+      sceneItem(camera_row::GAMMA, Words{"0.3", "0.35", "0.4", "0.45", "0.5", "0.55", "0.6", "1", "+", "-"}, act);
 };
 
 /** The gain: a fixed one by its number, or automatic. */
-class CScene::CImage::CBrightness : public SceneItem<CScene::CImage::CBrightness, camera_row::BRIGHTNESS> {
- public:
-  using SceneItem::SceneItem;
+struct CScene::CImage::CBrightness : CCameraApiBase {
   static int32_t check(Request& request);
-  static constexpr Rule rule = sceneRule(Test{check}, {{{dsp::kRefused, status::kMethodNotAllowed}}});
-  int32_t act(Request& request);
+  static int32_t act(Request& request);
+  static constexpr Rule rule =
+      sceneItem(camera_row::BRIGHTNESS, Test{check}, act, {{{dsp::kRefused, status::kMethodNotAllowed}}});
 };
 
 /** Day and night with a cut filter; some models show and switch their easy day/night setting here. */
-class CScene::CImage::CTrueDaynight : public SceneItem<CScene::CImage::CTrueDaynight, camera_row::TRUE_DAY_NIGHT> {
- public:
-  using SceneItem::SceneItem;
+struct CScene::CImage::CTrueDaynight : CCameraApiBase {
+  static int32_t act(Request& request);
+  static int32_t fetch(const Request& request, std::string& text);
   static constexpr Selector selector{.available = hasTrueDaynight};
-  int32_t checkAttribute(const std::string& text, int32_t /*depth*/) override { return checkSelector(selector, text); }
-  static constexpr Rule rule = sceneRule(
-      Words{Word{"bw", 0}, Word{"color", 1}, Word{"autoL", 2}, Word{"autoM", 3}, Word{"auto", 3}, Word{"autoH", 4}});
-  int32_t act(Request& request);
-  class CAf;
-
- protected:
-  int32_t m_execSceneRead(ExecArgs& args, int32_t scene) override;
+  static constexpr Rule rule{
+      .guard = {.access = isScene, .write = isCurrentScene},
+      .accepts =
+          Words{Word{"bw", 0}, Word{"color", 1}, Word{"autoL", 2}, Word{"autoM", 3}, Word{"auto", 3}, Word{"autoH", 4}},
+      .place = {camera_row::TRUE_DAY_NIGHT, inScene},
+      .act = act,
+      .fetch = fetch,
+      .answers = kSaveScene,
+  };
+  struct CAf;
 };
 
-class CScene::CImage::CTrueDaynight::CAf
-    : public SceneItem<CScene::CImage::CTrueDaynight::CAf, camera_row::AUTO_FOCUS> {
- public:
-  using SceneItem::SceneItem;
-  static constexpr Rule rule = sceneRule(Words{"off", "on"});
-  int32_t act(Request& request);
+struct CScene::CImage::CTrueDaynight::CAf : CCameraApiBase {
+  static int32_t act(Request& request);
+  static constexpr Rule rule = sceneItem(camera_row::AUTO_FOCUS, Words{"off", "on"}, act);
 };
 
 /** Day and night without a cut filter. */
-class CScene::CImage::CEasyDaynight : public SceneItem<CScene::CImage::CEasyDaynight, camera_row::EASY_DAY_NIGHT> {
- public:
-  using SceneItem::SceneItem;
+struct CScene::CImage::CEasyDaynight : CCameraApiBase {
+  static int32_t act(Request& request);
   static constexpr Selector selector{.available = lacks<Feature::DAY_NIGHT>};
-  int32_t checkAttribute(const std::string& text, int32_t /*depth*/) override { return checkSelector(selector, text); }
-  static constexpr Rule rule = sceneRule(Words{"bw", "color", "auto"});
-  int32_t act(Request& request);
+  static constexpr Rule rule = sceneItem(camera_row::EASY_DAY_NIGHT, Words{"bw", "color", "auto"}, act);
 };
 
-class CScene::CImage::C3ddnr : public NumberItem<CScene::CImage::C3ddnr, camera_row::DNR_3D, &CameraDSP::set3ddnr> {
- public:
-  using NumberItem::NumberItem;
-  static int32_t refuseAtHighRate(const Selectors& selectors);
+struct CScene::CImage::C3ddnr : CCameraApiBase {
+  static int32_t mayChange(const Selectors& selectors);
   static constexpr Rule rule{
-      .guard = {.write = refuseAtHighRate},
+      .guard = {.access = isScene, .write = mayChange},
       .accepts = Words{"off", "low", "mid", "high"},
+      .place = {camera_row::DNR_3D, inScene},
+      .act = toDsp<&CameraDSP::set3ddnr>,
       .answers = kSaveScene,
   };
 };
 
-class CScene::CImage::CSenseupLimit : public NumberItem<CScene::CImage::CSenseupLimit, camera_row::SENSEUP_LIMIT,
-                                                        &CameraDSP::setSenseuplimit, &CameraDSP::stepSenseuplimit> {
- public:
-  using NumberItem::NumberItem;
-  static constexpr Rule rule = sceneRule(OneOf{.numbers = {0, 2, 4, 8, 16, 32, 60}, .count = 7, .steps = true});
-  int32_t act(Request& request);
+struct CScene::CImage::CSenseupLimit : CCameraApiBase {
+  static int32_t act(Request& request);
+  static constexpr Rule rule =
+      sceneItem(camera_row::SENSEUP_LIMIT, OneOf{.numbers = {0, 2, 4, 8, 16, 32, 60}, .count = 7, .steps = true}, act);
 };
 
-class CScene::CImage::CWhiteBalance : public SceneItem<CScene::CImage::CWhiteBalance, camera_row::WHITE_BALANCE> {
- public:
-  using SceneItem::SceneItem;
+struct CScene::CImage::CWhiteBalance : CCameraApiBase {
   static constexpr Rule rule =
-      sceneRule(Words{Word{"manual", 0}, Word{"auto", 1}, Word{"autoW", 1}, Word{"autoN", 2}, Word{"op_auto", 3}});
-  int32_t act(Request& request) { return m_dsp.setWhiteBalanceMode(static_cast<uint32_t>(request.number)); }
-  class CR;
-  class CB;
+      sceneItem(camera_row::WHITE_BALANCE,
+                Words{Word{"manual", 0}, Word{"auto", 1}, Word{"autoW", 1}, Word{"autoN", 2}, Word{"op_auto", 3}},
+                toDsp<&CameraDSP::setWhiteBalanceMode>);
+  struct CR;
+  struct CB;
 };
 
 /** Accepts "s" and a number of 0 to 255, or a step. */
 [[nodiscard]] int32_t checkWhiteBalanceGain(Request& request);
 
-/** A gain of the white balance. */
-template <class Derived, int Row, auto Set, auto Step>
-class WhiteBalanceGain : public SceneItem<Derived, Row> {
- public:
-  using SceneItem<Derived, Row>::SceneItem;
-  static constexpr Rule rule = sceneRule(Test{checkWhiteBalanceGain});
-  int32_t act(Request& request) {
-    return request.step != 0 ? (this->m_dsp.*Step)(request.value) : (this->m_dsp.*Set)(request.number);
-  }
+/** A gain of the white balance, shown with its "s". */
+constexpr Rule whiteBalanceGain(camera_row::Row row, Act act) {
+  Rule rule = sceneItem(row, Test{checkWhiteBalanceGain}, act);
+  rule.shows.prefix = "s";
+  return rule;
+}
 
- protected:
-  int32_t m_execSceneRead(ExecArgs& args, int32_t scene) override {
-    return RuleEngine::answerValue(*args.m_parameter, "s" + this->sceneText(scene, Row));
-  }
+struct CScene::CImage::CWhiteBalance::CR : CCameraApiBase {
+  static constexpr Rule rule =
+      whiteBalanceGain(camera_row::WB_R_GAIN, toDsp<&CameraDSP::setWhiteBalanceR, &CameraDSP::stepWhiteBalanceR>);
 };
 
-class CScene::CImage::CWhiteBalance::CR
-    : public WhiteBalanceGain<CScene::CImage::CWhiteBalance::CR, camera_row::WB_R_GAIN, &CameraDSP::setWhiteBalanceR,
-                              &CameraDSP::stepWhiteBalanceR> {
- public:
-  using WhiteBalanceGain::WhiteBalanceGain;
+struct CScene::CImage::CWhiteBalance::CB : CCameraApiBase {
+  static constexpr Rule rule =
+      whiteBalanceGain(camera_row::WB_B_GAIN, toDsp<&CameraDSP::setWhiteBalanceB, &CameraDSP::stepWhiteBalanceB>);
 };
 
-class CScene::CImage::CWhiteBalance::CB
-    : public WhiteBalanceGain<CScene::CImage::CWhiteBalance::CB, camera_row::WB_B_GAIN, &CameraDSP::setWhiteBalanceB,
-                              &CameraDSP::stepWhiteBalanceB> {
- public:
-  using WhiteBalanceGain::WhiteBalanceGain;
+struct CScene::CImage::CLumx : CCameraApiBase {
+  static constexpr Rule rule = sceneItem(camera_row::LUMX, Words{"off", "on"}, toDsp<&CameraDSP::setLumxStatus>);
 };
 
-class CScene::CImage::CLumx : public NumberItem<CScene::CImage::CLumx, camera_row::LUMX, &CameraDSP::setLumxStatus> {
- public:
-  using NumberItem::NumberItem;
-  static constexpr Rule rule = sceneRule(Words{"off", "on"});
+struct CScene::CImage::CBlc : CCameraApiBase {
+  static int32_t act(Request& request);
+  static constexpr Rule rule = sceneItem(camera_row::BLC, Words{"off", "a", "b", "c", "d", "manual"}, act);
+  struct CArea;
 };
 
-class CScene::CImage::CBlc : public SceneItem<CScene::CImage::CBlc, camera_row::BLC> {
- public:
-  using SceneItem::SceneItem;
-  static constexpr Rule rule = sceneRule(Words{"off", "a", "b", "c", "d", "manual"});
-  int32_t act(Request& request);
-  class CArea;
-};
-
-/** The area for which "manual" compensates, as a bit stream in hexadecimal digits. */
-class CScene::CImage::CBlc::CArea : public SceneItem<CScene::CImage::CBlc::CArea, camera_row::BLC_AREA> {
- public:
-  using SceneItem::SceneItem;
-  /** The DSP's channel judges the digits with the picture that they make. */
-  static int32_t passOn(Request& /*request*/) { return 0; }
-  static constexpr Rule rule = sceneRule(Test{passOn}, {{{dsp::kNotUnderstood, status::kNotUnderstood}}});
-  int32_t act(Request& request);
+/** The area for which "manual" compensates, as a bit stream in hexadecimal digits, which the DSP's channel judges. */
+struct CScene::CImage::CBlc::CArea : CCameraApiBase {
+  static int32_t act(Request& request);
+  static constexpr Rule rule = sceneItem(camera_row::BLC_AREA, Text{}, act,
+                                         {{{dsp::kNotUnderstood, status::kNotUnderstood}}});
 };
 
 }  // namespace Camera

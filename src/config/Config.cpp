@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "config/StoreText.h"
 #include "request/Log.h"
+#include "request/StatusCode.h"
 
 namespace {
 
@@ -51,27 +53,45 @@ int32_t Config::setConfig(ConfigTable* table, int32_t id, const std::string& val
   return kDone;
 }
 
-bool Config::isAllowed(Family family, const AccessRule& rule, int32_t index, int32_t row) const {
-  if (index < 0 || index >= rule.indexes) {
-    if (rule.badIndex != nullptr) TMX_LOG(LOG_ERR, "%s%ld", rule.badIndex, static_cast<long>(index));
+bool Config::isAllowed(Row row, const AccessRule& rule, int32_t table) const {
+  if (table < 0 || table >= rule.indexes) {
+    if (rule.badIndex != nullptr) TMX_LOG(LOG_ERR, "%s%ld", rule.badIndex, static_cast<long>(table));
     return false;
   }
-  const int64_t rows = static_cast<int64_t>(m_tables[static_cast<size_t>(family)].front().size());
-  if (rule.badRow != nullptr && (row < 0 || row >= rows)) {
-    TMX_LOG(LOG_ERR, "%s%ld", rule.badRow, static_cast<long>(row));
+  if (rule.badRow != nullptr && (row.number < 0 || row.number >= countRows(row.family))) {
+    TMX_LOG(LOG_ERR, "%s%ld", rule.badRow, static_cast<long>(row.number));
     return false;
   }
   return true;
 }
 
-std::string Config::get(Family family, int32_t index, int32_t row) const {
-  if (!isAllowed(family, familyInfo(family).reading, index, row)) return {};
-  return getConfig(findTable(m_tables[static_cast<size_t>(family)], index), row);
+std::string Config::get(Row row, int32_t table) const {
+  if (!isAllowed(row, familyInfo(row.family).reading, table)) return {};
+  return getConfig(findTable(m_tables[static_cast<size_t>(row.family)], table), row.number);
 }
 
-int32_t Config::set(Family family, int32_t index, int32_t row, const std::string& value) {
-  if (!isAllowed(family, familyInfo(family).writing, index, row)) return kFailed;
-  return setConfig(findTable(m_tables[static_cast<size_t>(family)], index), row, value);
+int32_t Config::set(Row row, const std::string& value, int32_t table) {
+  if (!isAllowed(row, familyInfo(row.family).writing, table)) return kFailed;
+  return setConfig(findTable(m_tables[static_cast<size_t>(row.family)], table), row.number, value);
+}
+
+int32_t Config::checkValue(Row row, std::string_view value, int32_t table) {
+  constexpr std::string_view kEndsLine("\n\0", 2);
+  if (value.find_first_of(kEndsLine) != std::string_view::npos) return -status::kNotUnderstood;
+  const size_t longest = row.family == Family::Patrol ? kLongestPatrolLine : kLongestWrittenLine;
+  const size_t line = rowKey(row, table).size() + std::string_view("=\n").size() + value.size();
+  return line > longest ? -status::kInvalidRange : 0;
+}
+
+bool Config::adopt(const Config& other, std::span<const Row> rows, int32_t table) {
+  bool isChanged = false;
+  for (const Row row : rows) {
+    const std::string value = other.get(row, table);
+    if (value == get(row, table)) continue;
+    set(row, value, table);
+    isChanged = true;
+  }
+  return isChanged;
 }
 
 std::string Config::getSceneFilename(int32_t scene) {
@@ -105,16 +125,6 @@ int32_t Config::save(Family family, int32_t index) {
   }
   return writeConfig(family, index);
 }
-
-std::string Config::getPatrolConfig(int32_t patrol, int32_t step, int32_t row) const {
-  return patrol == 0 ? get(Family::Patrol, step, row) : std::string();
-}
-
-int32_t Config::setPatrolConfig(int32_t patrol, int32_t step, int32_t row, const std::string& value) {
-  return patrol == 0 ? set(Family::Patrol, step, row, value) : kFailed;
-}
-
-int32_t Config::savePatrolConfig(int32_t patrol) { return save(Family::Patrol, patrol); }
 
 int32_t Config::isFramesize(std::string_view text) {
   constexpr std::string_view kFramesizes[] = {"1920x1080", "quadvga", "1280x960", "1280x720", "vga",

@@ -36,112 +36,44 @@ class Config {
   /** While set, setConfig and the write functions succeed without doing anything. */
   void setWriteInhibit(int32_t inhibit) { m_writeInhibit = inhibit; }
 
-  // One family's table, by number; index is 0 for a family of one table. Of the patrol, get and set take the step as
-  // index, and save takes 0: its steps share one file. The named operations below are these.
-  [[nodiscard]] std::string get(Family family, int32_t index, int32_t row) const;
-  int32_t set(Family family, int32_t index, int32_t row, const std::string& value);
-  int32_t save(Family family, int32_t index);
+  // Any row of any family; `table` is the number of the family's table, 0 for a family of one. Of the patrol, get and
+  // set take the step, and save takes 0: its steps share one file. The named operations below are these.
+  [[nodiscard]] std::string get(Row row, int32_t table = 0) const;
+  int32_t set(Row row, const std::string& value, int32_t table = 0);
+  int32_t save(Family family, int32_t table = 0);
 
-  [[nodiscard]] std::string getVideoConfig(int32_t row) const { return get(Family::Video, 0, row); }
-  int32_t setVideoConfig(int32_t row, const std::string& value) { return set(Family::Video, 0, row, value); }
-  int32_t saveVideoConfig() { return save(Family::Video, 0); }
+  /** Whether the text can stand in its line of the file: 0, -451 with a line end or a NUL in it, -457 for a longer one.
+   */
+  [[nodiscard]] static int32_t checkValue(Row row, std::string_view value, int32_t table = 0);
+
+  /** Copies those of the rows that differ in the other image; whether any did. */
+  bool adopt(const Config& other, std::span<const Row> rows, int32_t table = 0);
 
   [[nodiscard]] std::string getEncodeConfig(int32_t channel, int32_t row) const {
-    return get(Family::Encode, channel, row);
+    return get({Family::Encode, row}, channel);
   }
   int32_t setEncodeConfig(int32_t channel, int32_t row, const std::string& value) {
-    return set(Family::Encode, channel, row, value);
+    return set({Family::Encode, row}, value, channel);
   }
   int32_t saveEncodeConfig(int32_t channel) { return save(Family::Encode, channel); }
 
-  [[nodiscard]] std::string getUiConfig(int32_t row) const { return get(Family::Ui, 0, row); }
-  int32_t setUiConfig(int32_t row, const std::string& value) { return set(Family::Ui, 0, row, value); }
-  int32_t saveUiConfig() { return save(Family::Ui, 0); }
-
-  [[nodiscard]] std::string getSerialConfig(int32_t row) const { return get(Family::Serial, 0, row); }
-  int32_t setSerialConfig(int32_t row, const std::string& value) { return set(Family::Serial, 0, row, value); }
-  int32_t saveSerialConfig() { return save(Family::Serial, 0); }
-
-  [[nodiscard]] std::string getSdCardConfig(int32_t row) const { return get(Family::SdCard, 0, row); }
-  int32_t setSdCardConfig(int32_t row, const std::string& value) { return set(Family::SdCard, 0, row, value); }
-  int32_t saveSdCardConfig() { return save(Family::SdCard, 0); }
-
-  [[nodiscard]] std::string getAudDetectConfig(int32_t channel, int32_t row) const {
-    return get(Family::AudDetect, channel, row);
+  [[nodiscard]] std::string getSceneConfig(int32_t scene, int32_t row) const {
+    return get({Family::Scene, row}, scene);
   }
-  int32_t setAudDetectConfig(int32_t channel, int32_t row, const std::string& value) {
-    return set(Family::AudDetect, channel, row, value);
-  }
-  int32_t saveAudDetectConfig(int32_t channel) { return save(Family::AudDetect, channel); }
-
-  [[nodiscard]] std::string getScpServiceConfig(int32_t row) const { return get(Family::ScpService, 0, row); }
-  int32_t setScpServiceConfig(int32_t row, const std::string& value) { return set(Family::ScpService, 0, row, value); }
-  int32_t saveScpServiceConfig() { return save(Family::ScpService, 0); }
-
-  /** The one patrol is number 0; its 20 steps are tables of their own that share one file. */
-  [[nodiscard]] std::string getPatrolConfig(int32_t patrol, int32_t step, int32_t row) const;
-  int32_t setPatrolConfig(int32_t patrol, int32_t step, int32_t row, const std::string& value);
-  int32_t savePatrolConfig(int32_t patrol);
-
-  [[nodiscard]] std::string getPositionConfig(int32_t position, int32_t row) const {
-    return get(Family::Position, position, row);
-  }
-  int32_t setPositionConfig(int32_t position, int32_t row, const std::string& value) {
-    return set(Family::Position, position, row, value);
-  }
-  int32_t savePositionConfig(int32_t position) { return save(Family::Position, position); }
-
-  [[nodiscard]] std::string getEventConfig(int32_t event, int32_t row) const { return get(Family::Event, event, row); }
-  int32_t setEventConfig(int32_t event, int32_t row, const std::string& value) {
-    return set(Family::Event, event, row, value);
-  }
-  int32_t saveEventConfig(int32_t event) { return save(Family::Event, event); }
-
-  [[nodiscard]] std::string getAudioConfig(int32_t row) const { return get(Family::Audio, 0, row); }
-  int32_t setAudioConfig(int32_t row, const std::string& value) { return set(Family::Audio, 0, row, value); }
-  int32_t saveAudioConfig() { return save(Family::Audio, 0); }
-
-  [[nodiscard]] std::string getOutputPinConfig(int32_t row) const { return get(Family::OutputPin, 0, row); }
-  int32_t setOutputPinConfig(int32_t row, const std::string& value) { return set(Family::OutputPin, 0, row, value); }
-  int32_t saveOutputPinConfig() { return save(Family::OutputPin, 0); }
-
-  [[nodiscard]] std::string getInputPinConfig(int32_t row) const { return get(Family::InputPin, 0, row); }
-  int32_t setInputPinConfig(int32_t row, const std::string& value) { return set(Family::InputPin, 0, row, value); }
-  int32_t saveInputPinConfig() { return save(Family::InputPin, 0); }
-
-  [[nodiscard]] std::string getNetworkConfig(int32_t row) const { return get(Family::Network, 0, row); }
-  int32_t setNetworkConfig(int32_t row, const std::string& value) { return set(Family::Network, 0, row, value); }
-  int32_t saveNetworkConfig() { return save(Family::Network, 0); }
-
-  [[nodiscard]] std::string getSystemConfig(int32_t row) const { return get(Family::System, 0, row); }
-  int32_t setSystemConfig(int32_t row, const std::string& value) { return set(Family::System, 0, row, value); }
-  int32_t saveSystemConfig() { return save(Family::System, 0); }
-
-  [[nodiscard]] std::string getApplicationConfig(int32_t application, int32_t row) const {
-    return get(Family::Application, application, row);
-  }
-  int32_t setApplicationConfig(int32_t application, int32_t row, const std::string& value) {
-    return set(Family::Application, application, row, value);
-  }
-  int32_t saveApplicationConfig(int32_t application) { return save(Family::Application, application); }
-
-  [[nodiscard]] std::string getSceneConfig(int32_t scene, int32_t row) const { return get(Family::Scene, scene, row); }
   int32_t setSceneConfig(int32_t scene, int32_t row, const std::string& value) {
-    return set(Family::Scene, scene, row, value);
+    return set({Family::Scene, row}, value, scene);
   }
   int32_t saveSceneConfig(int32_t scene) { return save(Family::Scene, scene); }
 
-  [[nodiscard]] std::string getCameraConfig(int32_t row) const { return get(Family::Camera, 0, row); }
-  int32_t setCameraConfig(int32_t row, const std::string& value) { return set(Family::Camera, 0, row, value); }
-  int32_t saveCameraConfig() { return save(Family::Camera, 0); }
+  [[nodiscard]] std::string getCameraConfig(int32_t row) const { return get({Family::Camera, row}); }
+  int32_t setCameraConfig(int32_t row, const std::string& value) { return set({Family::Camera, row}, value); }
+  int32_t saveCameraConfig() { return save(Family::Camera); }
 
-  [[nodiscard]] std::string getCamdspConfig(int32_t row) const { return get(Family::Camdsp, 0, row); }
-  int32_t setCamdspConfig(int32_t row, const std::string& value) { return set(Family::Camdsp, 0, row, value); }
-  int32_t saveCamdspConfig() { return save(Family::Camdsp, 0); }
+  [[nodiscard]] std::string getCamdspConfig(int32_t row) const { return get({Family::Camdsp, row}); }
+  int32_t setCamdspConfig(int32_t row, const std::string& value) { return set({Family::Camdsp, row}, value); }
 
-  [[nodiscard]] std::string getCamFocusConfig(int32_t row) const { return get(Family::CamFocus, 0, row); }
-  int32_t setCamFocusConfig(int32_t row, const std::string& value) { return set(Family::CamFocus, 0, row, value); }
-  int32_t saveCamFocusConfig() { return save(Family::CamFocus, 0); }
+  [[nodiscard]] std::string getScpServiceConfig(int32_t row) const { return get({Family::ScpService, row}); }
+  int32_t setScpServiceConfig(int32_t row, const std::string& value) { return set({Family::ScpService, row}, value); }
 
   // Re-reading files into the tables.
   [[nodiscard]] int32_t reloadSceneConfig(int32_t scene);
@@ -179,7 +111,7 @@ class Config {
   // One row of a table; null stands for a table that does not exist.
   [[nodiscard]] static std::string getConfig(const ConfigTable* table, int32_t id);
   int32_t setConfig(ConfigTable* table, int32_t id, const std::string& value) const;
-  [[nodiscard]] bool isAllowed(Family family, const AccessRule& rule, int32_t index, int32_t row) const;
+  [[nodiscard]] bool isAllowed(Row row, const AccessRule& rule, int32_t table) const;
 
   // One file and the tables that stand in it: one, or all the patrol's; none for an index without a file.
   [[nodiscard]] std::span<ConfigTable> tablesOfFile(Family family, int32_t index);

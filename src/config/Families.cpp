@@ -152,6 +152,12 @@ std::string familyPath(Family family, int32_t index) {
   return path;
 }
 
+std::string_view rowKey(Row row, int32_t table) {
+  const FamilyInfo& info = familyInfo(row.family);
+  const bool exists = table >= 0 && table < info.tables && row.number >= 0 && row.number < countRows(row.family);
+  return exists ? rowsOfTable(info, table)[static_cast<size_t>(row.number)].key : std::string_view();
+}
+
 std::vector<ConfigTable> makeTables(Family family) {
   const FamilyInfo& info = familyInfo(family);
   std::vector<ConfigTable> tables(static_cast<size_t>(info.tables));

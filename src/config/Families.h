@@ -6,30 +6,7 @@
 #include <string_view>
 #include <vector>
 
-/** The families of settings; each has one table per file, only the patrol's tables share one file. */
-enum class Family : int32_t {
-  Camdsp,
-  Camera,
-  Network,
-  System,
-  Application,
-  InputPin,
-  OutputPin,
-  Audio,
-  Event,
-  Patrol,
-  Position,
-  Encode,
-  Video,
-  Scene,
-  ScpService,
-  SdCard,
-  Serial,
-  Ui,
-  CamFocus,
-  AudDetect,
-  kCount,
-};
+#include "config/Rows.h"
 
 struct ConfigItem {
   int32_t id;            ///< the row's index in its table; look-ups go by position
@@ -68,6 +45,9 @@ struct FamilyInfo {
 
 /** The file of one table. */
 [[nodiscard]] std::string familyPath(Family family, int32_t index);
+
+/** The key of a row in its table's file; empty where there is no such row. */
+[[nodiscard]] std::string_view rowKey(Row row, int32_t table);
 
 /** All tables of a family with their built-in defaults. */
 [[nodiscard]] std::vector<ConfigTable> makeTables(Family family);

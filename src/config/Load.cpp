@@ -101,14 +101,14 @@ int32_t Config::loadFile(Family family, int32_t index, const char* failure) {
 
 void Config::stepVersion() {
   if (!createVersionFile()) return;
-  const auto convert = [this](Family family, int32_t index, int32_t row) {
-    set(family, index, row, std::to_string(convertExposureReference(get(family, index, row))));
-    save(family, index);
+  const auto convert = [this](Row row, int32_t table) {
+    set(row, std::to_string(convertExposureReference(get(row, table))), table);
+    save(row.family, table);
   };
   const int32_t scenes = familyInfo(Family::Scene).tables;
   for (int32_t scene = 0; scene < scenes; ++scene)
-    convert(Family::Scene, scene, scene_row::AUTO_EXPOSURE_REFERENCE);
-  convert(Family::Camera, 0, camera_row::AUTO_EXPOSURE_REFERENCE);
+    convert(scene_row::AUTO_EXPOSURE_REFERENCE, scene);
+  convert(camera_row::AUTO_EXPOSURE_REFERENCE, 0);
 }
 
 int32_t Config::reloadSceneConfig(int32_t scene) {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+
 /**
  * The rows of the configuration tables, each with the key under which it stands in its file and its built-in default.
  *
@@ -372,66 +375,93 @@
   X(AUD_DETECT_LEVEL, "50")    \
   X(AUD_DETECT_TEMPORAL, "1000")
 
+/** One step of the patrol; in the file the keys carry the step's number (Families.cpp). */
+#define TMX_ROWS_PATROL(X) \
+  X(PATROL_POSITION, "0")  \
+  X(PATROL_DURATION, "0")  \
+  X(PATROL_SPEED, "100.0")
+
+/** The families of settings; each has one table per file, only the patrol's tables share one file. */
+enum class Family : int8_t {
+  Camdsp,
+  Camera,
+  Network,
+  System,
+  Application,
+  InputPin,
+  OutputPin,
+  Audio,
+  Event,
+  Patrol,
+  Position,
+  Encode,
+  Video,
+  Scene,
+  ScpService,
+  SdCard,
+  Serial,
+  Ui,
+  CamFocus,
+  AudDetect,
+  kCount,
+};
+
+// The numbers of a family's rows; each family's are a type of its own, which knows its family.
 #define TMX_ROW_NUMBER(key, value) key,
-namespace camdsp_row {
-enum Row : int { TMX_ROWS_CAMDSP(TMX_ROW_NUMBER) kCount };
-}
-namespace scene_row {
-enum Row : int { TMX_ROWS_SCENE(TMX_ROW_NUMBER) kCount };
-}
-namespace camera_row {
-enum Row : int { TMX_ROWS_CAMERA(TMX_ROW_NUMBER) kCount };
-}
-namespace network_row {
-enum Row : int { TMX_ROWS_NETWORK(TMX_ROW_NUMBER) kCount };
-}
-namespace system_row {
-enum Row : int { TMX_ROWS_SYSTEM(TMX_ROW_NUMBER) kCount };
-}
-namespace application_row {
-enum Row : int { TMX_ROWS_APPLICATION(TMX_ROW_NUMBER) kCount };
-}
-namespace input_pin_row {
-enum Row : int { TMX_ROWS_INPUT_PIN(TMX_ROW_NUMBER) kCount };
-}
-namespace output_pin_row {
-enum Row : int { TMX_ROWS_OUTPUT_PIN(TMX_ROW_NUMBER) kCount };
-}
-namespace audio_row {
-enum Row : int { TMX_ROWS_AUDIO(TMX_ROW_NUMBER) kCount };
-}
-namespace event_row {
-enum Row : int { TMX_ROWS_EVENT(TMX_ROW_NUMBER) kCount };
-}
-namespace position_row {
-enum Row : int { TMX_ROWS_POSITION(TMX_ROW_NUMBER) kCount };
-}
-namespace encode_row {
-enum Row : int { TMX_ROWS_ENCODE(TMX_ROW_NUMBER) kCount };
-}
-namespace video_row {
-enum Row : int { TMX_ROWS_VIDEO(TMX_ROW_NUMBER) kCount };
-}
-namespace scp_service_row {
-enum Row : int { TMX_ROWS_SCP_SERVICE(TMX_ROW_NUMBER) kCount };
-}
-namespace sd_card_row {
-enum Row : int { TMX_ROWS_SD_CARD(TMX_ROW_NUMBER) kCount };
-}
-namespace serial_row {
-enum Row : int { TMX_ROWS_SERIAL(TMX_ROW_NUMBER) kCount };
-}
-namespace ui_row {
-enum Row : int { TMX_ROWS_UI(TMX_ROW_NUMBER) kCount };
-}
-namespace cam_focus_row {
-enum Row : int { TMX_ROWS_CAM_FOCUS(TMX_ROW_NUMBER) kCount };
-}
-namespace aud_detect_row {
-enum Row : int { TMX_ROWS_AUD_DETECT(TMX_ROW_NUMBER) kCount };
-}
-namespace patrol_row {
-/** One step of the patrol; in the file the keys carry the step's number. */
-enum Row : int { PATROL_POSITION, PATROL_DURATION, PATROL_SPEED, kCount };
-}  // namespace patrol_row
+#define TMX_ROW_TYPE(name, rows, family_name)                            \
+  namespace name {                                                       \
+  enum Row : int32_t { rows(TMX_ROW_NUMBER) kCount };                    \
+  constexpr Family familyOf(Row /*row*/) { return Family::family_name; } \
+  }
+TMX_ROW_TYPE(camdsp_row, TMX_ROWS_CAMDSP, Camdsp)
+TMX_ROW_TYPE(scene_row, TMX_ROWS_SCENE, Scene)
+TMX_ROW_TYPE(camera_row, TMX_ROWS_CAMERA, Camera)
+TMX_ROW_TYPE(network_row, TMX_ROWS_NETWORK, Network)
+TMX_ROW_TYPE(system_row, TMX_ROWS_SYSTEM, System)
+TMX_ROW_TYPE(application_row, TMX_ROWS_APPLICATION, Application)
+TMX_ROW_TYPE(input_pin_row, TMX_ROWS_INPUT_PIN, InputPin)
+TMX_ROW_TYPE(output_pin_row, TMX_ROWS_OUTPUT_PIN, OutputPin)
+TMX_ROW_TYPE(audio_row, TMX_ROWS_AUDIO, Audio)
+TMX_ROW_TYPE(event_row, TMX_ROWS_EVENT, Event)
+TMX_ROW_TYPE(position_row, TMX_ROWS_POSITION, Position)
+TMX_ROW_TYPE(encode_row, TMX_ROWS_ENCODE, Encode)
+TMX_ROW_TYPE(video_row, TMX_ROWS_VIDEO, Video)
+TMX_ROW_TYPE(scp_service_row, TMX_ROWS_SCP_SERVICE, ScpService)
+TMX_ROW_TYPE(sd_card_row, TMX_ROWS_SD_CARD, SdCard)
+TMX_ROW_TYPE(serial_row, TMX_ROWS_SERIAL, Serial)
+TMX_ROW_TYPE(ui_row, TMX_ROWS_UI, Ui)
+TMX_ROW_TYPE(cam_focus_row, TMX_ROWS_CAM_FOCUS, CamFocus)
+TMX_ROW_TYPE(aud_detect_row, TMX_ROWS_AUD_DETECT, AudDetect)
+TMX_ROW_TYPE(patrol_row, TMX_ROWS_PATROL, Patrol)
+#undef TMX_ROW_TYPE
 #undef TMX_ROW_NUMBER
+
+/** The numbers of some family's rows. */
+template <class Type>
+concept RowNumber = requires(Type row) {
+  familyOf(row);
+};
+
+/** A row of whichever family: made of its name (network_row::IF1_IP), or for loops of a family and a number. */
+struct Row {
+  constexpr Row() = default;
+  constexpr Row(RowNumber auto row) : family(familyOf(row)), number(row) {}  // NOLINT: the name is the row
+  constexpr Row(Family rowFamily, int32_t rowNumber) : family(rowFamily), number(rowNumber) {}
+
+  [[nodiscard]] constexpr bool exists() const { return family != Family::kCount; }
+  constexpr bool operator==(const Row&) const = default;
+
+  Family family = Family::kCount;
+  int32_t number = 0;
+};
+
+/** How many rows a table of the family has. */
+constexpr int32_t countRows(Family family) {
+  constexpr int32_t kCounts[] = {
+      camdsp_row::kCount,      camera_row::kCount,    network_row::kCount,     system_row::kCount,
+      application_row::kCount, input_pin_row::kCount, output_pin_row::kCount,  audio_row::kCount,
+      event_row::kCount,       patrol_row::kCount,    position_row::kCount,    encode_row::kCount,
+      video_row::kCount,       scene_row::kCount,     scp_service_row::kCount, sd_card_row::kCount,
+      serial_row::kCount,      ui_row::kCount,        cam_focus_row::kCount,   aud_detect_row::kCount};
+  return family < Family::kCount ? kCounts[static_cast<size_t>(family)] : 0;
+}

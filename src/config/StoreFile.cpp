@@ -14,9 +14,6 @@
 
 namespace {
 
-// The patrol's lines are composed one by one, in a buffer that is one shorter.
-constexpr size_t kLongestPatrolLine = kLongestWrittenLine - 1;
-
 bool readAll(int descriptor, std::string& bytes) {
   char buffer[4096];
   for (;;) {

@@ -17,6 +17,8 @@
 inline constexpr size_t kLongestLine = 1023;
 /** Where a written line is cut; a cut line loses its line end with the rest. */
 inline constexpr size_t kLongestWrittenLine = 549;
+/** The patrol's lines are composed one by one, in a buffer that is one shorter. */
+inline constexpr size_t kLongestPatrolLine = kLongestWrittenLine - 1;
 
 enum class StoreEnd {
   EndOfFile,     ///< all lines were read; a last one without a line end is dropped

@@ -91,8 +91,8 @@ void startDestinations(const Config& config) {
                                       network_row::DEST5};
   const InitialisingGuard initialising;
   int destination = 0;
-  for (const int32_t row : kStatusRows) {
-    const char* word = config.getNetworkConfig(row) == "on" ? "start" : "stop";
+  for (const Row row : kStatusRows) {
+    const char* word = config.get(row) == "on" ? "start" : "stop";
     execApiCommandInternal("network.destination(" + std::to_string(++destination) + ").status=" + word, nullptr,
                            user_class::kAdministrator, content_type::kPlain);
   }

@@ -1,68 +1,41 @@
 #pragma once
 
 #include "devices/CAudioApiBase.h"
-#include "tree/Leaf.h"
+#include "tree/Node.h"
 
 namespace Audio {
 
-class CInput : public CAudioApiBase {
- public:
-  using CAudioApiBase::CAudioApiBase;
-  class CPowersupply;
-  class CDetection;
-  class CHalfduplex;
-  class CGain;
-  class CLoopback;
+struct CInput : CAudioApiBase {
+  struct CPowersupply;
+  struct CDetection;
+  struct CHalfduplex;
+  struct CGain;
+  struct CLoopback;
 };
 
-class CInput::CPowersupply : public CAudioApiBase {
- public:
-  using CAudioApiBase::CAudioApiBase;
-  class CStatus;
+struct CInput::CPowersupply : CAudioApiBase {
+  struct CStatus;
 };
 
-class CInput::CPowersupply::CStatus : public CAudioApiBase {
- public:
-  using CAudioApiBase::CAudioApiBase;
-};
+struct CInput::CPowersupply::CStatus : CAudioApiBase {};
 
-class CInput::CDetection : public Leaf<CInput::CDetection, CAudioApiBase> {
- public:
-  using Leaf::Leaf;
+struct CInput::CDetection : CAudioApiBase {
   static constexpr Selector selector{.empty = status::kCommandNotFound, .takes = SelectorNumber{.low = 1, .high = 2}};
-  class CStatus;
-  class CLevel;
-  class CTemporal;
+  struct CStatus;
+  struct CLevel;
+  struct CTemporal;
 };
 
-class CInput::CDetection::CStatus : public CAudioApiBase {
- public:
-  using CAudioApiBase::CAudioApiBase;
-};
+struct CInput::CDetection::CStatus : CAudioApiBase {};
 
-class CInput::CDetection::CLevel : public CAudioApiBase {
- public:
-  using CAudioApiBase::CAudioApiBase;
-};
+struct CInput::CDetection::CLevel : CAudioApiBase {};
 
-class CInput::CDetection::CTemporal : public CAudioApiBase {
- public:
-  using CAudioApiBase::CAudioApiBase;
-};
+struct CInput::CDetection::CTemporal : CAudioApiBase {};
 
-class CInput::CHalfduplex : public CAudioApiBase {
- public:
-  using CAudioApiBase::CAudioApiBase;
-};
+struct CInput::CHalfduplex : CAudioApiBase {};
 
-class CInput::CGain : public CAudioApiBase {
- public:
-  using CAudioApiBase::CAudioApiBase;
-};
+struct CInput::CGain : CAudioApiBase {};
 
-class CInput::CLoopback : public CAudioApiBase {
- public:
-  using CAudioApiBase::CAudioApiBase;
-};
+struct CInput::CLoopback : CAudioApiBase {};
 
 }  // namespace Audio

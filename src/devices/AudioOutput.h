@@ -4,15 +4,10 @@
 
 namespace Audio {
 
-class COutput : public CAudioApiBase {
- public:
-  using CAudioApiBase::CAudioApiBase;
-  class CVolume;
+struct COutput : CAudioApiBase {
+  struct CVolume;
 };
 
-class COutput::CVolume : public CAudioApiBase {
- public:
-  using CAudioApiBase::CAudioApiBase;
-};
+struct COutput::CVolume : CAudioApiBase {};
 
 }  // namespace Audio

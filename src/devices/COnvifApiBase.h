@@ -1,9 +1,6 @@
 #pragma once
 
-#include "tree/CApiBase.h"
+#include "tree/Node.h"
 
 /** Base of all nodes of the root `onvif`. */
-class COnvifApiBase : public CApiBase {
- public:
-  using CApiBase::CApiBase;
-};
+struct COnvifApiBase : CApiBase {};

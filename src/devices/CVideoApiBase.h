@@ -2,13 +2,10 @@
 
 #include <cstdint>
 
-#include "tree/CApiBase.h"
+#include "tree/Node.h"
 
 /** Base of all nodes of the root `video`. */
-class CVideoApiBase : public CApiBase {
- public:
-  using CApiBase::CApiBase;
-
+struct CVideoApiBase : CApiBase {
  protected:
   /** Takes the staged row over and saves it; a failure is logged and holds nothing up. */
   static void m_saveVideoConfig();

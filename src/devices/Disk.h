@@ -1,64 +1,38 @@
 #pragma once
 
 #include "devices/CStorageApiBase.h"
-#include "tree/Leaf.h"
+#include "tree/Node.h"
 
 namespace Storage {
 
-class CDisk : public Leaf<CDisk, CStorageApiBase> {
- public:
-  using Leaf::Leaf;
+struct CDisk : CStorageApiBase {
   static constexpr Selector selector{.available = has<Feature::SDCARD>,
                                      .empty = status::kCommandNotFound,
                                      .takes = SelectorNumber{.low = 1, .high = 1}};
-  class CStatus;
-  class CInitialize;
-  class CErecmode;
-  class CSize;
-  class CCheck;
-  class CRec;
-  class CErrcode;
-  class CMount;
+  struct CStatus;
+  struct CInitialize;
+  struct CErecmode;
+  struct CSize;
+  struct CCheck;
+  struct CRec;
+  struct CErrcode;
+  struct CMount;
 };
 
-class CDisk::CStatus : public CStorageApiBase {
- public:
-  using CStorageApiBase::CStorageApiBase;
-};
+struct CDisk::CStatus : CStorageApiBase {};
 
-class CDisk::CInitialize : public CStorageApiBase {
- public:
-  using CStorageApiBase::CStorageApiBase;
-};
+struct CDisk::CInitialize : CStorageApiBase {};
 
-class CDisk::CErecmode : public CStorageApiBase {
- public:
-  using CStorageApiBase::CStorageApiBase;
-};
+struct CDisk::CErecmode : CStorageApiBase {};
 
-class CDisk::CSize : public CStorageApiBase {
- public:
-  using CStorageApiBase::CStorageApiBase;
-};
+struct CDisk::CSize : CStorageApiBase {};
 
-class CDisk::CCheck : public CStorageApiBase {
- public:
-  using CStorageApiBase::CStorageApiBase;
-};
+struct CDisk::CCheck : CStorageApiBase {};
 
-class CDisk::CRec : public CStorageApiBase {
- public:
-  using CStorageApiBase::CStorageApiBase;
-};
+struct CDisk::CRec : CStorageApiBase {};
 
-class CDisk::CErrcode : public CStorageApiBase {
- public:
-  using CStorageApiBase::CStorageApiBase;
-};
+struct CDisk::CErrcode : CStorageApiBase {};
 
-class CDisk::CMount : public CStorageApiBase {
- public:
-  using CStorageApiBase::CStorageApiBase;
-};
+struct CDisk::CMount : CStorageApiBase {};
 
 }  // namespace Storage

@@ -4,32 +4,20 @@
 
 namespace Onvif {
 
-class CSystem : public COnvifApiBase {
- public:
-  using COnvifApiBase::COnvifApiBase;
-  class CDaylightsaving;
+struct CSystem : COnvifApiBase {
+  struct CDaylightsaving;
 };
 
-class CSystem::CDaylightsaving : public COnvifApiBase {
- public:
-  using COnvifApiBase::COnvifApiBase;
+struct CSystem::CDaylightsaving : COnvifApiBase {};
+
+struct CAudio : COnvifApiBase {
+  struct COutput;
 };
 
-class CAudio : public COnvifApiBase {
- public:
-  using COnvifApiBase::COnvifApiBase;
-  class COutput;
+struct CAudio::COutput : COnvifApiBase {
+  struct CVolume;
 };
 
-class CAudio::COutput : public COnvifApiBase {
- public:
-  using COnvifApiBase::COnvifApiBase;
-  class CVolume;
-};
-
-class CAudio::COutput::CVolume : public COnvifApiBase {
- public:
-  using COnvifApiBase::COnvifApiBase;
-};
+struct CAudio::COutput::CVolume : COnvifApiBase {};
 
 }  // namespace Onvif

@@ -1,116 +1,67 @@
 #pragma once
 
 #include "devices/CPeripheralApiBase.h"
-#include "tree/Leaf.h"
+#include "tree/Node.h"
 
 namespace Peripheral {
 
-class CInputPinCount : public CPeripheralApiBase {
- public:
-  using CPeripheralApiBase::CPeripheralApiBase;
-};
+struct CInputPinCount : CPeripheralApiBase {};
 
-class COutputPinCount : public CPeripheralApiBase {
- public:
-  using CPeripheralApiBase::CPeripheralApiBase;
-};
+struct COutputPinCount : CPeripheralApiBase {};
 
-class CInputPin : public Leaf<CInputPin, CPeripheralApiBase> {
- public:
-  using Leaf::Leaf;
+struct CInputPin : CPeripheralApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 1}};
-  class CPin;
-  class CType;
-  class CStatus;
-  class CPinCount;
+  struct CPin;
+  struct CType;
+  struct CStatus;
+  struct CPinCount;
 };
 
-class CInputPin::CPin : public Leaf<CInputPin::CPin, CPeripheralApiBase> {
- public:
-  using Leaf::Leaf;
+struct CInputPin::CPin : CPeripheralApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 2}};
-  class CChatter;
-  class CStatus;
+  struct CChatter;
+  struct CStatus;
 };
 
-class CInputPin::CPin::CChatter : public CPeripheralApiBase {
- public:
-  using CPeripheralApiBase::CPeripheralApiBase;
-};
+struct CInputPin::CPin::CChatter : CPeripheralApiBase {};
 
-class CInputPin::CPin::CStatus : public CPeripheralApiBase {
- public:
-  using CPeripheralApiBase::CPeripheralApiBase;
-};
+struct CInputPin::CPin::CStatus : CPeripheralApiBase {};
 
-class CInputPin::CType : public CPeripheralApiBase {
- public:
-  using CPeripheralApiBase::CPeripheralApiBase;
-};
+struct CInputPin::CType : CPeripheralApiBase {};
 
-class CInputPin::CStatus : public CPeripheralApiBase {
- public:
-  using CPeripheralApiBase::CPeripheralApiBase;
-};
+struct CInputPin::CStatus : CPeripheralApiBase {};
 
-class CInputPin::CPinCount : public CPeripheralApiBase {
- public:
-  using CPeripheralApiBase::CPeripheralApiBase;
-};
+struct CInputPin::CPinCount : CPeripheralApiBase {};
 
-class COutputPin : public Leaf<COutputPin, CPeripheralApiBase> {
- public:
-  using Leaf::Leaf;
+struct COutputPin : CPeripheralApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 1}};
-  class CPin;
-  class CStatus;
-  class CType;
-  class CPinCount;
+  struct CPin;
+  struct CStatus;
+  struct CType;
+  struct CPinCount;
 };
 
-class COutputPin::CPin : public Leaf<COutputPin::CPin, CPeripheralApiBase> {
- public:
-  using Leaf::Leaf;
+struct COutputPin::CPin : CPeripheralApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 2}};
-  class CDuration;
-  class CStatus;
+  struct CDuration;
+  struct CStatus;
 };
 
-class COutputPin::CPin::CDuration : public CPeripheralApiBase {
- public:
-  using CPeripheralApiBase::CPeripheralApiBase;
-};
+struct COutputPin::CPin::CDuration : CPeripheralApiBase {};
 
-class COutputPin::CPin::CStatus : public CPeripheralApiBase {
- public:
-  using CPeripheralApiBase::CPeripheralApiBase;
-};
+struct COutputPin::CPin::CStatus : CPeripheralApiBase {};
 
-class COutputPin::CStatus : public CPeripheralApiBase {
- public:
-  using CPeripheralApiBase::CPeripheralApiBase;
-};
+struct COutputPin::CStatus : CPeripheralApiBase {};
 
-class COutputPin::CType : public CPeripheralApiBase {
- public:
-  using CPeripheralApiBase::CPeripheralApiBase;
-};
+struct COutputPin::CType : CPeripheralApiBase {};
 
-class COutputPin::CPinCount : public CPeripheralApiBase {
- public:
-  using CPeripheralApiBase::CPeripheralApiBase;
-};
+struct COutputPin::CPinCount : CPeripheralApiBase {};
 
-class CSwitch : public Leaf<CSwitch, CPeripheralApiBase> {
- public:
-  using Leaf::Leaf;
+struct CSwitch : CPeripheralApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 1}};
-  class CStatus;
+  struct CStatus;
 };
 
-class CSwitch::CStatus : public CPeripheralApiBase {
- public:
-  using CPeripheralApiBase::CPeripheralApiBase;
-};
+struct CSwitch::CStatus : CPeripheralApiBase {};
 
 }  // namespace Peripheral

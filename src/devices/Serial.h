@@ -1,56 +1,33 @@
 #pragma once
 
 #include "devices/CPeripheralApiBase.h"
-#include "tree/Leaf.h"
+#include "tree/Node.h"
 
 namespace Peripheral {
 
-class CSerialCount : public CPeripheralApiBase {
- public:
-  using CPeripheralApiBase::CPeripheralApiBase;
-};
+struct CSerialCount : CPeripheralApiBase {};
 
-class CSerial : public Leaf<CSerial, CPeripheralApiBase> {
- public:
-  using Leaf::Leaf;
+struct CSerial : CPeripheralApiBase {
   static constexpr Selector selector{.available = has<Feature::SERIAL_PASS>,
                                      .takes = SelectorNumber{.low = 1, .high = 1}};
-  class CBaud;
-  class CBit;
-  class CParity;
-  class CStopbit;
-  class CComment;
-  class CRtsOffset;
+  struct CBaud;
+  struct CBit;
+  struct CParity;
+  struct CStopbit;
+  struct CComment;
+  struct CRtsOffset;
 };
 
-class CSerial::CBaud : public CPeripheralApiBase {
- public:
-  using CPeripheralApiBase::CPeripheralApiBase;
-};
+struct CSerial::CBaud : CPeripheralApiBase {};
 
-class CSerial::CBit : public CPeripheralApiBase {
- public:
-  using CPeripheralApiBase::CPeripheralApiBase;
-};
+struct CSerial::CBit : CPeripheralApiBase {};
 
-class CSerial::CParity : public CPeripheralApiBase {
- public:
-  using CPeripheralApiBase::CPeripheralApiBase;
-};
+struct CSerial::CParity : CPeripheralApiBase {};
 
-class CSerial::CStopbit : public CPeripheralApiBase {
- public:
-  using CPeripheralApiBase::CPeripheralApiBase;
-};
+struct CSerial::CStopbit : CPeripheralApiBase {};
 
-class CSerial::CComment : public CPeripheralApiBase {
- public:
-  using CPeripheralApiBase::CPeripheralApiBase;
-};
+struct CSerial::CComment : CPeripheralApiBase {};
 
-class CSerial::CRtsOffset : public CPeripheralApiBase {
- public:
-  using CPeripheralApiBase::CPeripheralApiBase;
-};
+struct CSerial::CRtsOffset : CPeripheralApiBase {};
 
 }  // namespace Peripheral

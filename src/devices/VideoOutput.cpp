@@ -1,7 +1,5 @@
 #include "devices/VideoOutput.h"
 
-#include <utility>
-
 #include "config/Config.h"
 #include "encode/AnalogOutput.h"
 #include "platform/zr_com.h"
@@ -10,11 +8,11 @@
 
 void CVideoApiBase::m_saveVideoConfig() {
   Config& config = *Config::getInstance();
-  const std::string output = CUserConfig::getInstance()->getVideoConfig(video_row::VIDEO_OUTPUT);
-  if (config.setVideoConfig(video_row::VIDEO_OUTPUT, output) < 0) {
+  const std::string output = CUserConfig::getInstance()->get(video_row::VIDEO_OUTPUT);
+  if (config.set(video_row::VIDEO_OUTPUT, output) < 0) {
     TMX_LOG(LOG_ERR, "VideoOutput: Cannot be set userdata");
   }
-  if (config.saveVideoConfig() < 0) TMX_LOG(LOG_ERR, "Audio: Cannot be write userdata");
+  if (config.save(Family::Video) < 0) TMX_LOG(LOG_ERR, "Audio: Cannot be write userdata");
 }
 
 namespace Video {
@@ -31,17 +29,18 @@ const char* signalOfSwitch() {
 }  // namespace
 
 int32_t COutput::CStatus::fetch(const Request& /*request*/, std::string& text) {
-  text = isAnalogOutputPossible() ? Config::getInstance()->getVideoConfig(video_row::VIDEO_OUTPUT) : "off";
+  if (isAnalogOutputPossible()) return kShowStored;
+  text = "off";
   return 0;
 }
 
 int32_t COutput::CStatus::act(Request& request) {
   if (request.value == "on" && !isAnalogOutputPossible()) return -status::kPreconditionFailed;
-  CUserConfig::getInstance()->setVideoConfig(video_row::VIDEO_OUTPUT, request.value);
+  CUserConfig::getInstance()->set(video_row::VIDEO_OUTPUT, request.value);
   if (CTmxdUtility::setSdkAnalogoutMode(request.value) < 0) return -status::kInternalError;
   if (request.value != "colorbar") {
     m_saveVideoConfig();
-    if (Config::getInstance()->saveVideoConfig() < 0) {
+    if (Config::getInstance()->save(Family::Video) < 0) {
       TMX_LOG(LOG_ERR, "Audio: Cannot be write userdata");
       return -status::kInternalError;
     }
@@ -50,16 +49,10 @@ int32_t COutput::CStatus::act(Request& request) {
   return 0;
 }
 
-COutput::CVideoSignal::CVideoSignal(std::string layerName, std::string attribute)
-    : Leaf(std::move(layerName), std::move(attribute)), m_signal(signalOfSwitch()) {}
-
-int32_t COutput::CVideoSignal::fetch(const Request& /*request*/, std::string& text) const {
-  text = m_signal;
-  return 0;
-}
+COutput::CVideoSignal::CVideoSignal() { signal = signalOfSwitch(); }
 
 int32_t COutput::CVideoSignal::act(Request& request) {
-  m_signal = request.value;
+  signal = request.value;  // whatever the library makes of it
   return zr_set_video_analog_out(request.number) < 0 ? -status::kInternalError : 0;
 }
 

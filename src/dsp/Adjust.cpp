@@ -4,7 +4,6 @@
 #include "dsp/CameraDSP.h"
 #include "dsp/ServiceTables.h"
 #include "request/Log.h"
-#include "service/CTmxdUtility.h"
 
 namespace frame = dsp::frame;
 
@@ -16,7 +15,7 @@ int32_t CameraDSP::setAdjust(int32_t id, int32_t value, bool sendflag) {
   }
   m_frames.set(item->field, value);
   const int32_t result = m_send(item->field.address, sendflag);
-  if (result == dsp::kDone) CUserConfig::getInstance()->setCamdspConfig(id, CTmxdUtility::longToString(value));
+  if (result == dsp::kDone) CUserConfig::getInstance()->setCamdspConfig(id, std::to_string(value));
   return result;
 }
 
@@ -26,7 +25,7 @@ int32_t CameraDSP::setEvref(int32_t value, bool sendflag) {
   m_frames.set(frame::kIrisOffset, offset);
   const int32_t result = m_send(frame::kIrisOffset.address, sendflag);
   if (result == dsp::kDone) {
-    CUserConfig::getInstance()->setCamdspConfig(camdsp_row::EVREF, CTmxdUtility::longToString(offset));
+    CUserConfig::getInstance()->setCamdspConfig(camdsp_row::EVREF, std::to_string(offset));
   }
   return result;
 }

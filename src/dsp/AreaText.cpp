@@ -4,7 +4,7 @@
 
 #include "dsp/CameraDSP.h"
 #include "request/Log.h"
-#include "service/CTmxdUtility.h"
+#include "service/Numbers.h"
 
 namespace {
 
@@ -16,10 +16,8 @@ constexpr int64_t kNarrowLeft = 240;
 constexpr size_t kLongestText = 128;
 
 std::optional<int64_t> numberIn(const std::string& token) {
-  int32_t error = 0;
-  const int32_t number = CTmxdUtility::toLong(token, 0, &error);
-  if (token.empty() || error != 0) return std::nullopt;
-  return number;
+  const auto number = parseNumber(token);
+  return number ? std::optional<int64_t>(*number) : std::nullopt;
 }
 
 std::optional<int64_t> horizontal(const std::string& token, int32_t aspect) {

@@ -8,7 +8,10 @@ CameraDSP* instance = nullptr;
 
 }  // namespace
 
-CameraDSP* getCameraDsp() { return instance; }
+CameraDSP& cameraDsp() {
+  assert(instance != nullptr);  // clients are served when the whole tree stands
+  return *instance;
+}
 
 CameraDspInstance::CameraDspInstance(CameraDSP& dsp) {
   assert(instance == nullptr);

@@ -2,10 +2,10 @@
 
 class CameraDSP;
 
-/** The one channel to the image DSP, for who stands outside the root `camera`; none before that root exists. */
-[[nodiscard]] CameraDSP* getCameraDsp();
+/** The one channel to the image DSP; asked for only while the owner of one lives. */
+[[nodiscard]] CameraDSP& cameraDsp();
 
-/** Makes a channel the one that getCameraDsp gives, for as long as it lives. The owner of the channel holds it. */
+/** Makes a channel the one that cameraDsp gives, for as long as it lives. The owner of the channel holds it. */
 class CameraDspInstance {
  public:
   explicit CameraDspInstance(CameraDSP& dsp);

@@ -7,6 +7,7 @@
 #include "platform/zr_com.h"
 #include "request/Log.h"
 #include "service/CTmxdUtility.h"
+#include "service/Numbers.h"
 
 namespace dsp {
 
@@ -67,21 +68,18 @@ void CameraDSP::store(int32_t row, const std::string& text) {
     m_shutterSpeed = *code == dsp::shutter::kFlickerless ? dsp::shutter::kNamedSpeed : dsp::shutter::kSlowest;
     return;
   }
-  int32_t error = 0;
-  const int32_t speed = CTmxdUtility::toLong(text, 0, &error);
-  if (text.empty() || error != 0) return;
-  m_shutterSpeed = speed;
-  m_shutterMode = speed == dsp::shutter::kSlowest ? dsp::shutter::kManual30 : dsp::shutter::kManual;
+  const auto speed = parseNumber(text);
+  if (!speed) return;
+  m_shutterSpeed = *speed;
+  m_shutterMode = *speed == dsp::shutter::kSlowest ? dsp::shutter::kManual30 : dsp::shutter::kManual;
 }
 
 int32_t CameraDSP::getCurrentInt(int32_t row) const {
   const dsp::WordRow& rule = dsp::wordRow(row);
   const std::string text = m_text(row);
   if (const auto number = dsp::numberOf(rule.words, text)) return *number;
-  if (rule.decimalOffset && !text.empty()) {
-    int32_t error = 0;
-    const auto number = static_cast<uint32_t>(CTmxdUtility::toLong(text, 0, &error));
-    if (error == 0) return static_cast<int32_t>(number + static_cast<uint32_t>(*rule.decimalOffset));
+  if (const auto number = rule.decimalOffset ? parseNumber(text) : std::nullopt) {
+    return static_cast<int32_t>(static_cast<uint32_t>(*number) + static_cast<uint32_t>(*rule.decimalOffset));
   }
   TMX_LOG(LOG_DEBUG, "invalid %s[%s] ", rule.logName, text.c_str());
   return rule.fallback;
@@ -89,13 +87,13 @@ int32_t CameraDSP::getCurrentInt(int32_t row) const {
 
 std::string CameraDSP::m_text(int32_t row) const { return CUserConfig::getInstance()->getCameraConfig(row); }
 
-int32_t CameraDSP::m_number(int32_t row) const { return CTmxdUtility::toLong(m_text(row), 0); }
+int32_t CameraDSP::m_number(int32_t row) const { return parseNumber(m_text(row)).value_or(0); }
 
 void CameraDSP::m_store(int32_t row, std::string_view text) const {
   CUserConfig::getInstance()->setCameraConfig(row, std::string(text));
 }
 
-void CameraDSP::m_store(int32_t row, int32_t number) const { m_store(row, CTmxdUtility::longToString(number)); }
+void CameraDSP::m_store(int32_t row, int32_t number) const { m_store(row, std::to_string(number)); }
 
 /** Replaces an unknown word by that of the row's fallback. */
 void CameraDSP::m_storeAgain(int32_t row) const { m_store(row, dsp::wordOf(dsp::wordRow(row), getCurrentInt(row))); }

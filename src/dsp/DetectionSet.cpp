@@ -9,7 +9,7 @@
 #include "encoder/Encoder.h"
 #include "request/Log.h"
 #include "request/StatusCode.h"
-#include "service/CTmxdUtility.h"
+#include "service/Numbers.h"
 
 namespace {
 
@@ -18,7 +18,7 @@ constexpr int32_t kBadArea = -2;
 
 std::string live(int32_t row) { return CUserConfig::getInstance()->getCameraConfig(row); }
 
-int32_t liveNumber(int32_t row) { return CTmxdUtility::toLong(live(row), 0); }
+int32_t liveNumber(int32_t row) { return parseNumber(live(row)).value_or(0); }
 
 bool isDetectionRow(int32_t row) { return row >= camera_row::DETECT_STATUS && row <= camera_row::TAMP_DETECT_TEMPO; }
 
@@ -58,7 +58,7 @@ int32_t DetectionSet::setStatus(int32_t status) const {
 
 int32_t DetectionSet::setLevel(int32_t level) const {
   TMX_LOG(LOG_DEBUG, "set mot adjlev(%ld) ", static_cast<long>(level));
-  const int32_t result = sendAndKeep(Kind::Level, CTmxdUtility::longToString(level), camera_row::DETECT_LEVEL);
+  const int32_t result = sendAndKeep(Kind::Level, std::to_string(level), camera_row::DETECT_LEVEL);
   if (result < 0) TMX_LOG(LOG_ERR, "send failed (%ld) ", static_cast<long>(result));
   return result;
 }
@@ -79,13 +79,13 @@ int32_t DetectionSet::setStatusTamp(int32_t status) const {
 }
 
 int32_t DetectionSet::setLevelTamp(int32_t level) const {
-  const int32_t result = sendAndKeep(Kind::LevelTamp, CTmxdUtility::longToString(level), camera_row::TAMP_DETECT_LEVEL);
+  const int32_t result = sendAndKeep(Kind::LevelTamp, std::to_string(level), camera_row::TAMP_DETECT_LEVEL);
   if (result < 0) TMX_LOG(LOG_ERR, " set level failed (%ld) ", static_cast<long>(result));
   return result;
 }
 
 int32_t DetectionSet::setTemporalTamp(int32_t seconds) const {
-  const std::string text = CTmxdUtility::longToString(seconds);
+  const std::string text = std::to_string(seconds);
   const int32_t result = sendAndKeep(Kind::TemporalTamp, text, camera_row::TAMP_DETECT_TEMPO);
   if (result < 0) TMX_LOG(LOG_ERR, "set temporal failed (%ld) ", static_cast<long>(result));
   return result;

@@ -4,7 +4,6 @@
 #include "dsp/Step.h"
 #include "dsp/Words.h"
 #include "request/Log.h"
-#include "service/CTmxdUtility.h"
 
 namespace frame = dsp::frame;
 namespace gain = dsp::gain;
@@ -118,8 +117,7 @@ int32_t CameraDSP::setAutoExposureReference(int32_t raw, bool sendflag) {
     TMX_LOG(LOG_ERR, "auto exposure reference out of range(%ld)", long{raw});
     return dsp::kOutOfRange;
   }
-  return m_apply(frame::kAeReference, raw, camera_row::AUTO_EXPOSURE_REFERENCE, CTmxdUtility::longToString(raw),
-                 sendflag);
+  return m_apply(frame::kAeReference, raw, camera_row::AUTO_EXPOSURE_REFERENCE, std::to_string(raw), sendflag);
 }
 
 int32_t CameraDSP::setAutoExposureReferenceIndex(int32_t index, bool sendflag) {
@@ -154,7 +152,7 @@ int32_t CameraDSP::m_setAvPk(dsp::Field field, int32_t row, int32_t value, bool 
     TMX_LOG(LOG_ERR, "average peak out of range(%ld)", long{value});
     return dsp::kOutOfRange;
   }
-  return m_apply(field, value, row, CTmxdUtility::longToString(value), sendflag);
+  return m_apply(field, value, row, std::to_string(value), sendflag);
 }
 
 int32_t CameraDSP::setAutoExposureArea(const dsp::Area& area, bool sendflag) {

@@ -1,6 +1,6 @@
 #include "config/Config.h"
 #include "dsp/CameraDSP.h"
-#include "service/CTmxdUtility.h"
+#include "service/Numbers.h"
 
 namespace {
 
@@ -44,7 +44,7 @@ int32_t CameraDSP::loadScpServiceData(const dsp::ServiceLoad& load) {
 int32_t CameraDSP::loadDspAdjustData() {
   LoadResult result;
   for (const dsp::AdjustItem& item : dsp::kAdjustItems) {
-    const int32_t value = CTmxdUtility::toLong(CUserConfig::getInstance()->getCamdspConfig(item.row), 0);
+    const int32_t value = parseNumber(CUserConfig::getInstance()->getCamdspConfig(item.row)).value_or(0);
     result += setAdjust(item.row, value, item.endsFrame);
   }
   result += setIrisMode("auto", false);

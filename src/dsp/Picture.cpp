@@ -6,7 +6,6 @@
 #include "dsp/Step.h"
 #include "dsp/Words.h"
 #include "request/Log.h"
-#include "service/CTmxdUtility.h"
 
 namespace frame = dsp::frame;
 
@@ -33,7 +32,7 @@ int32_t CameraDSP::setSaturation(int32_t value, bool sendflag) {
   if (!isOnScale("setSaturation", value)) return dsp::kOutOfRange;
   const int32_t step = dsp::kColorBands[dsp::bandIndex(dsp::kColorBands, value)].step;
   TMX_LOG(LOG_DEBUG, "color renge is %d (input %ld) ", step, long{value});
-  return m_apply(frame::kColor, step, camera_row::COLOR, CTmxdUtility::longToString(value), sendflag);
+  return m_apply(frame::kColor, step, camera_row::COLOR, std::to_string(value), sendflag);
 }
 
 int32_t CameraDSP::stepSaturation(std::string_view step) {
@@ -46,7 +45,7 @@ int32_t CameraDSP::setEnhance(int32_t value, bool sendflag) {
   if (!isOnScale("setEnhance", value)) return dsp::kOutOfRange;
   const int32_t step = dsp::kEnhanceBands[dsp::bandIndex(dsp::kEnhanceBands, value)].step;
   TMX_LOG(LOG_DEBUG, "Enhance:in(%ld)set(%d)\n", long{value}, step);
-  return m_apply(frame::kEnhance, step, camera_row::ENHANCE, CTmxdUtility::longToString(value), sendflag);
+  return m_apply(frame::kEnhance, step, camera_row::ENHANCE, std::to_string(value), sendflag);
 }
 
 int32_t CameraDSP::stepEnhance(std::string_view step) {
@@ -57,8 +56,8 @@ int32_t CameraDSP::stepEnhance(std::string_view step) {
 
 int32_t CameraDSP::setPedestal(int32_t value, bool sendflag) {
   if (!isOnScale("setPedestal", value)) return dsp::kOutOfRange;
-  return m_apply(frame::kPedestal, value > dsp::kPedestalThreshold, camera_row::PEDESTAL,
-                 CTmxdUtility::longToString(value), sendflag);
+  return m_apply(frame::kPedestal, value > dsp::kPedestalThreshold, camera_row::PEDESTAL, std::to_string(value),
+                 sendflag);
 }
 
 int32_t CameraDSP::stepPedestal(std::string_view step) {

@@ -3,16 +3,16 @@
 #include "config/Config.h"
 #include "dsp/CameraDSP.h"
 #include "request/Log.h"
-#include "service/CTmxdUtility.h"
+#include "service/Numbers.h"
 
 namespace {
 
 int32_t storedValue(int32_t row) {
-  return CTmxdUtility::toLong(CUserConfig::getInstance()->getScpServiceConfig(row), 0);
+  return parseNumber(CUserConfig::getInstance()->getScpServiceConfig(row)).value_or(0);
 }
 
 void storeValue(int32_t row, int32_t value) {
-  CUserConfig::getInstance()->setScpServiceConfig(row, CTmxdUtility::longToString(value));
+  CUserConfig::getInstance()->setScpServiceConfig(row, std::to_string(value));
 }
 
 int32_t checkValue(const dsp::ServiceItem& item, int32_t value) {

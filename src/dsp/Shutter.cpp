@@ -5,7 +5,6 @@
 #include "dsp/Step.h"
 #include "dsp/Words.h"
 #include "request/Log.h"
-#include "service/CTmxdUtility.h"
 
 namespace frame = dsp::frame;
 namespace shutter = dsp::shutter;
@@ -61,7 +60,7 @@ int32_t CameraDSP::stepShutter(std::string_view step) {
 std::string CameraDSP::getShutterSpeedMode() const {
   std::string text;
   if (shutter::isManual(m_shutterMode)) {
-    text = CTmxdUtility::longToString(m_shutterSpeed);
+    text = std::to_string(m_shutterSpeed);
   } else {
     const auto* name = std::ranges::find(shutter::kNames, m_shutterMode, &dsp::Word::number);
     if (name != std::end(shutter::kNames)) text = name->text;
@@ -79,7 +78,7 @@ int32_t CameraDSP::setSenseuplimit(int32_t limit, bool sendflag) {
   const auto index = static_cast<int32_t>(found - dsp::kSenseupLimits.begin());
   TMX_LOG(LOG_DEBUG, "shutter[ mode(%x) speed(%d) fastlimit(%d) shutterlimit[%d] ", m_frames.get(frame::kShutterMode),
           m_frames.get(frame::kShutterSpeed), m_frames.get(frame::kShutterFastLimit), index);
-  return m_apply(frame::kSenseupLimit, index, camera_row::SENSEUP_LIMIT, CTmxdUtility::longToString(limit), sendflag);
+  return m_apply(frame::kSenseupLimit, index, camera_row::SENSEUP_LIMIT, std::to_string(limit), sendflag);
 }
 
 int32_t CameraDSP::stepSenseuplimit(std::string_view step) {

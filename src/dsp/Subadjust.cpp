@@ -3,7 +3,7 @@
 #include "config/Config.h"
 #include "dsp/CameraDSP.h"
 #include "request/Log.h"
-#include "service/CTmxdUtility.h"
+#include "service/Numbers.h"
 
 namespace frame = dsp::frame;
 
@@ -91,7 +91,7 @@ int32_t CameraDSP::getWhiteBalanceSubadjust() {
 
 int32_t CameraDSP::m_sendStoredPoint(int32_t redRow, int32_t blueRow) {
   for (const int32_t row : {redRow, blueRow}) {
-    const int32_t value = CTmxdUtility::toLong(CUserConfig::getInstance()->getCamdspConfig(row), 0);
+    const int32_t value = parseNumber(CUserConfig::getInstance()->getCamdspConfig(row)).value_or(0);
     if (setAdjust(row, value, true) < 0) return dsp::kSendFailed;
   }
   return dsp::kDone;

@@ -6,7 +6,6 @@
 #include "config/Config.h"
 #include "encoder/RangeSetup.h"
 #include "encoder/StoredNumber.h"
-#include "service/CTmxdUtility.h"
 
 namespace Encode {
 namespace {
@@ -39,9 +38,18 @@ int32_t RangeQuestion::setUp(EncodeRangeData& range) const {
   return result < 0 ? -status::kNotUnderstood : 0;
 }
 
+int32_t fetchRange(const Request& request, RangeGetter getter, std::string& text) {
+  const RangeQuestion question(request.selectors);
+  EncodeRangeData range;
+  const int32_t refused = question.setUp(range);
+  if (refused < 0) return refused;
+  text = (range.*getter)(question.channel);
+  return 0;
+}
+
 int32_t CRange::CQuality::fetch(const Request& request, std::string& text) {
   if (RangeQuestion(request.selectors).encoder != "jpeg") return -status::kNotUnderstood;
-  return RangeItem::fetch(request, text);
+  return fetchRange(request, &EncodeRangeData::getQualityRange, text);
 }
 
 int32_t CRange::CFramesize::fetch(const Request& request, std::string& text) {
@@ -58,7 +66,7 @@ std::string CRange::CFramerate::narrow(int32_t channel, const std::string& range
   if (!isLimited(channel, encode_row::RANGE_FRAMERATE_LIMIT)) return range;
   const Ends ends(range);
   const double rate = std::min<double>(storedDouble(stored(channel, encode_row::FRAME_RATE)), ends.high);
-  return ends.low + "-" + CTmxdUtility::longToString(cutToWhole(rate + 0.5));
+  return ends.low + "-" + std::to_string(cutToWhole(rate + 0.5));
 }
 
 std::string CRange::CIframeinterval::narrow(int32_t channel, const std::string& range) {
@@ -66,14 +74,7 @@ std::string CRange::CIframeinterval::narrow(int32_t channel, const std::string& 
   const Ends ends(range);
   // The first channel's interval ends the range of all channels.
   const int32_t interval = std::min(storedInteger(stored(1, encode_row::IFRAME_INTERVAL)), ends.high);
-  return ends.low + "-" + CTmxdUtility::longToString(interval);
-}
-
-void keepInOtherChannels(int32_t row, const std::string& text) {
-  for (int32_t channel = 1; channel < CEncodeApiBase::kChannels; ++channel) {
-    CUserConfig::getInstance()->setEncodeConfig(channel, row, text);
-    Config::getInstance()->setEncodeConfig(channel, row, text);
-  }
+  return ends.low + "-" + std::to_string(interval);
 }
 
 }  // namespace Encode

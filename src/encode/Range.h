@@ -5,25 +5,22 @@
 
 #include "encode/CEncodeApiBase.h"
 #include "encoder/EncodeRangeData.h"
-#include "tree/Leaf.h"
 
 /** What one encoder channel may be set to while the two others do what they do. */
 namespace Encode {
 
 /** The selector is the encoder in question, or the encoder and the frame size, "jpeg,1280x720". */
-class CRange : public Leaf<CRange, CEncodeApiBase> {
- public:
-  using Leaf::Leaf;
+struct CRange : CEncodeApiBase {
   static constexpr Selector selector{
       .empty = status::kNotUnderstood,
       .takes = SelectorWord{.words = Words{"jpeg", "h264high", "h264baseline"}, .firstPartOnly = true}};
-  class CQuality;
-  class CFramesize;
-  class CFramerate;
-  class CBitrate;
-  class CIframeinterval;
-  class CFramerateLimit;
-  class CIframeintervalLimit;
+  struct CQuality;
+  struct CFramesize;
+  struct CFramerate;
+  struct CBitrate;
+  struct CIframeinterval;
+  struct CFramerateLimit;
+  struct CIframeintervalLimit;
 };
 
 /** The question that a path asks. */
@@ -38,82 +35,69 @@ struct RangeQuestion {
   std::string framesize;
 };
 
-/** A range by its getter. `Derived` may state `narrow(channel, text)`, which changes the range before it is shown. */
-template <class Derived, std::string (EncodeRangeData::*Getter)(int32_t)>
-class RangeItem : public Leaf<Derived, CEncodeApiBase> {
- public:
-  using Leaf<Derived, CEncodeApiBase>::Leaf;
-  int32_t fetch(const Request& request, std::string& text) {
-    const RangeQuestion question(request.selectors);
-    EncodeRangeData range;
-    const int32_t refused = question.setUp(range);
-    if (refused < 0) return refused;
-    text = (range.*Getter)(question.channel);
-    if constexpr (requires { Derived::narrow(question.channel, text); }) text = Derived::narrow(question.channel, text);
-    return 0;
+using RangeGetter = std::string (EncodeRangeData::*)(int32_t);
+[[nodiscard]] int32_t fetchRange(const Request& request, RangeGetter getter, std::string& text);
+
+/** Rule::fetch of a range by its getter; `Narrow` may change the range of a channel before it is shown. */
+template <RangeGetter Getter, std::string (*Narrow)(int32_t, const std::string&) = nullptr>
+int32_t range(const Request& request, std::string& text) {
+  const int32_t refused = fetchRange(request, Getter, text);
+  if constexpr (Narrow != nullptr) {
+    if (refused == 0) text = Narrow(CEncodeApiBase::m_getChannel(request.selectors), text);
   }
-};
+  return refused;
+}
 
-class CRange::CQuality : public RangeItem<CQuality, &EncodeRangeData::getQualityRange> {
- public:
-  using RangeItem::RangeItem;
+struct CRange::CQuality : CEncodeApiBase {
   /** Only jpeg pictures have a size. */
-  int32_t fetch(const Request& request, std::string& text);
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{.fetch = fetch};
 };
 
-class CRange::CFramesize : public Leaf<CFramesize, CEncodeApiBase> {
- public:
-  using Leaf::Leaf;
-  int32_t fetch(const Request& request, std::string& text);
+struct CRange::CFramesize : CEncodeApiBase {
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{.fetch = fetch};
 };
 
-class CRange::CFramerate : public RangeItem<CFramerate, &EncodeRangeData::getFramerateRange> {
- public:
-  using RangeItem::RangeItem;
-  static std::string narrow(int32_t channel, const std::string& range);
+struct CRange::CFramerate : CEncodeApiBase {
+  static std::string narrow(int32_t channel, const std::string& text);
+  static constexpr Rule rule{.fetch = range<&EncodeRangeData::getFramerateRange, narrow>};
 };
 
-class CRange::CBitrate : public RangeItem<CBitrate, &EncodeRangeData::getBitrateRange> {
- public:
-  using RangeItem::RangeItem;
+struct CRange::CBitrate : CEncodeApiBase {
+  static constexpr Rule rule{.fetch = range<&EncodeRangeData::getBitrateRange>};
 };
 
-class CRange::CIframeinterval : public RangeItem<CIframeinterval, &EncodeRangeData::getIframeintervalRange> {
- public:
-  using RangeItem::RangeItem;
-  static std::string narrow(int32_t channel, const std::string& range);
+struct CRange::CIframeinterval : CEncodeApiBase {
+  static std::string narrow(int32_t channel, const std::string& text);
+  static constexpr Rule rule{.fetch = range<&EncodeRangeData::getIframeintervalRange, narrow>};
 };
 
-/** Keeps a text in the channels 2 and 3. */
-void keepInOtherChannels(int32_t row, const std::string& text);
+/** The same row of the channels 2 and 3. */
+template <encode_row::Row Number>
+std::vector<Cell> inOtherChannels(const Selectors& /*selectors*/) {
+  return {{.row = Number, .table = 1}, {.row = Number, .table = 2}};
+}
 
-/** Whether a range ends at what is now configured: one answer for all channels, kept in each of them. */
-template <class Derived, int32_t Row>
-class RangeLimit : public Leaf<Derived, CEncodeApiBase> {
- public:
-  using Leaf<Derived, CEncodeApiBase>::Leaf;
-  static constexpr Rule rule{
+/** The rule of whether a range ends at what is now configured: one answer for all channels, kept in each of them. */
+template <encode_row::Row Number>
+constexpr Rule rangeLimit() {
+  return {
       .accepts = Words{"on", "off"},
-      .place = {.family = Family::Encode, .row = Row},
+      .place = {Number, nullptr, inOtherChannels<Number>},
       .keeps = Keeps::InMemory,
       .unchanged = Unchanged::BeforeTest,
       .compares = Image::User,
-      .answers = CEncodeApiBase::kSaveHint,
+      .answers = kSaveHint,
   };
-  int32_t act(Request& request) {
-    keepInOtherChannels(Row, request.value);
-    return 0;
-  }
+}
+
+struct CRange::CFramerateLimit : CEncodeApiBase {
+  static constexpr Rule rule = rangeLimit<encode_row::RANGE_FRAMERATE_LIMIT>();
 };
 
-class CRange::CFramerateLimit : public RangeLimit<CFramerateLimit, encode_row::RANGE_FRAMERATE_LIMIT> {
- public:
-  using RangeLimit::RangeLimit;
-};
-
-class CRange::CIframeintervalLimit : public RangeLimit<CIframeintervalLimit, encode_row::RANGE_IFRAMEINTERVAL_LIMIT> {
- public:
-  using RangeLimit::RangeLimit;
+struct CRange::CIframeintervalLimit : CEncodeApiBase {
+  static constexpr Rule rule = rangeLimit<encode_row::RANGE_IFRAMEINTERVAL_LIMIT>();
 };
 
 }  // namespace Encode

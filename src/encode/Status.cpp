@@ -25,13 +25,13 @@ constexpr EncodedDestination kEncodedDestinations[] = {
     {1, network_row::DEST1}, {2, network_row::DEST2}, {3, network_row::DEST3}, {5, network_row::DEST5}};
 
 void tellDestination(int32_t number, const std::string& command) {
-  const std::string path = "network.destination(" + CTmxdUtility::longToString(number) + ").";
+  const std::string path = "network.destination(" + std::to_string(number) + ").";
   execApiCommandInternal(path + command, nullptr, user_class::kAdministrator, content_type::kPlain);
 }
 
 }  // namespace
 
-int32_t CStatus::act(Request& request) {
+int32_t CStatus::save(Request& request) {
   if (!m_isEncodeConfigChanged()) return 0;
   const Destinations stopped = m_stopDestinations();
   const int32_t result = m_commit(request.parameter.getUserType() == user_class::kOnvif);
@@ -87,7 +87,7 @@ bool CStatus::m_isEncodeConfigChanged() {
 CStatus::Destinations CStatus::m_stopDestinations() {
   Destinations stopped;
   for (const EncodedDestination& destination : kEncodedDestinations) {
-    const std::string state = Config::getInstance()->getNetworkConfig(destination.status);
+    const std::string state = Config::getInstance()->get(destination.status);
     if (state.find("on") == std::string::npos) continue;
     tellDestination(destination.number, "status=stop");
     stopped.push_back(destination.number);
@@ -115,7 +115,7 @@ int32_t CStatus::m_saveEncodeConfig() {
 
 /** It reads its profiles at its start, and is started anew when it has gone. */
 void CStatus::m_stopOnvifService() {
-  if (Config::getInstance()->getNetworkConfig(network_row::ONVIF_SERVER_STATUS) != "on") return;
+  if (Config::getInstance()->get(network_row::ONVIF_SERVER_STATUS) != "on") return;
   const pid_t pid = CommonInterface::readPid("/var/run/nvt_apld.pid");
   if (pid > 0) kill(pid, SIGTERM);
 }

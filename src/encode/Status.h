@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "encode/CEncodeApiBase.h"
-#include "tree/Leaf.h"
+#include "tree/Node.h"
 
 class CameraDSP;
 
@@ -21,11 +21,9 @@ namespace Encode {
  * The steps give 0 or more, or a negated status. Status.cpp has the commit, StatusChecks.cpp decides whether the staged
  * values go together, StatusApply.cpp brings them to the encoders and to what depends on them.
  */
-class CStatus : public Leaf<CStatus, CEncodeApiBase> {
- public:
-  using Leaf::Leaf;
-  static constexpr Rule rule{.accepts = Words{"save"}, .place = ofChannel(encode_row::ENC_STATUS)};
-  int32_t act(Request& request);
+struct CStatus : CEncodeApiBase {
+  static int32_t save(Request& request);
+  static constexpr Rule rule{.commands = {{{"save", save}}}, .place = ofChannel(encode_row::ENC_STATUS)};
 
  private:
   /** The numbers of network destinations. */

@@ -1,6 +1,5 @@
 // Brings the settings of the channels to the encoders and to what depends on them.
 
-#include <cassert>
 #include <string>
 
 #include "camera/CCameraApiBase.h"
@@ -20,19 +19,13 @@ namespace {
 
 /** Above 15 frames per second noise reduction is off; the stored level waits for the rates to fall. */
 uint32_t noiseReductionLevel() {
-  if (Encoder::countHighRateChannels() != 0) {
+  if (Encoder::countHighRateChannels() > 0) {
     TMX_LOG(LOG_DEBUG, "change highrate -> off set ");
     return 0;
   }
   TMX_LOG(LOG_DEBUG, "change 15fps -> reload  set ");
   const std::string level = Config::getInstance()->getCameraConfig(camera_row::DNR_3D);
   return static_cast<uint32_t>(dsp::numberOf(dsp::words::kNoiseReduction, level).value_or(0));
-}
-
-CameraDSP& cameraDsp() {
-  CameraDSP* dsp = getCameraDsp();
-  assert(dsp != nullptr);  // clients are served when the whole tree stands
-  return *dsp;
 }
 
 }  // namespace
@@ -44,13 +37,13 @@ void CStatus::m_encodeHighRateConbinationSet() { cameraDsp().set3ddnr(noiseReduc
 void CStatus::m_followAnalogOutput() {
   Config& config = *Config::getInstance();
   if (isAnalogOutputPossible()) {
-    static_cast<void>(CTmxdUtility::setSdkAnalogoutMode(config.getVideoConfig(video_row::VIDEO_OUTPUT)));
+    static_cast<void>(CTmxdUtility::setSdkAnalogoutMode(config.get(video_row::VIDEO_OUTPUT)));
     return;
   }
   static_cast<void>(CTmxdUtility::setSdkAnalogoutMode("off"));
-  config.setVideoConfig(video_row::VIDEO_OUTPUT, "off");
-  CUserConfig::getInstance()->setVideoConfig(video_row::VIDEO_OUTPUT, "off");
-  config.saveVideoConfig();
+  config.set(video_row::VIDEO_OUTPUT, "off");
+  CUserConfig::getInstance()->set(video_row::VIDEO_OUTPUT, "off");
+  config.save(Family::Video);
 }
 
 int32_t CStatus::m_encodeSetDataToSdkcontroler() {

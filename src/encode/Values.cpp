@@ -9,6 +9,7 @@
 #include "encoder/StoredNumber.h"
 #include "request/Log.h"
 #include "service/CTmxdUtility.h"
+#include "service/Numbers.h"
 #include "service/Session.h"
 
 namespace Encode {
@@ -27,13 +28,6 @@ std::string userText(const Request& request, int32_t row) {
 void stage(const Request& request, int32_t row, const std::string& value) {
   CUserConfig::getInstance()->setEncodeConfig(channelIndex(request), row, value);
   Config::getInstance()->setEncodeConfig(channelIndex(request), row, value);
-}
-
-/** A whole text that is a decimal number. */
-bool toNumber(const std::string& text, int32_t& number) {
-  int32_t error = 0;
-  number = CTmxdUtility::toLong(text, 0, &error);
-  return error == 0 && !text.empty();
 }
 
 std::vector<SessionSlot> liveSessions(const Session& daemon) {
@@ -88,7 +82,7 @@ int32_t CType::act(Request& request) {
   }
   const bool isOff = configText(request, encode_row::ENC_STATUS) == "off";
   const bool isSame = configText(request, encode_row::ENCTYPE_CH) == request.value;
-  if (isSame && !isOff) return kAlreadyInForce;
+  if (isSame && !isOff) return kNothingWaits;
   stage(request, encode_row::ENC_STATUS, "on");
   if (!isSame) stage(request, encode_row::ENCTYPE_CH, request.value);
   return 0;
@@ -98,18 +92,10 @@ int32_t CFramesize::checkSize(Request& request) {
   return Config::isFramesize(request.value) == 1 ? 0 : -status::kNotUnderstood;
 }
 
-int32_t CFramerate::checkRate(Request& request) {
-  int32_t error = 0;
-  const float rate = CTmxdUtility::toFloat(request.value, 0, &error);
-  if (error != 0) return -status::kNotUnderstood;
-  TMX_LOG(LOG_DEBUG, "set frame(%f)", static_cast<double>(rate));
-  return rate < 1.0F || rate > 30.0F ? -status::kInvalidRange : 0;
-}
-
 int32_t CFramerate::act(Request& request) {
-  const float rate = CTmxdUtility::toFloat(request.value, 0);
+  const float rate = parseFloat(request.value).value_or(0);
   const bool isJpeg = userText(request, encode_row::ENCTYPE_CH) == "jpeg";
-  request.value = CTmxdUtility::doubleToString(toGrid(rate, isJpeg));
+  request.value = doubleToString(toGrid(rate, isJpeg));
   TMX_LOG(LOG_DEBUG, "set frame(%s) in(%f)", request.value.c_str(), static_cast<double>(rate));
   return 0;
 }
@@ -117,8 +103,10 @@ int32_t CFramerate::act(Request& request) {
 int32_t CBitrate::checkRate(Request& request) {
   constexpr int32_t kLowest = 64'000;
   constexpr int32_t kHighest = 8'000'000;
-  if (!toNumber(request.value, request.number)) return -status::kNotUnderstood;
-  if (request.number < kLowest || request.number > kHighest) return -status::kInvalidRange;
+  const auto rate = parseNumber(request.value);
+  if (!rate) return -status::kNotUnderstood;
+  if (*rate < kLowest || *rate > kHighest) return -status::kInvalidRange;
+  request.number = *rate;
   return fitsBudget(request, bitrate_budget::checkForStream) ? 0 : -status::kNotEnoughBandwidth;
 }
 
@@ -129,10 +117,12 @@ int32_t CQuality::checkSize(Request& request) {
   const size_t end = std::min(request.value.find_first_not_of("-0123456789"), request.value.size());
   const bool hasUnit = end < request.value.size();
   if (hasUnit && request.value[end] != 'k' && request.value[end] != 'K') return -status::kNotUnderstood;
-  if (!toNumber(request.value.substr(0, end), request.number)) return -status::kNotUnderstood;
+  const auto size = parseNumber(std::string_view(request.value).substr(0, end));
+  if (!size) return -status::kNotUnderstood;
+  request.number = *size;
   if (!fitsBudget(request, bitrate_budget::checkForJpeg)) return -status::kNotEnoughBandwidth;
   if (request.number < kSmallest || request.number > kLargest) return -status::kInvalidRange;
-  request.value = CTmxdUtility::longToString(request.number);
+  request.value = std::to_string(request.number);
   return 0;
 }
 

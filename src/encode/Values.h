@@ -4,73 +4,66 @@
 #include <string>
 
 #include "encode/CEncodeApiBase.h"
-#include "tree/Leaf.h"
 
 /** The settings of one encoder channel; each write is staged until `encode.status=save`. */
 namespace Encode {
 
 /** The codec, or "off" for a channel that is not encoded; a channel that is off keeps its codec for the next "on". */
-class CType : public Leaf<CType, CEncodeApiBase> {
- public:
-  using Leaf::Leaf;
+struct CType : CEncodeApiBase {
+  static int32_t act(Request& request);
+  static int32_t fetch(const Request& request, std::string& text);
   static constexpr Rule rule{
       .accepts = Words{"jpeg", "mpeg4", "h264baseline", "h264high", "off"},
       .place = ofChannel(encode_row::ENCTYPE_CH),
+      .act = act,
+      .fetch = fetch,
       .answers = kSaveHint,
   };
-  int32_t fetch(const Request& request, std::string& text);
-  int32_t act(Request& request);
 };
 
-class CFramesize : public Leaf<CFramesize, CEncodeApiBase> {
- public:
-  using Leaf::Leaf;
+struct CFramesize : CEncodeApiBase {
   static int32_t checkSize(Request& request);
-  static constexpr Rule rule = stagedRule(Test{checkSize}, encode_row::FRAME_SIZE);
+  static constexpr Rule rule = staged(Test{checkSize}, encode_row::FRAME_SIZE);
 };
 
 /** Frames per second, 1 to 30, put to the nearest rate below that the encoder has. */
-class CFramerate : public Leaf<CFramerate, CEncodeApiBase> {
- public:
-  using Leaf::Leaf;
-  static int32_t checkRate(Request& request);
-  static constexpr Rule rule = stagedRule(Test{checkRate}, encode_row::FRAME_RATE);
-  int32_t act(Request& request);
+struct CFramerate : CEncodeApiBase {
+  static int32_t act(Request& request);
+  static constexpr Rule rule = staged(Decimal{.low = 1, .high = 30}, encode_row::FRAME_RATE, act);
 };
 
 /** Bits per second, within the budget of the live sessions. */
-class CBitrate : public Leaf<CBitrate, CEncodeApiBase> {
- public:
-  using Leaf::Leaf;
+struct CBitrate : CEncodeApiBase {
   static int32_t checkRate(Request& request);
-  static constexpr Rule rule = stagedRule(Test{checkRate}, encode_row::BITRATE);
+  static constexpr Rule rule = staged(Test{checkRate}, encode_row::BITRATE);
 };
 
 /** The size of a jpeg picture in kilobytes, within the budget of the live sessions; a write may carry the unit too. */
-class CQuality : public Leaf<CQuality, CEncodeApiBase> {
- public:
-  using Leaf::Leaf;
+struct CQuality : CEncodeApiBase {
   static int32_t checkSize(Request& request);
-  static constexpr Rule rule = stagedRule(Test{checkSize}, encode_row::QUALITY, {.suffix = "k"});
-  int32_t fetch(const Request& request, std::string& text);
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{
+      .accepts = Test{checkSize},
+      .place = ofChannel(encode_row::QUALITY),
+      .fetch = fetch,
+      .keeps = Keeps::InMemory,
+      .unchanged = Unchanged::AfterTest,
+      .compares = Image::User,
+      .shows = {.suffix = "k"},
+      .answers = kSaveHint,
+  };
 };
 
-class CIframeinterval : public Leaf<CIframeinterval, CEncodeApiBase> {
- public:
-  using Leaf::Leaf;
-  static constexpr Rule rule = stagedRule(Number{.low = 1, .high = 255}, encode_row::IFRAME_INTERVAL);
+struct CIframeinterval : CEncodeApiBase {
+  static constexpr Rule rule = staged(Number{.low = 1, .high = 255}, encode_row::IFRAME_INTERVAL);
 };
 
 /** Which mode fits which codec is asked when the staged values are taken over. */
-class CCbrMode : public Leaf<CCbrMode, CEncodeApiBase> {
- public:
-  using Leaf::Leaf;
-  static constexpr Rule rule = stagedRule(Words{"vfs", "afs", "vbr", "cbr"}, encode_row::CBR_MODE);
+struct CCbrMode : CEncodeApiBase {
+  static constexpr Rule rule = staged(Words{"vfs", "afs", "vbr", "cbr"}, encode_row::CBR_MODE);
 };
 
-class CSource : public Leaf<CSource, CEncodeApiBase> {
- public:
-  using Leaf::Leaf;
+struct CSource : CEncodeApiBase {
   static constexpr Rule rule{.shows = {.fixed = "camera"}};
 };
 

@@ -55,7 +55,7 @@ class Encoder {
   /** The aspect that all active channels share; 16:9 when none is active. */
   [[nodiscard]] static int32_t getAspectRatioStatus();
   [[nodiscard]] static int32_t setAspectRatioStatus();
-  /** Minus the number of active channels above 15 frames per second. */
+  /** How many active channels run above 15 frames per second. */
   [[nodiscard]] static int32_t countHighRateChannels();
 
   /** Tells every channel's settings to the recorder and has it restart: 200, or -500 when the last command failed. */

@@ -75,5 +75,5 @@ int32_t Encoder::countHighRateChannels() {
   for (int32_t channel = 0; channel < kChannels; ++channel) {
     if (isActive(channel) && storedDouble(staged(channel, encode_row::FRAME_RATE)) > 15.0) ++count;
   }
-  return -count;
+  return count;
 }

@@ -20,7 +20,7 @@ int32_t encoderRangeInfoSetup(EncodeRangeData& range, const Config& config, cons
   for (int32_t other = 1; other <= 3; ++other) {
     if (other != attr && !recordOther(range, config, attr, other)) return -1;
   }
-  range.setAnalogOutPutOn(config.getVideoConfig(video_row::VIDEO_OUTPUT) == "on");
+  range.setAnalogOutPutOn(config.get(video_row::VIDEO_OUTPUT) == "on");
   TMX_LOG(LOG_DEBUG, "SetEncoder(%s,%s)", encoder.c_str(), "on");
   if (!range.SetEncoder(encoder, "on")) return -1;
   TMX_LOG(LOG_DEBUG, "range->SetResolution(%s)", resolution.c_str());

@@ -5,18 +5,18 @@
 #include "tree/Selector.h"
 
 int32_t CAudioMan::init() {
-  add<Audio::CInput>("input", kBranch);
+  add<Audio::CInput>("input");
   add<Audio::CInput::CHalfduplex>("input.halfduplex", "RWRWR-");
-  add<Audio::CInput::CPowersupply>("input.powersupply", kBranch);
+  add<Audio::CInput::CPowersupply>("input.powersupply");
   add<Audio::CInput::CPowersupply::CStatus>("input.powersupply.status", "RWRWR-");
   add<Audio::CInput::CGain>("input.gain", "RWRWR-");
-  add<Audio::CInput::CDetection>("input.detection", kBranch);
+  add<Audio::CInput::CDetection>("input.detection");
   add<Audio::CInput::CDetection::CStatus>("input.detection.status", "RWRWR-");
   add<Audio::CInput::CDetection::CLevel>("input.detection.level", "RWRWR-");
   add<Audio::CInput::CDetection::CTemporal>("input.detection.temporal", "RWRWR-");
   add<Audio::CInput::CLoopback>("input.loopback", "RW----");
 
-  add<Audio::COutput>("output", kBranch);
+  add<Audio::COutput>("output");
   add<Audio::COutput::CVolume>("output.volume", "RWRWR-");
   return 0;
 }

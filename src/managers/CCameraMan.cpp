@@ -27,25 +27,25 @@ int32_t CCameraMan::init() {
   add<Camera::CId>("id", "RWRWR-");
   add<Camera::CId>("comment", "RWRWR-");
 
-  add<Camera::CDefectDetect>("defect_detect", kBranch);
-  add<Camera::CDefectDetect::CStatic>("defect_detect.static", kBranch);
+  add<Camera::CDefectDetect>("defect_detect");
+  add<Camera::CDefectDetect::CStatic>("defect_detect.static");
   add<Camera::CDefectDetect::CStatic::CAdjust>("defect_detect.static.adjust", "RWRWR-");
   add<Camera::CDefectDetect::CStatic::CStatus>("defect_detect.static.status", "RWRWR-");
   add<Camera::CDefectDetect::CStatic::CAdjustDetail>("defect_detect.static.adjust_detail", "R-R-R-");
-  add<Camera::CDefectDetect::CDynamic>("defect_detect.dynamic", kBranch);
-  add<Camera::CDefectDetect::CDynamic::CStatus>("defect_detect.dynamic.status", kBranch);
+  add<Camera::CDefectDetect::CDynamic>("defect_detect.dynamic");
+  add<Camera::CDefectDetect::CDynamic::CStatus>("defect_detect.dynamic.status");
 
-  add<Camera::CFpn>("fpn", kBranch);
+  add<Camera::CFpn>("fpn");
   add<Camera::CFpn::CAdjust>("fpn.adjust", "RWRWR-");
   add<Camera::CFpn::CAdjustDetail>("fpn.adjust_detail", "R-R-R-");
   add<Camera::CFpn::CNum>("fpn.num", "R-R-R-");
 
-  add<Camera::CPrivateMask>("private_mask", kBranch);
+  add<Camera::CPrivateMask>("private_mask");
   add<Camera::CPrivateMask::CStatus>("private_mask.status", "RWRWR-");
   add<Camera::CPrivateMask::CColor>("private_mask.color", "RWRWR-");
   add<Camera::CPrivateMask::CArea>("private_mask.area", "RWRWR-");
 
-  add<Camera::CDetection>("detection", kBranch);
+  add<Camera::CDetection>("detection");
   add<Camera::CDetection::CStatus>("detection.status", "RWRWR-");
   add<Camera::CDetection::CArea>("detection.area", "RWRWR-");
   add<Camera::CDetection::CLevel>("detection.level", "RWRWR-");
@@ -63,19 +63,19 @@ int32_t CCameraMan::init() {
   add<Camera::CFocus::CFinefocus>("focus.finefocus", "RWR-R-");
   add<Camera::CFocus::CNightfocus>("focus.nightfocus", "RWR-R-");
   add<Camera::CFocus::CAbfPos>("focus.abf_pos", "-W----");
-  add<Camera::CFocus::CGpiofrom>("focus.gpiofrom", kBranch);
+  add<Camera::CFocus::CGpiofrom>("focus.gpiofrom");
   add<Camera::CFocus::CGpiofrom::CIcrStatus>("focus.gpiofrom.icr_status", "-W----");
   add<Camera::CFocus::CGpiofrom::CStatus>("focus.gpiofrom.status", "-W----");
   add<Camera::CFocus::CGpiofrom::CCheckStatus>("focus.gpiofrom.check_status", "-W----");
-  add<Camera::CFocus::CDate>("focus.date", kBranch);
+  add<Camera::CFocus::CDate>("focus.date");
   add<Camera::CFocus::CDate::CStatus>("focus.date.status", "R-----");
-  add<Camera::CFocus::CAssist>("focus.assist", kBranch);
+  add<Camera::CFocus::CAssist>("focus.assist");
   add<Camera::CFocus::CAssist::CStatus>("focus.assist.status", "RWRWR-");
 
-  add<Camera::CFocus::CAssist>("focusassist", kBranch);
+  add<Camera::CFocus::CAssist>("focusassist");
   add<Camera::CFocus::CAssist::CStatus>("focusassist.status", "RWRWR-");
 
-  add<Camera::CMotion>("motion", kBranch);
+  add<Camera::CMotion>("motion");
   add<Camera::CMotion::CClickoncenter>("motion.clickoncenter", "-W-W--");
   add<Camera::CMotion::CPan>("motion.pan", "RWRWR-");
   add<Camera::CMotion::CPan::CStatus>("motion.pan.status", "RWRWR-");
@@ -90,35 +90,35 @@ int32_t CCameraMan::init() {
   add<Camera::CMotion::CZoom::CMode>("motion.zoom.mode", "RWRWR-");
   add<Camera::CMotion::CZoom::CSpeed>("motion.zoom.speed", "RWRWR-");
   add<Camera::CMotion::CAbszoom>("motion.abszoom", "RWRWR-");
-  add<Camera::CMotion::CPosition>("motion.position", kBranch);
+  add<Camera::CMotion::CPosition>("motion.position");
   add<Camera::CMotion::CPosition::CSpeed>("motion.position.speed", "RWRWR-");
-  add<Camera::CMotion::CAutoPatrol>("motion.auto_patrol", kBranch);
+  add<Camera::CMotion::CAutoPatrol>("motion.auto_patrol");
   add<Camera::CMotion::CAutoPatrol::CStatus>("motion.auto_patrol.status", "RWRWR-");
   add<Camera::CMotion::CAutoPatrol::CPosition>("motion.auto_patrol.position", "RWRWR-");
   add<Camera::CMotion::CAutoPatrol::CPosition::CDuration>("motion.auto_patrol.position.duration", "RWRWR-");
   add<Camera::CMotion::CAutoPatrol::CPosition::CSpeed>("motion.auto_patrol.position.speed", "RWRWR-");
-  add<Camera::CMotion::CAutoReturn>("motion.auto_return", kBranch);
+  add<Camera::CMotion::CAutoReturn>("motion.auto_return");
   add<Camera::CMotion::CAutoReturn::CStatus>("motion.auto_return.status", "RWRWR-");
   add<Camera::CMotion::CAutoReturn::CMode>("motion.auto_return.mode", "RWRWR-");
   add<Camera::CMotion::CAutoReturn::CTimeout>("motion.auto_return.timeout", "RWRWR-");
 
-  add<Camera::CPosition>("position", kBranch);
+  add<Camera::CPosition>("position");
   add<Camera::CPosition::CStatus>("position.status", "RWRWR-");
   add<Camera::CPosition::CPan>("position.pan", "R-R-R-");
   add<Camera::CPosition::CTilt>("position.tilt", "R-R-R-");
   add<Camera::CPosition::CZoom>("position.zoom", "R-R-R-");
   add<Camera::CPosition::CComment>("position.comment", "RWRWRW");
 
-  add<Camera::CImage>("image", kBranch);
-  add<Camera::CImage::CTrueDaynight>("image.true_daynight", kBranch);
+  add<Camera::CImage>("image");
+  add<Camera::CImage::CTrueDaynight>("image.true_daynight");
   add<Camera::CImage::CTrueDaynight::CIrCounter>("image.true_daynight.ir_counter", "RWRWR-");
   add<Camera::CImage::CTrueDaynight::CLedCounter>("image.true_daynight.led_counter", "RWRWR-");
-  add<Camera::CImage::CWhiteBalance>("image.white_balance", kBranch);
+  add<Camera::CImage::CWhiteBalance>("image.white_balance");
   add<Camera::CImage::CWhiteBalance::CArea>("image.white_balance.area", "RWRWR-");
 
-  add<Camera::CScene>("scene", kBranch);
+  add<Camera::CScene>("scene");
   add<Camera::CScene::CStatus>("scene.status", "RWRWR-");
-  add<Camera::CScene::CImage>("scene.image", kBranch);
+  add<Camera::CScene::CImage>("scene.image");
   add<Camera::CScene::CImage::CColor>("scene.image.color", "RWRWR-");
   add<Camera::CScene::CImage::CGamma>("scene.image.gamma", "RWRWR-");
   add<Camera::CScene::CImage::CBrightness>("scene.image.brightness", "RWRWR-");
@@ -138,11 +138,11 @@ int32_t CCameraMan::init() {
   add<Camera::CScene::CImage::CBlc>("scene.image.blc", "RWRWR-");
   add<Camera::CScene::CImage::CBlc::CArea>("scene.image.blc.area", "RWRWR-");
   add<Camera::CScene::CShutter>("scene.shutter", "RWRWR-");
-  add<Camera::CScene::CAutoExposure>("scene.auto_exposure", kBranch);
+  add<Camera::CScene::CAutoExposure>("scene.auto_exposure");
   add<Camera::CScene::CAutoExposure::CReference>("scene.auto_exposure.reference", "RWRWR-");
   add<Camera::CScene::CAutoExposure::CReferenceExt>("scene.auto_exposure.reference_ext", "RWRWR-");
   add<Camera::CScene::CAutoExposure::CPriority>("scene.auto_exposure.priority", "RWRWR-");
-  add<Camera::CScene::CAutoExposure::CAvPk>("scene.auto_exposure.av_pk", kBranch);
+  add<Camera::CScene::CAutoExposure::CAvPk>("scene.auto_exposure.av_pk");
   add<Camera::CScene::CAutoExposure::CAvPk::CColor>("scene.auto_exposure.av_pk.color", "RWRWR-");
   add<Camera::CScene::CAutoExposure::CAvPk::CBlackWhite>("scene.auto_exposure.av_pk.black_white", "RWRWR-");
   add<Camera::CScene::CName>("scene.name", "R-R-R-");
@@ -150,12 +150,12 @@ int32_t CCameraMan::init() {
   add<Camera::CIris>("iris", "-W----");
   add<Camera::CIris::CLenstype>("iris.lenstype", "RWR-R-");
 
-  add<Camera::CDspadjust>("dspadjust", kBranch);
+  add<Camera::CDspadjust>("dspadjust");
   add<Camera::CDspadjust::CAdjustmode>("dspadjust.adjustmode", "RWR-R-");
   add<Camera::CDspadjust::CSubadjust>("dspadjust.subadjust", "RWR-R-");
-  add<Camera::CDspadjust::CIris>("dspadjust.iris", kBranch);
+  add<Camera::CDspadjust::CIris>("dspadjust.iris");
   add<Camera::CDspadjust::CIris::CEvref>("dspadjust.iris.evref", "RWR-R-");
-  add<Camera::CDspadjust::CAe>("dspadjust.ae", kBranch);
+  add<Camera::CDspadjust::CAe>("dspadjust.ae");
   add<Camera::CDspadjust::CAe::CArea>("dspadjust.ae.area", "RWRWR-");
   add<Camera::CDspadjust::CStaticNum>("dspadjust.static_num", "RWR-R-");
   add<Camera::CDspadjust::CPreWbNormr>("dspadjust.pre_wb_normr", "RWR-R-");
@@ -178,33 +178,33 @@ int32_t CCameraMan::init() {
   add<Camera::CDspadjust::CStatus>("dspadjust.status", "-W----");
   add<Camera::CDspadjust::CSensor>("dspadjust.sensor", "-W----");
 
-  add<Camera::CInternal>("internal", kBranch);
+  add<Camera::CInternal>("internal");
   add<Camera::CInternal::CData>("internal.data", "RWR-R-");
   add<Camera::CInternal::CDeviceid>("internal.deviceid", "-W----");
   add<Camera::CInternal::CAddress>("internal.address", "-W----");
 
-  add<Camera::CAdjustService>("adjust_service", kBranch);
-  add<Camera::CAdjustService::CAlc>("adjust_service.alc", kBranch);
+  add<Camera::CAdjustService>("adjust_service");
+  add<Camera::CAdjustService::CAlc>("adjust_service.alc");
   add<Camera::CAdjustService::CAlc::CSpeed>("adjust_service.alc.speed", "RWRWRW");
   add<Camera::CAdjustService::CAlc::CErrEn>("adjust_service.alc.err_en", "RWRWRW");
   add<Camera::CAdjustService::CAlc::CErrHigh>("adjust_service.alc.err_high", "RWRWRW");
   add<Camera::CAdjustService::CAlc::CErrLow>("adjust_service.alc.err_low", "RWRWRW");
   add<Camera::CAdjustService::CAlc::CRestart>("adjust_service.alc.restart", "RWRWRW");
   add<Camera::CAdjustService::CAlc::CDnHysteresis>("adjust_service.alc.dn_hysteresis", "RWRWRW");
-  add<Camera::CAdjustService::CIris>("adjust_service.iris", kBranch);
+  add<Camera::CAdjustService::CIris>("adjust_service.iris");
   add<Camera::CAdjustService::CIris::CStart>("adjust_service.iris.start", "RWRWRW");
   add<Camera::CAdjustService::CIris::CIntgain>("adjust_service.iris.intgain", "RWRWRW");
   add<Camera::CAdjustService::CIris::CProgain>("adjust_service.iris.progain", "RWRWRW");
   add<Camera::CAdjustService::CIris::CLimitHigh>("adjust_service.iris.limit_high", "RWRWRW");
   add<Camera::CAdjustService::CIris::CLimitLow>("adjust_service.iris.limit_low", "RWRWRW");
-  add<Camera::CAdjustService::CAtw>("adjust_service.atw", kBranch);
+  add<Camera::CAdjustService::CAtw>("adjust_service.atw");
   add<Camera::CAdjustService::CAtw::CSpeed>("adjust_service.atw.speed", "RWRWRW");
   add<Camera::CAdjustService::CAtw::CErrEn>("adjust_service.atw.err_en", "RWRWRW");
   add<Camera::CAdjustService::CAtw::CErrHigh>("adjust_service.atw.err_high", "RWRWRW");
   add<Camera::CAdjustService::CAtw::CErrLow>("adjust_service.atw.err_low", "RWRWRW");
   add<Camera::CAdjustService::CAtw::CRestart>("adjust_service.atw.restart", "RWRWRW");
-  add<Camera::CAdjustService::CRange>("adjust_service.atw.range", kBranch);
-  add<Camera::CAdjustService::CRange::CWide>("adjust_service.atw.range.wide", kBranch);
+  add<Camera::CAdjustService::CRange>("adjust_service.atw.range");
+  add<Camera::CAdjustService::CRange::CWide>("adjust_service.atw.range.wide");
   add<Camera::CAdjustService::CRange::CWide::CR>("adjust_service.atw.range.wide.r", "RWRWRW");
   add<Camera::CAdjustService::CRange::CWide::CB>("adjust_service.atw.range.wide.b", "RWRWRW");
   add<Camera::CAdjustService::CRange::CWide::CGLow>("adjust_service.atw.range.wide.g_low", "RWRWRW");
@@ -213,7 +213,7 @@ int32_t CCameraMan::init() {
   add<Camera::CAdjustService::CRange::CWide::CMgLow>("adjust_service.atw.range.wide.mg_low", "RWRWRW");
   add<Camera::CAdjustService::CRange::CWide::CMgNorm>("adjust_service.atw.range.wide.mg_norm", "RWRWRW");
   add<Camera::CAdjustService::CRange::CWide::CMgHigh>("adjust_service.atw.range.wide.mg_high", "RWRWRW");
-  add<Camera::CAdjustService::CRange::CNarrow>("adjust_service.atw.range.narrow", kBranch);
+  add<Camera::CAdjustService::CRange::CNarrow>("adjust_service.atw.range.narrow");
   add<Camera::CAdjustService::CRange::CNarrow::CR>("adjust_service.atw.range.narrow.r", "RWRWRW");
   add<Camera::CAdjustService::CRange::CNarrow::CB>("adjust_service.atw.range.narrow.b", "RWRWRW");
   add<Camera::CAdjustService::CRange::CNarrow::CGLow>("adjust_service.atw.range.narrow.g_low", "RWRWRW");
@@ -222,8 +222,8 @@ int32_t CCameraMan::init() {
   add<Camera::CAdjustService::CRange::CNarrow::CMgLow>("adjust_service.atw.range.narrow.mg_low", "RWRWRW");
   add<Camera::CAdjustService::CRange::CNarrow::CMgNorm>("adjust_service.atw.range.narrow.mg_norm", "RWRWRW");
   add<Camera::CAdjustService::CRange::CNarrow::CMgHigh>("adjust_service.atw.range.narrow.mg_high", "RWRWRW");
-  add<Camera::CAdjustService::CRange>("adjust_service.range", kBranch);
-  add<Camera::CAdjustService::CRange::CWide>("adjust_service.range.wide", kBranch);
+  add<Camera::CAdjustService::CRange>("adjust_service.range");
+  add<Camera::CAdjustService::CRange::CWide>("adjust_service.range.wide");
   add<Camera::CAdjustService::CRange::CWide::CR>("adjust_service.range.wide.r", "RWRWRW");
   add<Camera::CAdjustService::CRange::CWide::CB>("adjust_service.range.wide.b", "RWRWRW");
   add<Camera::CAdjustService::CRange::CWide::CGLow>("adjust_service.range.wide.g_low", "RWRWRW");
@@ -232,7 +232,7 @@ int32_t CCameraMan::init() {
   add<Camera::CAdjustService::CRange::CWide::CMgLow>("adjust_service.range.wide.mg_low", "RWRWRW");
   add<Camera::CAdjustService::CRange::CWide::CMgNorm>("adjust_service.range.wide.mg_norm", "RWRWRW");
   add<Camera::CAdjustService::CRange::CWide::CMgHigh>("adjust_service.range.wide.mg_high", "RWRWRW");
-  add<Camera::CAdjustService::CRange::CNarrow>("adjust_service.range.narrow", kBranch);
+  add<Camera::CAdjustService::CRange::CNarrow>("adjust_service.range.narrow");
   add<Camera::CAdjustService::CRange::CNarrow::CR>("adjust_service.range.narrow.r", "RWRWRW");
   add<Camera::CAdjustService::CRange::CNarrow::CB>("adjust_service.range.narrow.b", "RWRWRW");
   add<Camera::CAdjustService::CRange::CNarrow::CGLow>("adjust_service.range.narrow.g_low", "RWRWRW");
@@ -241,7 +241,7 @@ int32_t CCameraMan::init() {
   add<Camera::CAdjustService::CRange::CNarrow::CMgLow>("adjust_service.range.narrow.mg_low", "RWRWRW");
   add<Camera::CAdjustService::CRange::CNarrow::CMgNorm>("adjust_service.range.narrow.mg_norm", "RWRWRW");
   add<Camera::CAdjustService::CRange::CNarrow::CMgHigh>("adjust_service.range.narrow.mg_high", "RWRWRW");
-  add<Camera::CAdjustService::CLumx>("adjust_service.lumx", kBranch);
+  add<Camera::CAdjustService::CLumx>("adjust_service.lumx");
   add<Camera::CAdjustService::CLumx::CSpeed>("adjust_service.lumx.speed", "RWRWRW");
   add<Camera::CAdjustService::CLumx::CGain>("adjust_service.lumx.gain", "RWRWRW");
   add<Camera::CAdjustService::CInformation>("adjust_service.information", "R-----");
@@ -293,28 +293,27 @@ void CCameraMan::m_setGpioInitDone() {
 
 void CCameraMan::m_replayShutters() {
   for (int32_t scene = 0; scene < CCameraApiBase::kScenes; ++scene) {
-    m_replay("camera.scene(" + CTmxdUtility::longToString(scene) + ").shutter",
+    m_replay("camera.scene(" + std::to_string(scene) + ").shutter",
              Config::getInstance()->getSceneConfig(scene, scene_row::SHUTTER));
   }
 }
 
 void CCameraMan::m_replayMotion() {
-  const Config& config = *Config::getInstance();
-  m_replay("camera.motion.position.speed", config.getCameraConfig(camera_row::POSITION_SPEED));
-  const std::string returns = config.getCameraConfig(camera_row::RETURN_STATUS);
-  m_replay("camera.motion.auto_return.status", returns);
-  if (returns == "on") m_replay("camera.motion.auto_return.status=start");
-  m_replay("camera.motion.auto_return.mode", config.getCameraConfig(camera_row::RETURN_MODE));
-  m_replay("camera.motion.auto_return.timeout", config.getCameraConfig(camera_row::RETURN_TIMEOUT));
+  m_replayStored("camera.motion.position.speed");
+  m_replayStored("camera.motion.auto_return.status");
+  const bool returns = Config::getInstance()->getCameraConfig(camera_row::RETURN_STATUS) == "on";
+  if (returns) m_replay("camera.motion.auto_return.status=start");
+  m_replayStored("camera.motion.auto_return.mode");
+  m_replayStored("camera.motion.auto_return.timeout");
   m_replay("camera.motion.tilt.mode=down");
   m_replay("camera.motion.tilt.speed=50");
   m_replay("camera.motion.pan.mode=right");
   m_replay("camera.motion.pan.speed=50");
   for (int32_t step = 0; step < CCameraApiBase::kPatrolSteps; ++step) {
-    const std::string position = "camera.motion.auto_patrol(0).position(" + CTmxdUtility::longToString(step) + ")";
-    m_replay(position, config.getPatrolConfig(0, step, patrol_row::PATROL_POSITION));
-    m_replay(position + ".duration", config.getPatrolConfig(0, step, patrol_row::PATROL_DURATION));
-    m_replay(position + ".speed", config.getPatrolConfig(0, step, patrol_row::PATROL_SPEED));
+    const std::string position = "camera.motion.auto_patrol(0).position(" + std::to_string(step) + ")";
+    for (const char* item : {"", ".duration", ".speed"}) {
+      m_replayStored(position + item);
+    }
   }
   m_replay("camera.motion.zoom.mode=in");
   m_replay("camera.motion.zoom.speed=50");

@@ -10,11 +10,6 @@ class CCameraMan : public CManBase {
   int32_t init() override;
 
  private:
-  template <class Node>
-  void add(std::string_view path, const char* permission) {
-    CManBase::add<Node>(path, permission, m_dsp);
-  }
-
   // The start, in this order.
   static void m_setUpEncoders();
   void m_loadPicture();

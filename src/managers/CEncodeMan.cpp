@@ -16,7 +16,7 @@ int32_t CEncodeMan::init() {
   add<Encode::CStatus>("status", "RWRWR-");
   add<Encode::CSource>("source", "R-R-R-");
 
-  add<Encode::CRange>("range", kBranch);
+  add<Encode::CRange>("range");
   add<Encode::CRange::CQuality>("range.quality", "R-R-R-");
   add<Encode::CRange::CFramesize>("range.framesize", "R-R-R-");
   add<Encode::CRange::CFramerate>("range.framerate", "R-R-R-");

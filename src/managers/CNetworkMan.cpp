@@ -10,7 +10,7 @@
 int32_t CNetworkMan::init() {
   add<Network::CHostname>("hostname", "RWR-R-");
 
-  add<Network::CDestination>("destination", kBranch);
+  add<Network::CDestination>("destination");
   add<Network::CDestination::CHost>("destination.host", "RWR-R-");
   add<Network::CDestination::CPort>("destination.port", "RWR-R-");
   add<Network::CDestination::CFramerate>("destination.framerate", "RWR-R-");
@@ -20,34 +20,34 @@ int32_t CNetworkMan::init() {
   add<Network::CDestination::CUserdata>("destination.userdata", "RWR-R-");
   add<Network::CDestination::CStatus>("destination.status", "RWRWR-");
 
-  add<Network::CNtp>("ntp", kBranch);
+  add<Network::CNtp>("ntp");
   add<Network::CNtp::CInterval>("ntp.interval", "RWRWR-");
   add<Network::CNtp::CUnit>("ntp.unit", "RWRWR-");
   add<Network::CNtp::CStatus>("ntp.status", "RWRWR-");
   add<Network::CNtp::CHost>("ntp.host", "RWRWR-");
 
-  add<Network::CDns>("dns", kBranch);
+  add<Network::CDns>("dns");
   add<Network::CDns::CIp>("dns.ip", "RWRWR-");
   add<Network::CDns::CStatus>("dns.status", "RWRWR-");
   add<Network::CDns::CType>("dns.type", "RWRWR-");
 
-  add<Network::CHttp>("http", kBranch);
+  add<Network::CHttp>("http");
   add<Network::CHttp::CStatus>("http.status", "RWR-R-");
   add<Network::CHttp::CPriority>("http.priority", "RWR-R-");
   add<Network::CHttp::CPort>("http.port", "RWRWR-");
   add<Network::CHttp::CType>("http.type", "RWRWR-");
 
-  add<Network::CSnmpAgent>("snmp_agent", kBranch);
+  add<Network::CSnmpAgent>("snmp_agent");
   add<Network::CSnmpAgent::CStatus>("snmp_agent.status", "RWRWR-");
 
-  add<Network::COnvif>("onvif", kBranch);
+  add<Network::COnvif>("onvif");
   add<Network::COnvif::CStatus>("onvif.status", "RWR-R-");
   add<Network::COnvif::CComment>("onvif.comment", "RWR-R-");
-  add<Network::COnvif::CQuality>("onvif.quality", kBranch);
+  add<Network::COnvif::CQuality>("onvif.quality");
   add<Network::COnvif::CQuality::CPriority>("onvif.quality.priority", "RWR-R-");
   add<Network::COnvif::CMetadata>("onvif.metadata", "RWR-R-");
 
-  add<Network::CAmxBeacon>("amx_beacon", kBranch);
+  add<Network::CAmxBeacon>("amx_beacon");
   add<Network::CAmxBeacon::CStatus>("amx_beacon.status", "RWR-R-");
 
   add<Network::CGateway>("gateway", "RWR-R-");
@@ -56,27 +56,27 @@ int32_t CNetworkMan::init() {
 
   add<Network::CDomainname>("domainname", "RWR-R-");
 
-  add<Network::CAccessControl>("access_control", kBranch);
+  add<Network::CAccessControl>("access_control");
   add<Network::CAccessControl::CLogic>("access_control.logic", "RWR-R-");
   add<Network::CAccessControl::CHost>("access_control.host", "RWR-R-");
 
-  add<Network::CPsia>("psia", kBranch);
+  add<Network::CPsia>("psia");
   add<Network::CPsia::CStatus>("psia.status", "RWR-R-");
 
-  add<Network::CRtsp>("rtsp", kBranch);
+  add<Network::CRtsp>("rtsp");
   add<Network::CRtsp::CStatus>("rtsp.status", "RWRWR-");
   add<Network::CRtsp::CPort>("rtsp.port", "RWRWR-");
 
-  add<Network::CHttps>("https", kBranch);
+  add<Network::CHttps>("https");
   add<Network::CHttps::CStatus>("https.status", "RWR-R-");
   add<Network::CHttps::CPort>("https.port", "RWRWR-");
 
   add<Network::CInterfaceCount>("interface_count", "R-R-R-");
 
-  add<Network::CInterface>("interface", kBranch);
+  add<Network::CInterface>("interface");
   add<Network::CInterface::CIp>("interface.ip", "RWR-R-");
   add<Network::CInterface::CSubnetmask>("interface.subnetmask", "RWR-R-");
-  add<Network::CInterface::CDhcp>("interface.dhcp", kBranch);
+  add<Network::CInterface::CDhcp>("interface.dhcp");
   add<Network::CInterface::CDhcp::CStatus>("interface.dhcp.status", "RWR-R-");
   add<Network::CInterface::CDhcp::CNtp>("interface.dhcp.ntp", "RWR-R-");
   add<Network::CInterface::CDhcp::CDns>("interface.dhcp.dns", "RWR-R-");
@@ -84,13 +84,13 @@ int32_t CNetworkMan::init() {
   add<Network::CInterface::CStatus>("interface.status", "RWR-R-");
   add<Network::CInterface::CDscp>("interface.dscp", "RWR-R-");
   add<Network::CInterface::CMtu>("interface.mtu", "RWR-R-");
-  add<Network::CInterface::CTtl>("interface.ttl", kBranch);
+  add<Network::CInterface::CTtl>("interface.ttl");
   add<Network::CInterface::CTtl::CMulticast>("interface.ttl.multicast", "RWR-R-");
   add<Network::CInterface::CTtl::CUnicast>("interface.ttl.unicast", "RWR-R-");
   add<Network::CInterface::CNegotiation>("interface.negotiation", "RWR-R-");
   add<Network::CInterface::CMac>("interface.mac", "R-R-R-");
   add<Network::CInterface::CNegotiationDetail>("interface.negotiation_detail", "R-R-R-");
-  add<Network::CInterface::CIpv6>("interface.ipv6", kBranch);
+  add<Network::CInterface::CIpv6>("interface.ipv6");
   add<Network::CInterface::CIpv6::CStatus>("interface.ipv6.status", "RWR-R-");
   add<Network::CInterface::CIpv6::CLinkLocal>("interface.ipv6.link_local", "R-R-R-");
   add<Network::CInterface::CIpv6::CGlobal>("interface.ipv6.global", "R-R-R-");

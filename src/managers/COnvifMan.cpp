@@ -8,10 +8,10 @@
 #include "devices/OnvifNodes.h"
 
 int32_t COnvifMan::init() {
-  add<Onvif::CSystem>("system", kBranch);
+  add<Onvif::CSystem>("system");
   add<Onvif::CSystem::CDaylightsaving>("system.daylightsaving", "------");
-  add<Onvif::CAudio>("audio", kBranch);
-  add<Onvif::CAudio::COutput>("audio.output", kBranch);
+  add<Onvif::CAudio>("audio");
+  add<Onvif::CAudio::COutput>("audio.output");
   add<Onvif::CAudio::COutput::CVolume>("audio.output.volume", "RW----");
   return 0;
 }

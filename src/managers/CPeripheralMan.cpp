@@ -4,9 +4,9 @@
 #include "devices/Serial.h"
 
 int32_t CPeripheralMan::init() {
-  add<Peripheral::COutputPin>("output_pin", kBranch);
+  add<Peripheral::COutputPin>("output_pin");
   add<Peripheral::COutputPin::CStatus>("output_pin.status", "RWRWR-");
-  add<Peripheral::COutputPin::CPin>("output_pin.pin", kBranch);
+  add<Peripheral::COutputPin::CPin>("output_pin.pin");
   add<Peripheral::COutputPin::CPin::CDuration>("output_pin.pin.duration", "RWRWR-");
   add<Peripheral::COutputPin::CPin::CStatus>("output_pin.pin.status", "RWRWR-");
   add<Peripheral::COutputPin::CType>("output_pin.type", "R-R-R-");
@@ -16,10 +16,10 @@ int32_t CPeripheralMan::init() {
   add<Peripheral::COutputPinCount>("output_pin_count", "R-R-R-");
   add<Peripheral::CSerialCount>("serial_count", "R-R-R-");
 
-  add<Peripheral::CSwitch>("switch", kBranch);
+  add<Peripheral::CSwitch>("switch");
   add<Peripheral::CSwitch::CStatus>("switch.status", "R-R-R-");
 
-  add<Peripheral::CSerial>("serial", kBranch);
+  add<Peripheral::CSerial>("serial");
   add<Peripheral::CSerial::CBaud>("serial.baud", "RWRWR-");
   add<Peripheral::CSerial::CBit>("serial.bit", "RWRWR-");
   add<Peripheral::CSerial::CParity>("serial.parity", "RWRWR-");
@@ -27,11 +27,11 @@ int32_t CPeripheralMan::init() {
   add<Peripheral::CSerial::CComment>("serial.comment", "RWRWR-");
   add<Peripheral::CSerial::CRtsOffset>("serial.rts_offset", "RWRWR-");
 
-  add<Peripheral::CInputPin>("input_pin", kBranch);
+  add<Peripheral::CInputPin>("input_pin");
   add<Peripheral::CInputPin::CType>("input_pin.type", "R-R-R-");
   add<Peripheral::CInputPin::CStatus>("input_pin.status", "R-R-R-");
   add<Peripheral::CInputPin::CPinCount>("input_pin.pin_count", "R-R-R-");
-  add<Peripheral::CInputPin::CPin>("input_pin.pin", kBranch);
+  add<Peripheral::CInputPin::CPin>("input_pin.pin");
   add<Peripheral::CInputPin::CPin::CChatter>("input_pin.pin.chatter", "RWRWR-");
   add<Peripheral::CInputPin::CPin::CStatus>("input_pin.pin.status", "R-R-R-");
   return 0;

@@ -3,7 +3,7 @@
 #include "devices/Disk.h"
 
 int32_t CStorageMan::init() {
-  add<Storage::CDisk>("disk", kBranch);
+  add<Storage::CDisk>("disk");
   add<Storage::CDisk::CStatus>("disk.status", "RWRWR-");
   add<Storage::CDisk::CInitialize>("disk.initialize", "RWRWR-");
   add<Storage::CDisk::CErecmode>("disk.erecmode", "RWRWR-");

@@ -1,12 +1,9 @@
 #pragma once
 
-#include "tree/CApiBase.h"
+#include "tree/Node.h"
 
 /** Base of all nodes of the root `network`. */
-class CNetworkApiBase : public CApiBase {
- public:
-  using CApiBase::CApiBase;
-
+struct CNetworkApiBase : CApiBase {
  protected:
   // Programs that a camera without the service does not have.
   [[nodiscard]] static bool hasOpenssl();

@@ -1,62 +1,36 @@
 #pragma once
 
 #include "network/CNetworkApiBase.h"
-#include "tree/Leaf.h"
+#include "tree/Node.h"
 
 namespace Network {
 
-class CDestination : public Leaf<CDestination, CNetworkApiBase> {
- public:
-  using Leaf::Leaf;
+struct CDestination : CNetworkApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 5}};
-  class CHost;
-  class CPort;
-  class CFramerate;
-  class CProtocol;
-  class CEncodeCh;
-  class CInterface;
-  class CUserdata;
-  class CStatus;
+  struct CHost;
+  struct CPort;
+  struct CFramerate;
+  struct CProtocol;
+  struct CEncodeCh;
+  struct CInterface;
+  struct CUserdata;
+  struct CStatus;
 };
 
-class CDestination::CHost : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CDestination::CHost : CNetworkApiBase {};
 
-class CDestination::CPort : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CDestination::CPort : CNetworkApiBase {};
 
-class CDestination::CFramerate : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CDestination::CFramerate : CNetworkApiBase {};
 
-class CDestination::CProtocol : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CDestination::CProtocol : CNetworkApiBase {};
 
-class CDestination::CEncodeCh : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CDestination::CEncodeCh : CNetworkApiBase {};
 
-class CDestination::CInterface : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CDestination::CInterface : CNetworkApiBase {};
 
-class CDestination::CUserdata : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CDestination::CUserdata : CNetworkApiBase {};
 
-class CDestination::CStatus : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CDestination::CStatus : CNetworkApiBase {};
 
 }  // namespace Network

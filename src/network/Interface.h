@@ -1,141 +1,81 @@
 #pragma once
 
 #include "network/CNetworkApiBase.h"
-#include "tree/Leaf.h"
+#include "tree/Node.h"
 
 namespace Network {
 
-class CInterfaceCount : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CInterfaceCount : CNetworkApiBase {};
 
-class CInterface : public Leaf<CInterface, CNetworkApiBase> {
- public:
-  using Leaf::Leaf;
+struct CInterface : CNetworkApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 1}};
-  class CDhcp;
-  class CTtl;
-  class CIpv6;
-  class CIp;
-  class CSubnetmask;
-  class CStatus;
-  class CDscp;
-  class CMtu;
-  class CNegotiation;
-  class CMac;
-  class CNegotiationDetail;
+  struct CDhcp;
+  struct CTtl;
+  struct CIpv6;
+  struct CIp;
+  struct CSubnetmask;
+  struct CStatus;
+  struct CDscp;
+  struct CMtu;
+  struct CNegotiation;
+  struct CMac;
+  struct CNegotiationDetail;
 };
 
-class CInterface::CDhcp : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-  class CStatus;
-  class CNtp;
-  class CDns;
-  class CHostname;
+struct CInterface::CDhcp : CNetworkApiBase {
+  struct CStatus;
+  struct CNtp;
+  struct CDns;
+  struct CHostname;
 };
 
-class CInterface::CDhcp::CStatus : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
+struct CInterface::CDhcp::CStatus : CNetworkApiBase {};
+
+struct CInterface::CDhcp::CNtp : CNetworkApiBase {};
+
+struct CInterface::CDhcp::CDns : CNetworkApiBase {};
+
+struct CInterface::CDhcp::CHostname : CNetworkApiBase {};
+
+struct CInterface::CTtl : CNetworkApiBase {
+  struct CMulticast;
+  struct CUnicast;
 };
 
-class CInterface::CDhcp::CNtp : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
+struct CInterface::CTtl::CMulticast : CNetworkApiBase {};
+
+struct CInterface::CTtl::CUnicast : CNetworkApiBase {};
+
+struct CInterface::CIpv6 : CNetworkApiBase {
+  struct CStatus;
+  struct CLinkLocal;
+  struct CGlobal;
 };
 
-class CInterface::CDhcp::CDns : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CInterface::CIpv6::CStatus : CNetworkApiBase {};
 
-class CInterface::CDhcp::CHostname : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
-
-class CInterface::CTtl : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-  class CMulticast;
-  class CUnicast;
-};
-
-class CInterface::CTtl::CMulticast : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
-
-class CInterface::CTtl::CUnicast : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
-
-class CInterface::CIpv6 : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-  class CStatus;
-  class CLinkLocal;
-  class CGlobal;
-};
-
-class CInterface::CIpv6::CStatus : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
-
-class CInterface::CIpv6::CLinkLocal : public Leaf<CInterface::CIpv6::CLinkLocal, CNetworkApiBase> {
- public:
-  using Leaf::Leaf;
+struct CInterface::CIpv6::CLinkLocal : CNetworkApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 8}};
 };
 
-class CInterface::CIpv6::CGlobal : public Leaf<CInterface::CIpv6::CGlobal, CNetworkApiBase> {
- public:
-  using Leaf::Leaf;
+struct CInterface::CIpv6::CGlobal : CNetworkApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 8}};
 };
 
-class CInterface::CIp : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CInterface::CIp : CNetworkApiBase {};
 
-class CInterface::CSubnetmask : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CInterface::CSubnetmask : CNetworkApiBase {};
 
-class CInterface::CStatus : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CInterface::CStatus : CNetworkApiBase {};
 
-class CInterface::CDscp : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CInterface::CDscp : CNetworkApiBase {};
 
-class CInterface::CMtu : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CInterface::CMtu : CNetworkApiBase {};
 
-class CInterface::CNegotiation : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CInterface::CNegotiation : CNetworkApiBase {};
 
-class CInterface::CMac : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CInterface::CMac : CNetworkApiBase {};
 
-class CInterface::CNegotiationDetail : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CInterface::CNegotiationDetail : CNetworkApiBase {};
 
 }  // namespace Network

@@ -4,33 +4,19 @@
 
 namespace Network {
 
-class CNtp : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-  class CInterval;
-  class CUnit;
-  class CStatus;
-  class CHost;
+struct CNtp : CNetworkApiBase {
+  struct CInterval;
+  struct CUnit;
+  struct CStatus;
+  struct CHost;
 };
 
-class CNtp::CInterval : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CNtp::CInterval : CNetworkApiBase {};
 
-class CNtp::CUnit : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CNtp::CUnit : CNetworkApiBase {};
 
-class CNtp::CStatus : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CNtp::CStatus : CNetworkApiBase {};
 
-class CNtp::CHost : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CNtp::CHost : CNetworkApiBase {};
 
 }  // namespace Network

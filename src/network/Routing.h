@@ -1,60 +1,37 @@
 #pragma once
 
 #include "network/CNetworkApiBase.h"
-#include "tree/Leaf.h"
+#include "tree/Node.h"
 
 namespace Network {
 
-class CHostname : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CHostname : CNetworkApiBase {};
 
-class CGateway : public Leaf<CGateway, CNetworkApiBase> {
- public:
-  using Leaf::Leaf;
+struct CGateway : CNetworkApiBase {
   static constexpr Selector selector{.takes = SelectorWord{.words = Words{"ipv4"}}};
-  class CIp;
-  class CStatus;
+  struct CIp;
+  struct CStatus;
 };
 
-class CGateway::CIp : public Leaf<CGateway::CIp, CNetworkApiBase> {
- public:
-  using Leaf::Leaf;
+struct CGateway::CIp : CNetworkApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 3}};
 };
 
-class CGateway::CStatus : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
+struct CGateway::CStatus : CNetworkApiBase {};
+
+struct CDns : CNetworkApiBase {
+  struct CIp;
+  struct CStatus;
+  struct CType;
 };
 
-class CDns : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-  class CIp;
-  class CStatus;
-  class CType;
-};
+struct CDns::CIp : CNetworkApiBase {};
 
-class CDns::CIp : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CDns::CStatus : CNetworkApiBase {};
 
-class CDns::CStatus : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CDns::CType : CNetworkApiBase {};
 
-class CDns::CType : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
-
-class CDomainname : public Leaf<CDomainname, CNetworkApiBase> {
- public:
-  using Leaf::Leaf;
+struct CDomainname : CNetworkApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 3}};
 };
 

@@ -1,120 +1,76 @@
 #pragma once
 
 #include "network/CNetworkApiBase.h"
-#include "tree/Leaf.h"
+#include "tree/Node.h"
 
 namespace Network {
 
-class CRtsp : public Leaf<CRtsp, CNetworkApiBase> {
- public:
-  using Leaf::Leaf;
+struct CRtsp : CNetworkApiBase {
   static constexpr Selector selector{.takes = SelectorWord{.words = Words{"configuration"}}};
-  class CStatus;
-  class CPort;
+  struct CStatus;
+  struct CPort;
 };
 
-class CRtsp::CStatus : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CRtsp::CStatus : CNetworkApiBase {};
 
-class CRtsp::CPort : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CRtsp::CPort : CNetworkApiBase {};
 
-class COnvif : public Leaf<COnvif, CNetworkApiBase> {
- public:
-  using Leaf::Leaf;
+struct COnvif : CNetworkApiBase {
   static constexpr Selector selector{.available = has<Feature::ONVIF>};
-  class CQuality;
-  class CStatus;
-  class CComment;
-  class CMetadata;
+  struct CQuality;
+  struct CStatus;
+  struct CComment;
+  struct CMetadata;
 };
 
-class COnvif::CQuality : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-  class CPriority;
+struct COnvif::CQuality : CNetworkApiBase {
+  struct CPriority;
 };
 
-class COnvif::CQuality::CPriority : public Leaf<COnvif::CQuality::CPriority, CNetworkApiBase> {
- public:
-  using Leaf::Leaf;
+struct COnvif::CQuality::CPriority : CNetworkApiBase {
   static constexpr Selector selector{.empty = status::kNotUnderstood,
                                      .takes = SelectorWord{.words = Words{"jpeg", "h264"}}};
 };
 
-class COnvif::CStatus : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct COnvif::CStatus : CNetworkApiBase {};
 
-class COnvif::CComment : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct COnvif::CComment : CNetworkApiBase {};
 
-class COnvif::CMetadata : public Leaf<COnvif::CMetadata, CNetworkApiBase> {
- public:
-  using Leaf::Leaf;
+struct COnvif::CMetadata : CNetworkApiBase {
   static constexpr Selector selector{.empty = status::kNotUnderstood,
                                      .takes = SelectorWord{.words = Words{"MotionDetectionEvent"}}};
 };
 
-class CPsia : public Leaf<CPsia, CNetworkApiBase> {
- public:
-  using Leaf::Leaf;
+struct CPsia : CNetworkApiBase {
   static constexpr Selector selector{.available = has<Feature::PSIA>};
-  class CStatus;
+  struct CStatus;
 };
 
-class CPsia::CStatus : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CPsia::CStatus : CNetworkApiBase {};
 
-class CSnmpAgent : public Leaf<CSnmpAgent, CNetworkApiBase> {
- public:
-  using Leaf::Leaf;
+struct CSnmpAgent : CNetworkApiBase {
   static constexpr Selector selector{.available = hasSnmpd};
-  class CStatus;
+  struct CStatus;
 };
 
-class CSnmpAgent::CStatus : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CSnmpAgent::CStatus : CNetworkApiBase {};
 
-class CAmxBeacon : public Leaf<CAmxBeacon, CNetworkApiBase> {
- public:
-  using Leaf::Leaf;
+struct CAmxBeacon : CNetworkApiBase {
   static constexpr Selector selector{.available = has<Feature::AMX_PROTOCOL>};
-  class CStatus;
+  struct CStatus;
 };
 
-class CAmxBeacon::CStatus : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CAmxBeacon::CStatus : CNetworkApiBase {};
 
-class CAccessControl : public Leaf<CAccessControl, CNetworkApiBase> {
- public:
-  using Leaf::Leaf;
+struct CAccessControl : CNetworkApiBase {
   static constexpr Selector selector{.takes = SelectorWord{.words = Words{"stream_out"}}};
-  class CLogic;
-  class CHost;
+  struct CLogic;
+  struct CHost;
 };
 
-class CAccessControl::CLogic : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CAccessControl::CLogic : CNetworkApiBase {};
 
-class CAccessControl::CHost : public Leaf<CAccessControl::CHost, CNetworkApiBase> {
- public:
-  using Leaf::Leaf;
+struct CAccessControl::CHost : CNetworkApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 10}};
 };
 

@@ -1,57 +1,35 @@
 #pragma once
 
 #include "network/CNetworkApiBase.h"
-#include "tree/Leaf.h"
+#include "tree/Node.h"
 
 namespace Network {
 
-class CHttp : public Leaf<CHttp, CNetworkApiBase> {
- public:
-  using Leaf::Leaf;
+struct CHttp : CNetworkApiBase {
   static constexpr Selector selector{.takes = SelectorWord{.words = Words{"streaming", "configuration"}}};
-  class CStatus;
-  class CPriority;
-  class CPort;
-  class CType;
+  struct CStatus;
+  struct CPriority;
+  struct CPort;
+  struct CType;
 };
 
-class CHttp::CStatus : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CHttp::CStatus : CNetworkApiBase {};
 
-class CHttp::CPriority : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CHttp::CPriority : CNetworkApiBase {};
 
-class CHttp::CPort : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CHttp::CPort : CNetworkApiBase {};
 
-class CHttp::CType : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CHttp::CType : CNetworkApiBase {};
 
-class CHttps : public Leaf<CHttps, CNetworkApiBase> {
- public:
-  using Leaf::Leaf;
+struct CHttps : CNetworkApiBase {
   static constexpr Selector selector{.available = hasOpenssl,
                                      .takes = SelectorWord{.words = Words{"streaming", "configuration"}}};
-  class CStatus;
-  class CPort;
+  struct CStatus;
+  struct CPort;
 };
 
-class CHttps::CStatus : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CHttps::CStatus : CNetworkApiBase {};
 
-class CHttps::CPort : public CNetworkApiBase {
- public:
-  using CNetworkApiBase::CNetworkApiBase;
-};
+struct CHttps::CPort : CNetworkApiBase {};
 
 }  // namespace Network

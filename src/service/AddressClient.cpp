@@ -14,7 +14,7 @@ namespace {
 
 constexpr int32_t kStopPolls = 500;
 
-std::string networkValue(network_row::Row row) { return Config::getInstance()->getNetworkConfig(row); }
+std::string networkValue(network_row::Row row) { return Config::getInstance()->get(row); }
 
 bool isOn(network_row::Row row) { return networkValue(row) == "on"; }
 

@@ -21,17 +21,6 @@ class CTmxdUtility {
   [[nodiscard]] static ssize_t readData(int32_t fd, void* buf, size_t reqLen);
   [[nodiscard]] static ssize_t writeData(int32_t fd, const void* buf, size_t reqLen);
 
-  // Numbers (Numbers.cpp). The whole text must be a number, in front of which neither a blank nor a "+" belongs; then
-  // the flag is 0. An empty text gives the default with flag 0, any other text the default with flag -1. Whole numbers
-  // out of the type's range become its nearest limit.
-  [[nodiscard]] static float toFloat(const std::string& text, float byDefault, int32_t* error = nullptr);
-  [[nodiscard]] static int64_t toLongLong(const std::string& text, int64_t byDefault, int32_t* error = nullptr);
-  [[nodiscard]] static int32_t toLong(const std::string& text, int32_t byDefault, int32_t* error = nullptr);
-  /** The number as a stream prints it: six significant digits, an exponent where that is shorter. */
-  [[nodiscard]] static std::string doubleToString(double number);
-  [[nodiscard]] static std::string longToString(int32_t number);
-  [[nodiscard]] static std::string unsignedToString(uint32_t number);
-
   // Escapes (Escapes.cpp).
   /** Everything but ASCII letters and digits as "%" and the hexadecimal number, lower-case and not padded. */
   [[nodiscard]] static std::string encodeUrlAll(const std::string& text);

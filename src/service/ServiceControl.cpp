@@ -22,7 +22,7 @@ constexpr useconds_t kLighttpdInterval = 10;  // microseconds between two polls
 constexpr int kLighttpdPolls = 500;
 
 void writeLighttpdFiles() {
-  const auto value = [](network_row::Row row) { return Config::getInstance()->getNetworkConfig(row); };
+  const auto value = [](network_row::Row row) { return Config::getInstance()->get(row); };
   const bool isTlsOn =
       value(network_row::HTTPS_CONFIG_STATUS) == "on" || value(network_row::HTTPS_CONFIG_STREAMING_STATUS) == "on";
   CommonInterface::writeLines("/etc/lighttpd/lighttpd-inc.conf",

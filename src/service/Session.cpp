@@ -15,6 +15,7 @@
 #include "local/LittleEndian.h"
 #include "request/Log.h"
 #include "service/CTmxdUtility.h"
+#include "service/Numbers.h"
 
 namespace {
 
@@ -90,7 +91,7 @@ Session::Session(std::string path) : m_path(std::move(path)) {}
 std::string Session::getSessionCount() const {
   int64_t sum = 0;
   for (const char* codec : {"jpeg", "h264", "mpeg4"})
-    sum += CTmxdUtility::toLong(getCodecCount(codec), 0);
+    sum += parseNumber(getCodecCount(codec)).value_or(0);
   return std::to_string(sum);
 }
 

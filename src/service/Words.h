@@ -1,7 +1,7 @@
 #pragma once
 
-#include <algorithm>
 #include <array>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -16,11 +16,12 @@ struct Word {
 /** A closed list of words, compared exactly. */
 class Words {
  public:
-  static constexpr size_t kMost = 12;
+  static constexpr size_t kMost = 10;
 
+  constexpr Words() = default;
   /** Plain words, numbered by their place. */
-  template <class... Texts>
-  requires(std::convertible_to<Texts, std::string_view>&&...) constexpr explicit Words(const Texts&... texts) {
+  template <std::convertible_to<std::string_view>... Texts>
+  requires(sizeof...(Texts) > 0) constexpr explicit Words(const Texts&... texts) {
     static_assert(sizeof...(texts) <= kMost);
     (add({texts, static_cast<int32_t>(m_count)}), ...);
   }
@@ -37,6 +38,13 @@ class Words {
       if (word.text == text) return word.number;
     }
     return std::nullopt;
+  }
+  /** The first word of the number; empty where there is none. */
+  [[nodiscard]] constexpr std::string_view text(int32_t number) const {
+    for (const Word& word : *this) {
+      if (word.number == number) return word.text;
+    }
+    return {};
   }
 
   [[nodiscard]] constexpr const Word* begin() const { return m_words.data(); }

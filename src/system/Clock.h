@@ -4,14 +4,8 @@
 
 namespace System {
 
-class CDate : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
-};
+struct CDate : CSystemApiBase {};
 
-class CTimezone : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
-};
+struct CTimezone : CSystemApiBase {};
 
 }  // namespace System

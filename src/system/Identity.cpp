@@ -16,7 +16,7 @@
 #include "local/CommonInterface.h"
 #include "local/FileDescriptor.h"
 #include "request/Log.h"
-#include "service/CTmxdUtility.h"
+#include "service/Numbers.h"
 
 namespace System {
 namespace {
@@ -85,18 +85,18 @@ int32_t CGuid::fetch(const Request& /*request*/, std::string& text) {
   return -status::kInternalError;
 }
 
-int32_t CHardware::CClockBase::fetch(const Request& /*request*/, std::string& text) {
+int32_t askGpioDriver(const Peer& peer, const Request& /*request*/, std::string& text) {
   const FileDescriptor device(open("/dev/gpio", O_RDWR | O_CLOEXEC));
   if (!device.isValid()) {
     TMX_LOG(LOG_ERR, "/dev/gpio open err");
     return -status::kInternalError;
   }
   int32_t value = 0;
-  if (ioctl(device.get(), ioctlNumber(), &value) < 0) {
-    TMX_LOG(LOG_ERR, "ioctl(fd,%ld,&val) err", static_cast<long>(ioctlNumber()));
+  if (ioctl(device.get(), static_cast<unsigned long>(peer.id), &value) < 0) {
+    TMX_LOG(LOG_ERR, "ioctl(fd,%ld,&val) err", static_cast<long>(peer.id));
     return -status::kInternalError;
   }
-  text = CTmxdUtility::longToString(value);
+  text = std::to_string(value);
   return 0;
 }
 
@@ -124,13 +124,8 @@ int32_t CHardware::CCpu::CUtilization::fetch(const Request& /*request*/, std::st
   const float percent = 100.0F * static_cast<float>(busy - lastBusy) / static_cast<float>(ticks - lastTicks);
   lastBusy = busy;
   lastTicks = ticks;
-  text = CTmxdUtility::doubleToString(percent);
+  text = doubleToString(percent);
   return 0;
-}
-
-int32_t COzmMac::checkLength(Request& request) {
-  constexpr size_t kLength = 17;  // "00-11-22-33-44-55"
-  return request.value.size() == kLength ? 0 : -status::kNotUnderstood;
 }
 
 int32_t COzmMac::act(Request& request) {

@@ -4,109 +4,77 @@
 #include <string>
 
 #include "system/CSystemApiBase.h"
-#include "tree/Leaf.h"
+#include "tree/Node.h"
 
 /** What this camera is: model, identifier, software, hardware. */
 namespace System {
 
-class CModel : public Leaf<CModel, CSystemApiBase> {
- public:
-  using Leaf::Leaf;
-  int32_t fetch(const Request& request, std::string& text);
+struct CModel : CSystemApiBase {
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{.fetch = fetch};
 };
 
 /** The camera gets its identifier at the first read, and keeps it. */
-class CGuid : public Leaf<CGuid, CSystemApiBase> {
- public:
-  using Leaf::Leaf;
-  int32_t fetch(const Request& request, std::string& text);
+struct CGuid : CSystemApiBase {
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{.fetch = fetch};
 };
 
-class CSoftware : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
-  class CRevision;
-  class CProgramid;
+struct CSoftware : CSystemApiBase {
+  struct CRevision;
+  struct CProgramid;
 };
 
-class CSoftware::CRevision : public Leaf<CRevision, CSystemApiBase> {
- public:
-  using Leaf::Leaf;
-  int32_t fetch(const Request& request, std::string& text);
+struct CSoftware::CRevision : CSystemApiBase {
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{.fetch = fetch};
 };
 
-class CSoftware::CProgramid : public Leaf<CProgramid, CSystemApiBase> {
- public:
-  using Leaf::Leaf;
-  int32_t fetch(const Request& request, std::string& text);
+struct CSoftware::CProgramid : CSystemApiBase {
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{.fetch = fetch};
 };
 
-class CHardware : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
-  class CClockBase;
-  class CCpu;
-  class CDdr;
+struct CHardware : CSystemApiBase {
+  struct CCpu;
+  struct CDdr;
 };
 
-/** A clock frequency that the GPIO driver tells. */
-class CHardware::CClockBase : public Leaf<CClockBase, CSystemApiBase> {
- public:
-  using Leaf::Leaf;
-  int32_t fetch(const Request& request, std::string& text);
+/** A clock frequency that the GPIO driver tells; its request number is the peer's id, its answer a 32-bit word. */
+[[nodiscard]] int32_t askGpioDriver(const Peer& peer, const Request& request, std::string& text);
 
- private:
-  /** The driver's request number; its answer is a 32-bit word. */
-  [[nodiscard]] virtual unsigned long ioctlNumber() const = 0;
-};
-
-class CHardware::CCpu : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
-  class CUtilization;
-  class CClock;
+struct CHardware::CCpu : CSystemApiBase {
+  struct CUtilization;
+  struct CClock;
 };
 
 /** Busy percentage since the last read, the first time since boot. */
-class CHardware::CCpu::CUtilization : public Leaf<CUtilization, CSystemApiBase> {
- public:
-  using Leaf::Leaf;
-  int32_t fetch(const Request& request, std::string& text);
+struct CHardware::CCpu::CUtilization : CSystemApiBase {
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{.fetch = fetch};
 };
 
-class CHardware::CCpu::CClock : public CClockBase {
- public:
-  using CClockBase::CClockBase;
-
- private:
-  [[nodiscard]] unsigned long ioctlNumber() const override { return 0x8004b506; }
+struct CHardware::CCpu::CClock : CSystemApiBase {
+  static constexpr Rule rule{.peer = {.ask = askGpioDriver, .id = 0x8004b506}};
 };
 
-class CHardware::CDdr : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
-  class CClock;
+struct CHardware::CDdr : CSystemApiBase {
+  struct CClock;
 };
 
-class CHardware::CDdr::CClock : public CClockBase {
- public:
-  using CClockBase::CClockBase;
-
- private:
-  [[nodiscard]] unsigned long ioctlNumber() const override { return 0x8004b607; }
+struct CHardware::CDdr::CClock : CSystemApiBase {
+  static constexpr Rule rule{.peer = {.ask = askGpioDriver, .id = 0x8004b607}};
 };
 
 /** The hardware address in the factory's notation: a write takes any 17 characters, a read shows a fixed text. */
-class COzmMac : public Leaf<COzmMac, CSystemApiBase> {
- public:
-  using Leaf::Leaf;
-  static int32_t checkLength(Request& request);
+struct COzmMac : CSystemApiBase {
+  static int32_t act(Request& request);
   static constexpr Rule rule{
-      .accepts = Test{checkLength},
+      .accepts = Text{.most = 17, .least = 17},  // "00-11-22-33-44-55"
+      .act = act,
       .shows = {.fixed = "00-C0-DE-11-11-11"},
       .answers = {.layer = "system", .command = ".status=restart"},
   };
-  int32_t act(Request& request);
 };
 
 }  // namespace System

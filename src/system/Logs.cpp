@@ -9,7 +9,7 @@
 
 #include "request/Log.h"
 #include "request/Parameter.h"
-#include "service/CTmxdUtility.h"
+#include "service/Numbers.h"
 #include "service/Words.h"
 #include "tree/RuleEngine.h"
 
@@ -62,7 +62,7 @@ bool appendEvents(const Category& category, const Parameter& parameter, std::str
   const std::string file = category.file;
   const auto printed = linesOf("/bin/sed -n $= " + file);
   if (!printed) return false;
-  const int32_t count = CTmxdUtility::toLong(firstOf(*printed), 0);
+  const int32_t count = parseNumber(firstOf(*printed)).value_or(0);
   if (count == 0) {
     if (parameter.getContentType() == content_type::kHtml) text.resize(text.size() - 2);
     return true;
@@ -107,20 +107,13 @@ int32_t CLog::execRead(ExecArgs* args) {
   return result;
 }
 
-int32_t CLoglevel::acceptAny(Request& request) {
-  // A name that is no level is the default one.
+int32_t CLoglevel::check(Request& request) {
   if (!kLevels.find(request.value)) request.value = "LOG_INFO";
   request.number = kLevels.find(request.value).value_or(LOG_INFO);
   return 0;
 }
 
-int32_t CLoglevel::fetch(const Request& /*request*/, std::string& text) const {
-  text = m_level;
-  return 0;
-}
-
 int32_t CLoglevel::act(Request& request) {
-  m_level = request.value;
   const int mask = LOG_UPTO(request.number);
   TMX_LOG(LOG_WARNING, "logmask(%lx):mask(%x)", static_cast<unsigned long>(request.number),
           static_cast<unsigned>(mask));

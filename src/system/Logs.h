@@ -4,28 +4,21 @@
 #include <string>
 
 #include "system/CSystemApiBase.h"
-#include "tree/Leaf.h"
+#include "tree/Node.h"
 
 namespace System {
 
 /** Uptime and the events that the event manager logged, over many lines. */
-class CLog : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
+struct CLog : CSystemApiBase {
   int32_t execRead(ExecArgs* args) override;
 };
 
-/** The highest priority that reaches the system log, by name; not saved. */
-class CLoglevel : public Leaf<CLoglevel, CSystemApiBase> {
- public:
-  using Leaf::Leaf;
-  static int32_t acceptAny(Request& request);
-  static constexpr Rule rule{.accepts = Test{acceptAny}};
-  int32_t fetch(const Request& request, std::string& text) const;
-  int32_t act(Request& request);
-
- private:
-  std::string m_level = "LOG_INFO";
+/** The highest priority that reaches the system log, by name; not saved. A name that is no level is the default one. */
+struct CLoglevel : CSystemApiBase {
+  static int32_t check(Request& request);
+  static int32_t act(Request& request);
+  static inline std::string level = "LOG_INFO";
+  static constexpr Rule rule{.accepts = Test{check}, .place = &level, .act = act, .keeps = Keeps::InMemory};
 };
 
 }  // namespace System

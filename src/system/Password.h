@@ -1,52 +1,35 @@
 #pragma once
 
 #include "system/CSystemApiBase.h"
-#include "tree/Leaf.h"
+#include "tree/Node.h"
 
 namespace System {
 
-class CPassword : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
-  class CAdmin;
-  class COperator;
-  class CUser;
+struct CPassword : CSystemApiBase {
+  struct CAdmin;
+  struct COperator;
+  struct CUser;
 };
 
-class CPassword::CAdmin : public Leaf<CPassword::CAdmin, CSystemApiBase> {
- public:
-  using Leaf::Leaf;
+struct CPassword::CAdmin : CSystemApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 3}};
-  class CStatus;
+  struct CStatus;
 };
 
-class CPassword::CAdmin::CStatus : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
-};
+struct CPassword::CAdmin::CStatus : CSystemApiBase {};
 
-class CPassword::COperator : public Leaf<CPassword::COperator, CSystemApiBase> {
- public:
-  using Leaf::Leaf;
+struct CPassword::COperator : CSystemApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 3}};
-  class CStatus;
+  struct CStatus;
 };
 
-class CPassword::COperator::CStatus : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
-};
+struct CPassword::COperator::CStatus : CSystemApiBase {};
 
-class CPassword::CUser : public Leaf<CPassword::CUser, CSystemApiBase> {
- public:
-  using Leaf::Leaf;
+struct CPassword::CUser : CSystemApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 3}};
-  class CStatus;
+  struct CStatus;
 };
 
-class CPassword::CUser::CStatus : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
-};
+struct CPassword::CUser::CStatus : CSystemApiBase {};
 
 }  // namespace System

@@ -5,7 +5,7 @@
 #include "config/Config.h"
 #include "request/Parameter.h"
 #include "request/StatusCode.h"
-#include "service/CTmxdUtility.h"
+#include "service/Numbers.h"
 #include "service/Words.h"
 
 namespace System {
@@ -15,7 +15,7 @@ constexpr Words kVideoCodecs{"jpeg", "mpeg4", "h264baseline", "h264high"};
 constexpr int32_t kSendingSlots = 22;
 
 std::string slotPath(const char* direction, int32_t slot) {
-  return std::string("system.session.") + direction + "(" + CTmxdUtility::longToString(slot) + ").";
+  return std::string("system.session.") + direction + "(" + std::to_string(slot) + ").";
 }
 
 }  // namespace
@@ -32,10 +32,9 @@ int32_t CSession::CSending::CFrom::CFramerate::fetch(const Request& request, std
 int32_t CSession::CSending::CFrom::CFramesize::fetch(const Request& request, std::string& text) {
   const std::string answer = ::Session().getSendingFromFramesize(sessionSlot(request.selectors));
   if (answer.empty()) return 0;  // the exchange failed
-  int32_t error = 0;
-  const int32_t channel = CTmxdUtility::toLong(answer, 0, &error);
-  if (error != 0) return -status::kNotValidForResource;
-  text = Config::getInstance()->getEncodeConfig(channel, encode_row::FRAME_SIZE);
+  const auto channel = parseNumber(answer);
+  if (!channel) return -status::kNotValidForResource;
+  text = Config::getInstance()->getEncodeConfig(*channel, encode_row::FRAME_SIZE);
   return 0;
 }
 

@@ -6,7 +6,7 @@
 
 #include "service/Session.h"
 #include "system/CSystemApiBase.h"
-#include "tree/Leaf.h"
+#include "tree/Node.h"
 #include "tree/Selector.h"
 
 /** Who is being served: live data of the session daemon, of which nothing is kept. */
@@ -18,51 +18,30 @@ namespace System {
   return selectorNumber(selectors, kSlotLayer, 1);
 }
 
-/** What the daemon answers to a command, one of a slot or one of all; empty after a failed exchange. */
+/** Rule::fetch by the daemon's command, one of a slot or one of all; the text is empty after a failed exchange. */
 template <auto Command>
-[[nodiscard]] std::string askSession(const Selectors& selectors) {
+int32_t ask(const Request& request, std::string& text) {
   if constexpr (std::invocable<decltype(Command), ::Session&, int32_t>) {
-    return (::Session().*Command)(sessionSlot(selectors));
+    text = (::Session().*Command)(sessionSlot(request.selectors));
   } else {
-    return (::Session().*Command)();
+    text = (::Session().*Command)();
   }
+  return 0;
 }
 
-/** A leaf by its command. */
-template <class Derived, auto Command>
-class SessionText : public Leaf<Derived, CSystemApiBase> {
- public:
-  using Leaf<Derived, CSystemApiBase>::Leaf;
-  int32_t fetch(const Request& request, std::string& text) {
-    text = askSession<Command>(request.selectors);
-    return 0;
-  }
-};
-
-/** A rate by its command, in kilobits per second; there is no unit behind a failed exchange. */
-template <class Derived, auto Command>
-class SessionRate : public SessionText<Derived, Command> {
- public:
-  using SessionText<Derived, Command>::SessionText;
-  int32_t fetch(const Request& request, std::string& text) {
-    const int32_t result = SessionText<Derived, Command>::fetch(request, text);
-    if (!text.empty()) text += "k";
-    return result;
-  }
-};
+/** The rule of a rate, in kilobits per second. */
+constexpr Rule rateBy(Fetch command) { return {.fetch = command, .shows = {.suffix = "k"}}; }
 
 /** The whole picture, in one answer of many lines. */
-class CSession : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
+struct CSession : CSystemApiBase {
   int32_t execRead(ExecArgs* args) override;
-  class CSending;
-  class CReceiving;
-  class CTotalBitrate;
-  class CSendingCount;
-  class CSendingMax;
-  class CReceivingCount;
-  class CReceivingMax;
+  struct CSending;
+  struct CReceiving;
+  struct CTotalBitrate;
+  struct CSendingCount;
+  struct CSendingMax;
+  struct CReceivingCount;
+  struct CReceivingMax;
 
  private:
   /** The answer of the node behind a path, with its line end. */
@@ -71,155 +50,122 @@ class CSession : public CSystemApiBase {
   [[nodiscard]] std::string receivingLines(const Parameter& asked) const;
 };
 
-class CSession::CTotalBitrate : public SessionRate<CTotalBitrate, &::Session::getTotalBitrate> {
- public:
-  using SessionRate::SessionRate;
+struct CSession::CTotalBitrate : CSystemApiBase {
+  static constexpr Rule rule = rateBy(ask<&::Session::getTotalBitrate>);
 };
 
-class CSession::CSendingCount : public SessionText<CSendingCount, &::Session::getSendingCount> {
- public:
-  using SessionText::SessionText;
+struct CSession::CSendingCount : CSystemApiBase {
+  static constexpr Rule rule{.fetch = ask<&::Session::getSendingCount>};
 };
 
-class CSession::CSendingMax : public Leaf<CSendingMax, CSystemApiBase> {
- public:
-  using Leaf::Leaf;
+struct CSession::CSendingMax : CSystemApiBase {
   static constexpr Rule rule{.shows = {.fixed = "22"}};
 };
 
-class CSession::CReceivingCount : public SessionText<CReceivingCount, &::Session::getReceivingCount> {
- public:
-  using SessionText::SessionText;
+struct CSession::CReceivingCount : CSystemApiBase {
+  static constexpr Rule rule{.fetch = ask<&::Session::getReceivingCount>};
 };
 
-class CSession::CReceivingMax : public Leaf<CReceivingMax, CSystemApiBase> {
- public:
-  using Leaf::Leaf;
+struct CSession::CReceivingMax : CSystemApiBase {
   static constexpr Rule rule{.shows = {.fixed = "1"}};
 };
 
-class CSession::CSending : public Leaf<CSession::CSending, CSystemApiBase> {
- public:
-  using Leaf::Leaf;
+struct CSession::CSending : CSystemApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 22}};
-  class CTo;
-  class CFrom;
-  class CBitrate;
+  struct CTo;
+  struct CFrom;
+  struct CBitrate;
 };
 
-class CSession::CSending::CBitrate : public SessionRate<CBitrate, &::Session::getSendingBitrate> {
- public:
-  using SessionRate::SessionRate;
+struct CSession::CSending::CBitrate : CSystemApiBase {
+  static constexpr Rule rule = rateBy(ask<&::Session::getSendingBitrate>);
 };
 
-class CSession::CSending::CTo : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
-  class CIp;
-  class CPort;
-  class CProtocol;
-  class CSession;
+struct CSession::CSending::CTo : CSystemApiBase {
+  struct CIp;
+  struct CPort;
+  struct CProtocol;
+  struct CSession;
 };
 
-class CSession::CSending::CTo::CIp : public SessionText<CIp, &::Session::getSendingToIp> {
- public:
-  using SessionText::SessionText;
+struct CSession::CSending::CTo::CIp : CSystemApiBase {
+  static constexpr Rule rule{.fetch = ask<&::Session::getSendingToIp>};
 };
 
-class CSession::CSending::CTo::CPort : public SessionText<CPort, &::Session::getSendingToPort> {
- public:
-  using SessionText::SessionText;
+struct CSession::CSending::CTo::CPort : CSystemApiBase {
+  static constexpr Rule rule{.fetch = ask<&::Session::getSendingToPort>};
 };
 
-class CSession::CSending::CTo::CProtocol : public SessionText<CProtocol, &::Session::getSendingToProtocol> {
- public:
-  using SessionText::SessionText;
+struct CSession::CSending::CTo::CProtocol : CSystemApiBase {
+  static constexpr Rule rule{.fetch = ask<&::Session::getSendingToProtocol>};
 };
 
-class CSession::CSending::CTo::CSession : public SessionText<CSession, &::Session::getSendingToSession> {
- public:
-  using SessionText::SessionText;
+struct CSession::CSending::CTo::CSession : CSystemApiBase {
+  static constexpr Rule rule{.fetch = ask<&::Session::getSendingToSession>};
 };
 
-class CSession::CSending::CFrom : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
-  class CEncode;
-  class CFramesize;
-  class CFramerate;
+struct CSession::CSending::CFrom : CSystemApiBase {
+  struct CEncode;
+  struct CFramesize;
+  struct CFramerate;
 };
 
-class CSession::CSending::CFrom::CEncode : public SessionText<CEncode, &::Session::getSendingFromEncode> {
- public:
-  using SessionText::SessionText;
+struct CSession::CSending::CFrom::CEncode : CSystemApiBase {
+  static constexpr Rule rule{.fetch = ask<&::Session::getSendingFromEncode>};
 };
 
 /** The frame size of the encoder channel that the stream comes from. */
-class CSession::CSending::CFrom::CFramesize : public Leaf<CFramesize, CSystemApiBase> {
- public:
-  using Leaf::Leaf;
-  int32_t fetch(const Request& request, std::string& text);
+struct CSession::CSending::CFrom::CFramesize : CSystemApiBase {
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{.fetch = fetch};
 };
 
 /** Empty for a stream that is no video. */
-class CSession::CSending::CFrom::CFramerate : public Leaf<CFramerate, CSystemApiBase> {
- public:
-  using Leaf::Leaf;
-  int32_t fetch(const Request& request, std::string& text);
+struct CSession::CSending::CFrom::CFramerate : CSystemApiBase {
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{.fetch = fetch};
 };
 
-class CSession::CReceiving : public Leaf<CSession::CReceiving, CSystemApiBase> {
- public:
-  using Leaf::Leaf;
+struct CSession::CReceiving : CSystemApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 1}};
-  class CFrom;
-  class CTo;
-  class CBitrate;
+  struct CFrom;
+  struct CTo;
+  struct CBitrate;
 };
 
-class CSession::CReceiving::CBitrate : public SessionRate<CBitrate, &::Session::getReceivingBitrate> {
- public:
-  using SessionRate::SessionRate;
+struct CSession::CReceiving::CBitrate : CSystemApiBase {
+  static constexpr Rule rule = rateBy(ask<&::Session::getReceivingBitrate>);
 };
 
-class CSession::CReceiving::CFrom : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
-  class CIp;
-  class CPort;
-  class CProtocol;
-  class CSession;
+struct CSession::CReceiving::CFrom : CSystemApiBase {
+  struct CIp;
+  struct CPort;
+  struct CProtocol;
+  struct CSession;
 };
 
-class CSession::CReceiving::CFrom::CIp : public SessionText<CIp, &::Session::getReceivingFromIp> {
- public:
-  using SessionText::SessionText;
+struct CSession::CReceiving::CFrom::CIp : CSystemApiBase {
+  static constexpr Rule rule{.fetch = ask<&::Session::getReceivingFromIp>};
 };
 
-class CSession::CReceiving::CFrom::CPort : public SessionText<CPort, &::Session::getReceivingFromPort> {
- public:
-  using SessionText::SessionText;
+struct CSession::CReceiving::CFrom::CPort : CSystemApiBase {
+  static constexpr Rule rule{.fetch = ask<&::Session::getReceivingFromPort>};
 };
 
-class CSession::CReceiving::CFrom::CProtocol : public SessionText<CProtocol, &::Session::getReceivingFromProtocol> {
- public:
-  using SessionText::SessionText;
+struct CSession::CReceiving::CFrom::CProtocol : CSystemApiBase {
+  static constexpr Rule rule{.fetch = ask<&::Session::getReceivingFromProtocol>};
 };
 
-class CSession::CReceiving::CFrom::CSession : public SessionText<CSession, &::Session::getReceivingFromSession> {
- public:
-  using SessionText::SessionText;
+struct CSession::CReceiving::CFrom::CSession : CSystemApiBase {
+  static constexpr Rule rule{.fetch = ask<&::Session::getReceivingFromSession>};
 };
 
-class CSession::CReceiving::CTo : public CSystemApiBase {
- public:
-  using CSystemApiBase::CSystemApiBase;
-  class CDecode;
+struct CSession::CReceiving::CTo : CSystemApiBase {
+  struct CDecode;
 };
 
-class CSession::CReceiving::CTo::CDecode : public SessionText<CDecode, &::Session::getReceivingToDecode> {
- public:
-  using SessionText::SessionText;
+struct CSession::CReceiving::CTo::CDecode : CSystemApiBase {
+  static constexpr Rule rule{.fetch = ask<&::Session::getReceivingToDecode>};
 };
 
 }  // namespace System

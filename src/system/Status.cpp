@@ -4,7 +4,6 @@
 
 #include "config/Config.h"
 #include "config/FlashHold.h"
-#include "request/Parameter.h"
 
 namespace System {
 namespace {
@@ -17,14 +16,12 @@ int32_t restoreFactoryImage() {
 
 }  // namespace
 
-int32_t CStatus::act(Request& request) {
-  if (request.number == kInitialize) {
-    const int32_t result = restoreFactoryImage();
-    if (result < 0) return result;
-    sync();
-  }
-  request.parameter.setPostAction(PostAction::Reboot);
-  return 0;
+int32_t CStatus::restart(Request& /*request*/) { return 0; }
+
+int32_t CStatus::initialize(Request& /*request*/) {
+  const int32_t result = restoreFactoryImage();
+  if (result == 0) sync();
+  return result;
 }
 
 }  // namespace System

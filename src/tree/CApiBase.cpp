@@ -1,30 +1,31 @@
 #include "tree/CApiBase.h"
 
-#include <utility>
-
 #include "request/Log.h"
 #include "request/Parameter.h"
 #include "request/StatusCode.h"
+#include "tree/RuleEngine.h"
+#include "tree/Selector.h"
 
 namespace {
-int32_t notImplemented(const ExecArgs* args) {
-  if (args != nullptr && args->m_parameter != nullptr) {
-    args->m_parameter->setResponse(getStatusCode(status::kNotImplemented));
-  }
-  return -1;
+
+int32_t execute(const Rule* rule, ExecArgs* args, int32_t (*operation)(const Rule&, ExecArgs&)) {
+  if (args == nullptr || args->m_parameter == nullptr) return -1;
+  if (rule != nullptr) return operation(*rule, *args);
+  return RuleEngine::answerStatus(*args->m_parameter, status::kNotImplemented);
 }
+
 }  // namespace
 
-CApiBase::CApiBase(std::string layerName, std::string attribute)
-    : m_layerName(std::move(layerName)), m_attribute(std::move(attribute)) {}
-
+CApiBase::CApiBase() = default;
 CApiBase::~CApiBase() = default;
 
-int32_t CApiBase::execRead(ExecArgs* args) { return notImplemented(args); }
+int32_t CApiBase::execRead(ExecArgs* args) { return execute(m_identity.rule, args, RuleEngine::read); }
 
-int32_t CApiBase::execWrite(ExecArgs* args) { return notImplemented(args); }
+int32_t CApiBase::execWrite(ExecArgs* args) { return execute(m_identity.rule, args, RuleEngine::write); }
 
-int32_t CApiBase::checkAttribute(const std::string& /*selector*/, int32_t /*depth*/) { return 0; }
+int32_t CApiBase::checkAttribute(const std::string& selector, int32_t /*depth*/) {
+  return m_identity.selector == nullptr ? 0 : checkSelector(*m_identity.selector, selector);
+}
 
 void CApiBase::addNextLayer(CApiBase* node) {
   if (node == nullptr) {
@@ -50,7 +51,7 @@ CApiBase* CApiBase::getProcInstance(Parameter& parameter, const std::string& lay
     TMX_LOG(LOG_ERR, "getProcInstance arg err");
     return nullptr;
   }
-  if (!Parameter::isMatch(layer, m_layerName)) return nullptr;
+  if (!Parameter::isMatch(layer, getLayerName())) return nullptr;
   ++*depth;
   const std::string selector = parameter.getAttribute(layer);
   if (parameter.isInvalid()) return nullptr;
@@ -62,6 +63,6 @@ CApiBase* CApiBase::getProcInstance(Parameter& parameter, const std::string& lay
   selectors->push_back(selector);
   const std::string next = parameter.getNextLayer();
   if (parameter.isInvalid()) return nullptr;
-  if (next.empty()) return m_attribute.empty() ? nullptr : this;
+  if (next.empty()) return getPermission().empty() ? nullptr : this;
   return findInLayers(m_nextLayers, parameter, next, depth, selectors);
 }

@@ -1,5 +1,6 @@
 #include "tree/CManBase.h"
 
+#include <algorithm>
 #include <cassert>
 
 #include "request/Log.h"
@@ -14,7 +15,7 @@ int32_t refuse(Parameter& parameter, int32_t code) {
 }
 
 /** Whether the string grants the right anywhere, to whatever class. */
-bool grants(const std::string& permission, char right) { return permission.find(right) != std::string::npos; }
+bool grants(std::string_view permission, char right) { return permission.find(right) != std::string::npos; }
 
 int32_t execute(CApiBase* node, ExecArgs* args, int32_t (CApiBase::*operation)(ExecArgs*)) {
   if (node == nullptr || args == nullptr || args->m_parameter == nullptr) {
@@ -68,7 +69,7 @@ int32_t CManBase::m_checkPermission(Parameter& parameter, const CApiBase* node, 
     TMX_LOG(LOG_INFO, "user is debug user");
     return 0;
   }
-  const std::string& permission = node->getPermission();
+  const std::string_view permission = node->getPermission();
   if (permission.size() != 6) return refuse(parameter, status::kInternalError);
   const bool readable = grants(permission, 'R');
   const bool writable = grants(permission, 'W');
@@ -96,23 +97,33 @@ int32_t CManBase::m_replay(const std::string& path, const std::string& value) {
   return m_replay(path + "=" + (value.empty() ? "%00" : value));
 }
 
-void CManBase::link(std::string_view parentPath, CApiBase* node) {
+int32_t CManBase::m_replayStored(const std::string& path) {
+  Parameter parameter;
+  if (parameter.setParameter(user_class::kAdministrator, content_type::kPlain, path.c_str()) < 0) return -1;
+  Selectors selectors{parameter.getAttribute(parameter.getNextLayer())};
+  int32_t depth = 0;
+  const CApiBase* node = findInLayers(m_nextLayers, parameter, parameter.getNextLayer(), &depth, &selectors);
+  if (node == nullptr) return -1;
+  assert(node->getRule() != nullptr && node->getRule()->place.row.exists());
+  const Cell cell = node->getRule()->place.cell(selectors);
+  return m_replay(path, Config::getInstance()->get(cell.row, cell.table));
+}
+
+void CManBase::link(std::string_view path, NodeIdentity identity, std::unique_ptr<CApiBase> node) {
   const std::list<CApiBase*>* layers = &m_nextLayers;
   CApiBase* parent = nullptr;
-  while (!parentPath.empty()) {
-    const size_t dot = parentPath.find('.');
-    const std::string_view name = parentPath.substr(0, dot);
-    parent = nullptr;
-    for (CApiBase* layer : *layers) {
-      if (layer->getLayerName() == name) parent = layer;
-    }
-    assert(parent != nullptr);  // a layer is added before what lies under it
+  for (size_t dot = 0; (dot = path.find('.')) != std::string_view::npos; path.remove_prefix(dot + 1)) {
+    const auto found = std::ranges::find(*layers, path.substr(0, dot), &CApiBase::getLayerName);
+    assert(found != layers->end());  // a layer is added before what lies under it
+    parent = *found;
     layers = &parent->getNextLayers();
-    parentPath.remove_prefix(dot == std::string_view::npos ? parentPath.size() : dot + 1);
   }
+  identity.name = path.data();
+  node->setIdentity(identity);
   if (parent != nullptr) {
-    parent->addNextLayer(node);
+    parent->addNextLayer(node.get());
   } else {
-    m_nextLayers.push_back(node);
+    m_nextLayers.push_back(node.get());
   }
+  m_nodes.push_back(std::move(node));
 }

@@ -5,11 +5,10 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
-#include "tree/CApiBase.h"
 #include "tree/ExecArgs.h"
+#include "tree/Node.h"
 
 class Parameter;
 
@@ -46,22 +45,21 @@ class CManBase {
 
  protected:
   /** Adds a node to the tree; `path` is its path under the root, the layers in front of it exist already. */
-  template <class Node, class... Arguments>
-  void add(std::string_view path, const char* permission, Arguments&&... arguments) {
-    const size_t dot = path.rfind('.');
-    const std::string name(dot == std::string_view::npos ? path : path.substr(dot + 1));
-    auto node = std::make_unique<Node>(name, permission, std::forward<Arguments>(arguments)...);
-    link(dot == std::string_view::npos ? std::string_view() : path.substr(0, dot), node.get());
-    m_nodes.push_back(std::move(node));
+  template <class Node>
+  void add(const char* path, const char* permission = kBranch) {
+    link(path, {.permission = permission, .selector = selectorOf<Node>(), .rule = ruleOf<Node>()},
+         std::make_unique<Node>());
   }
 
   /** One internal request at start-up, "path=value", as the administrator; 0 or -1. */
   int32_t m_replay(const std::string& query);
   /** The same for a stored text: an empty one is written as "%00". */
   int32_t m_replay(const std::string& path, const std::string& value);
+  /** The same for the text that stands in the place of the leaf's own rule, in the committed image. */
+  int32_t m_replayStored(const std::string& path);
 
  private:
-  void link(std::string_view parentPath, CApiBase* node);
+  void link(std::string_view path, NodeIdentity identity, std::unique_ptr<CApiBase> node);
 
   std::list<CApiBase*> m_nextLayers;
   std::vector<std::unique_ptr<CApiBase>> m_nodes;

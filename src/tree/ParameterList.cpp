@@ -34,9 +34,10 @@ std::string className(const CApiBase& node) {
 }
 
 void writeLayer(const CApiBase& node, size_t depth) {
-  std::string line = std::string(depth, '\t') + "<" + node.getLayerName() + ">";
+  std::string line = std::string(depth, '\t') + "<" + std::string(node.getLayerName()) + ">";
   if (!node.getPermission().empty()) {
-    line += std::string(kPermissionColumn - depth, '\t') + "<" + node.getPermission() + ">\t<" + className(node) + ">";
+    line += std::string(kPermissionColumn - depth, '\t') + "<" + std::string(node.getPermission()) + ">\t<" +
+            className(node) + ">";
   }
   appendLine(line);
   for (const CApiBase* child : node.getNextLayers()) {

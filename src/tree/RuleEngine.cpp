@@ -1,58 +1,62 @@
 #include "tree/RuleEngine.h"
 
 #include <algorithm>
+#include <set>
 
 #include "config/Initialising.h"
-#include "request/Parameter.h"
-#include "request/StatusCode.h"
+#include "request/InternalRequest.h"
 #include "service/CTmxdUtility.h"
+#include "service/Numbers.h"
+#include "tree/Accept.h"
 
 namespace {
 
 Config& image(Image which) { return which == Image::Config ? *Config::getInstance() : *CUserConfig::getInstance(); }
 
-std::string stored(const Rule& rule, const Selectors& selectors, Image which) {
-  const Cell cell = rule.place.cell(selectors);
-  return image(which).get(rule.place.family, cell.table, cell.row);
+std::string stored(const Place& place, const Selectors& selectors, Image which) {
+  if (place.variable != nullptr) return *place.variable;
+  const Cell cell = place.cell(selectors);
+  return image(cell.image.value_or(which)).get(cell.row, cell.table);
 }
 
-bool isStep(Request& request) {
-  if (request.value != "+" && request.value != "-") return false;
-  request.step = request.value == "+" ? 1 : -1;
-  return true;
+/** All cells of a value, the first in front. */
+std::vector<Cell> cellsOf(const Place& place, const Selectors& selectors) {
+  std::vector<Cell> cells{place.cell(selectors)};
+  if (place.also == nullptr) return cells;
+  const std::vector<Cell> more = place.also(selectors);
+  cells.insert(cells.end(), more.begin(), more.end());
+  return cells;
 }
 
-int32_t parseNumber(Request& request) {
-  int32_t error = 0;
-  request.number = CTmxdUtility::toLong(request.value, 0, &error);
-  return error == 0 ? 0 : -status::kNotUnderstood;
+/** Writes each file of the cells once; false when one could not be written. The others are written all the same. */
+bool save(const std::vector<Cell>& cells) {
+  bool isSaved = true;
+  std::set<std::pair<Family, int32_t>> files;
+  for (const Cell& cell : cells) {
+    if (!files.emplace(cell.row.family, cell.table).second) continue;
+    const int32_t file = cell.row.family == Family::Patrol ? 0 : cell.table;
+    if (image(Image::Config).save(cell.row.family, file) != Config::kDone) isSaved = false;
+  }
+  return isSaved;
 }
 
-int32_t test(std::monostate /*nothing*/, Request& /*request*/) { return -status::kNotImplemented; }
-
-int32_t test(const Words& words, Request& request) {
-  const auto number = words.find(request.value);
-  if (!number) return -status::kNotUnderstood;
-  request.number = *number;
-  return 0;
+/** Keeps the value in the way of the rule; false when the file could not be written. */
+bool keep(const Rule& rule, const Request& request) {
+  if (rule.keeps == Keeps::Nothing) return true;
+  if (rule.place.variable != nullptr) {
+    *rule.place.variable = request.value;
+    return true;
+  }
+  const bool isStaging = rule.keeps != Keeps::ConfigOnly && rule.keeps != Keeps::ConfigInMemory;
+  const std::vector<Cell> cells = cellsOf(rule.place, request.selectors);
+  for (const Cell& cell : cells) {
+    if (isStaging) image(Image::User).set(cell.row, request.value, cell.table);
+    if (rule.keeps != Keeps::Staged) image(Image::Config).set(cell.row, request.value, cell.table);
+  }
+  return rule.keeps == Keeps::WriteThrough || rule.keeps == Keeps::ConfigOnly ? save(cells) : true;
 }
 
-int32_t test(const Number& range, Request& request) {
-  if (range.steps && isStep(request)) return 0;
-  if (parseNumber(request) < 0) return -status::kNotUnderstood;
-  return request.number < range.low || request.number > range.high ? -range.outside : 0;
-}
-
-int32_t test(const OneOf& list, Request& request) {
-  if (list.steps && isStep(request)) return 0;
-  if (parseNumber(request) < 0) return -status::kNotUnderstood;
-  const auto* end = list.numbers.data() + list.count;
-  return std::find(list.numbers.data(), end, request.number) == end ? -status::kInvalidRange : 0;
-}
-
-int32_t test(const Test& own, Request& request) { return own.run(request); }
-
-/** The status for an action's negative result. */
+/** The status for a negative result. */
 int32_t refusalFor(const Rule& rule, int32_t result) {
   for (const Refusal& refusal : rule.refusals) {
     if (refusal.result == result) return refusal.code;
@@ -60,47 +64,111 @@ int32_t refusalFor(const Rule& rule, int32_t result) {
   return result <= -status::kOk ? -result : status::kInternalError;
 }
 
-/** Keeps the value in the way of the rule; false when the file could not be written. */
-bool keep(const Rule& rule, const Request& request) {
-  if (rule.keeps == Keeps::Nothing) return true;
-  const Cell cell = rule.place.cell(request.selectors);
-  const Family family = rule.place.family;
-  if (rule.keeps != Keeps::ConfigOnly) image(Image::User).set(family, cell.table, cell.row, request.value);
-  if (rule.keeps != Keeps::Staged) image(Image::Config).set(family, cell.table, cell.row, request.value);
-  if (rule.keeps != Keeps::WriteThrough && rule.keeps != Keeps::ConfigOnly) return true;
-  return image(Image::Config).save(family, cell.table) == Config::kDone;
-}
-
 int32_t ask(int32_t (*guard)(const Selectors&), const Selectors& selectors) {
   return guard == nullptr ? 0 : guard(selectors);
 }
 
+/** The status of a command; its restart follows only where it has done something. */
+int32_t runCommand(const Rule& rule, const Command& command, Request& request) {
+  const int32_t result = command.run(request);
+  if (result < 0) return refusalFor(rule, result);
+  if (result == status::kAccepted) return result;
+  if (result != kNothingWaits && command.afterwards != PostAction::None) {
+    request.parameter.setPostAction(command.afterwards);
+  }
+  return status::kOk;
+}
+
+const Command* findCommand(const Rule& rule, std::string_view word) {
+  const auto found = std::ranges::find(rule.commands, word, &Command::word);
+  return found == rule.commands.end() || word.empty() ? nullptr : &*found;
+}
+
+/** Whether the value is accepted and can be kept; 0 or a negated status. */
+int32_t check(const Rule& rule, Request& request) {
+  if (!rule_check::takesValues(rule) && rule_check::takesCommands(rule)) return -status::kNotUnderstood;
+  const int32_t refused = accept(rule.accepts, request);
+  if (refused < 0 || !rule.place.row.exists()) return refused;
+  const Cell cell = rule.place.cell(request.selectors);
+  return Config::checkValue(cell.row, request.value, cell.table);
+}
+
+/** Tells the peer, then does what the rule does besides; the first result that ends the write, else 0. */
+int32_t perform(const Rule& rule, Request& request) {
+  if (rule.peer.tell != nullptr) {
+    const int32_t result = rule.peer.tell(rule.peer, request);
+    if (result < 0) return result;
+  }
+  return rule.act == nullptr ? 0 : rule.act(request);
+}
+
 /** The status of a write up to its answer: kOk, kAccepted, or the refusal. */
-int32_t carryOut(const Rule& rule, Request& request, void* self, RuleEngine::Act act) {
+int32_t carryOut(const Rule& rule, Request& request) {
   if (const int32_t result = ask(rule.guard.access, request.selectors); result < 0) return -result;
   if (const int32_t result = ask(rule.guard.write, request.selectors); result < 0) return -result;
+  if (const Command* command = findCommand(rule, request.value)) return runCommand(rule, *command, request);
+
   const auto isStored = [&] {
-    return !isInitialising() && stored(rule, request.selectors, rule.compares) == request.value;
+    return !isInitialising() && stored(rule.place, request.selectors, rule.compares) == request.value;
   };
   if (rule.unchanged == Unchanged::BeforeTest && isStored()) return status::kOk;
-  const int32_t refused = std::visit([&request](const auto& accepts) { return test(accepts, request); }, rule.accepts);
-  if (refused < 0) return -refused;
+  if (const int32_t refused = check(rule, request); refused < 0) return -refused;
   if (rule.unchanged == Unchanged::AfterTest && isStored()) return status::kOk;
 
-  const int32_t result = act == nullptr ? 0 : act(self, request);
+  const int32_t result = perform(rule, request);
   if (result < 0) return refusalFor(rule, result);
-  if (result == kAlreadyInForce) return status::kOk;
+  if (result == kNothingWaits) return status::kOk;
   if (!keep(rule, request)) return status::kInternalError;
 
+  if (result == status::kAccepted) return result;
   if (rule.answers.layer.empty()) return status::kOk;
-  const bool agree = rule.unchanged == Unchanged::AfterKeeping &&
-                     stored(rule, request.selectors, Image::Config) == stored(rule, request.selectors, Image::User);
+  const bool agree =
+      rule.unchanged == Unchanged::AfterKeeping &&
+      stored(rule.place, request.selectors, Image::Config) == stored(rule.place, request.selectors, Image::User);
   return agree ? status::kOk : status::kAccepted;
+}
+
+/** What a read shows, bare; 0, or a negative result. */
+int32_t show(const Rule& rule, const Request& request, std::string& text) {
+  if (!rule.shows.fixed.empty()) {
+    text = rule.shows.fixed;
+    return 0;
+  }
+  if (rule.fetch != nullptr || rule.peer.ask != nullptr) {
+    const int32_t result = rule.fetch != nullptr ? rule.fetch(request, text) : rule.peer.ask(rule.peer, request, text);
+    if (result != kShowStored) return result;
+  }
+  if (!rule.place.exists()) return -status::kNotImplemented;
+  text = stored(rule.place, request.selectors, rule.shows.image);
+  return 0;
+}
+
+/** The word of the number that was asked for; 0 or -500. */
+int32_t toWord(const Words& words, std::string& text) {
+  const auto number = parseNumber(text);
+  text = number ? words.text(*number) : std::string_view();
+  return text.empty() ? -status::kInternalError : 0;
+}
+
+/** The answer of another path, as the same caller gets it, becomes this one's. */
+int32_t forward(const Rule& rule, Parameter& parameter) {
+  std::string query(rule.forward);
+  if (!parameter.getValue().empty()) query += "=" + parameter.getValue();
+  std::string response;
+  if (execApiCommandInternal(query, &response, static_cast<int8_t>(parameter.getUserType()),
+                             static_cast<int8_t>(parameter.getContentType())) < 0) {
+    return RuleEngine::answerStatus(parameter, status::kInternalError);
+  }
+  return parameter.setResponse(response);
 }
 
 }  // namespace
 
 namespace RuleEngine {
+
+std::string stored(const Rule& rule, const Selectors& selectors) {
+  return ::stored(rule.place, selectors, rule.shows.image);
+}
 
 int32_t answerValue(Parameter& parameter, const std::string& text) {
   return parameter.setResponse("=" + text + getStatusCode(status::kOk));
@@ -120,29 +188,30 @@ std::string hintText(const Hint& hint, const Selectors& selectors) {
   return text + std::string(hint.command) + ")";
 }
 
-int32_t read(const Rule& rule, ExecArgs& args, void* self, Fetch fetch) {
+int32_t read(const Rule& rule, ExecArgs& args) {
+  Parameter& parameter = *args.m_parameter;
+  if (!rule.forward.empty()) return forward(rule, parameter);
   const int32_t refused = ask(rule.guard.access, args.m_selectors);
-  if (refused < 0) return answerStatus(*args.m_parameter, -refused);
+  if (refused < 0) return answerStatus(parameter, -refused);
   std::string text;
-  if (fetch != nullptr) {
-    const int32_t result = fetch(self, Request{*args.m_parameter, args.m_selectors, {}}, text);
-    if (result < 0) return answerStatus(*args.m_parameter, refusalFor(rule, result));
-  } else if (!rule.shows.fixed.empty()) {
-    text = rule.shows.fixed;
-  } else if (rule.place.exists()) {
-    text = stored(rule, args.m_selectors, rule.shows.image);
-  } else {
-    return answerStatus(*args.m_parameter, status::kNotImplemented);
-  }
+  int32_t result = show(rule, Request{parameter, args.m_selectors}, text);
+  if (result >= 0 && rule.shows.words != nullptr) result = toWord(*rule.shows.words, text);
+  if (result < 0) return answerStatus(parameter, refusalFor(rule, result));
   if (rule.shows.escaped) text = CTmxdUtility::encodeValue(text);
-  return answerValue(*args.m_parameter, std::string(rule.shows.prefix) + text + std::string(rule.shows.suffix));
+  if (!text.empty()) text += rule.shows.suffix;
+  return answerValue(parameter, std::string(rule.shows.prefix) + text);
 }
 
-int32_t write(const Rule& rule, ExecArgs& args, void* self, Act act) {
-  Request request{*args.m_parameter, args.m_selectors, args.m_parameter->getValue()};
-  const int32_t code = carryOut(rule, request, self, act);
-  if (code != status::kAccepted) return answerStatus(*args.m_parameter, code);
-  return args.m_parameter->setResponse(getStatusCode(code) + hintText(rule.answers, args.m_selectors));
+int32_t write(const Rule& rule, ExecArgs& args) {
+  Parameter& parameter = *args.m_parameter;
+  if (!rule.forward.empty()) return forward(rule, parameter);
+  Request request{parameter, args.m_selectors, parameter.getValue()};
+  const int32_t code = carryOut(rule, request);
+  const bool hasHint = code == status::kAccepted && !rule.answers.layer.empty();
+  if (hasHint) return parameter.setResponse(getStatusCode(code) + hintText(rule.answers, args.m_selectors));
+  if (request.detail.empty()) return answerStatus(parameter, code);
+  parameter.setResponse(getStatusCode(code) + request.detail);
+  return -1;
 }
 
 }  // namespace RuleEngine

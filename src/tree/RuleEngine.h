@@ -9,14 +9,19 @@
 /** Executes rules: the only read path and the only write path of all leaves that state one. */
 namespace RuleEngine {
 
-/** What a leaf does besides; `self` is the leaf (Leaf.h). */
-using Act = int32_t (*)(void* self, Request& request);
-using Fetch = int32_t (*)(void* self, const Request& request, std::string& text);
+/**
+ * Read: guard, then the fixed text, what the rule's function, its peer or its place gives, and the answer; 0, or -1
+ * with the status in the response.
+ */
+int32_t read(const Rule& rule, ExecArgs& args);
+/**
+ * Write: guard, command or compare, test, tell, act, keep, answer; 0, or -1 with the status in the response. Before
+ * anything happens the value is also refused when it could not stand in the line of its row.
+ */
+int32_t write(const Rule& rule, ExecArgs& args);
 
-/** Read: from `fetch`, the fixed text or the rule's row; 0, or -1 with the status in the response. */
-int32_t read(const Rule& rule, ExecArgs& args, void* self, Fetch fetch);
-/** Write: compare, test, act, keep, answer; 0, or -1 with the status in the response. */
-int32_t write(const Rule& rule, ExecArgs& args, void* self, Act act);
+/** The text in the place of the rule, from the image that a read shows. */
+[[nodiscard]] std::string stored(const Rule& rule, const Selectors& selectors);
 
 /** Sets the answer "=text" with 200. */
 int32_t answerValue(Parameter& parameter, const std::string& text);

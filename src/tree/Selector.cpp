@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
-#include "service/CTmxdUtility.h"
+#include "service/Numbers.h"
 
 namespace {
 
@@ -13,10 +13,9 @@ int32_t checkText(std::monostate /*unchecked*/, const std::string& /*selector*/)
 
 int32_t checkText(const SelectorNumber& rule, const std::string& selector) {
   if (rule.digitsOnly && !std::all_of(selector.begin(), selector.end(), isDigit)) return -status::kNotUnderstood;
-  int32_t error = 0;
-  const int32_t number = CTmxdUtility::toLong(selector, 0, &error);
-  if (error != 0) return -status::kNotUnderstood;
-  return number < rule.low || number > rule.high ? -status::kNotValidForResource : 0;
+  const auto number = parseNumber(selector);
+  if (!number) return -status::kNotUnderstood;
+  return *number < rule.low || *number > rule.high ? -status::kNotValidForResource : 0;
 }
 
 char toLower(unsigned char character) { return static_cast<char>(std::tolower(character)); }
@@ -32,9 +31,11 @@ int32_t checkText(const SelectorWord& rule, const std::string& selector) {
 int32_t checkSelector(const Selector& rule, const std::string& selector) {
   if (rule.available != nullptr && !rule.available()) return -status::kCommandNotFound;
   if (selector.empty()) return -rule.empty;
-  return std::visit([&selector](const auto& text) { return checkText(text, selector); }, rule.takes);
+  const int32_t refused = std::visit([&selector](const auto& text) { return checkText(text, selector); }, rule.takes);
+  if (refused == 0 && rule.selects != nullptr) rule.selects(selector);
+  return refused;
 }
 
 int32_t selectorNumber(const Selectors& selectors, size_t layer, int32_t fallback) {
-  return layer < selectors.size() ? CTmxdUtility::toLong(selectors[layer], fallback, nullptr) : fallback;
+  return layer < selectors.size() ? parseNumber(selectors[layer]).value_or(fallback) : fallback;
 }

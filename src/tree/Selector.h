@@ -34,6 +34,8 @@ struct Selector {
   /** The status for a layer without brackets; 0 where that is accepted. */
   int32_t empty = 0;
   std::variant<std::monostate, SelectorNumber, SelectorWord> takes{};
+  /** Hears of each accepted selector that is not empty: a path with it changes what later requests mean. */
+  void (*selects)(const std::string& selector) = nullptr;
 };
 
 /** Selector::available for a feature of the model file. */
@@ -51,7 +53,7 @@ bool lacks() {
 constexpr bool isSound(const Selector& rule) {
   if (const auto* number = std::get_if<SelectorNumber>(&rule.takes)) return number->low <= number->high;
   if (const auto* word = std::get_if<SelectorWord>(&rule.takes)) return !word->words.empty();
-  return rule.available != nullptr && rule.empty == 0;
+  return rule.available != nullptr && rule.empty == 0 && rule.selects == nullptr;
 }
 
 /** Applies the rule to the text between the brackets; 0 or a negated status. */

@@ -213,12 +213,12 @@ TEST_F(EncoderTest, FrameRatesDecidePassModeAndHighRate) {
     int32_t highRates;
   } kCases[] = {
       {{{{.status = "off", .framerate = "30"}, {.status = "off", .framerate = "25"}, {.status = "off"}}}, 1, 0},
-      {{{{.framerate = "30"}, {.framerate = "15"}, {.framerate = "15"}}}, 0, -1},
-      {{{{.framerate = "5"}, {.framerate = "25"}, {.framerate = "15.5"}}}, 0, -2},
-      {{{{.framerate = "29"}, {.framerate = "24.9"}, {.framerate = "30.1"}}}, 1, -3},
-      {{{{.framerate = "15"}, {.framerate = "15"}, {.framerate = "25.0"}}}, 0, -1},
+      {{{{.framerate = "30"}, {.framerate = "15"}, {.framerate = "15"}}}, 0, 1},
+      {{{{.framerate = "5"}, {.framerate = "25"}, {.framerate = "15.5"}}}, 0, 2},
+      {{{{.framerate = "29"}, {.framerate = "24.9"}, {.framerate = "30.1"}}}, 1, 3},
+      {{{{.framerate = "15"}, {.framerate = "15"}, {.framerate = "25.0"}}}, 0, 1},
       {{{{.framerate = "15"}, {.framerate = "7.5"}, {.status = "off", .framerate = "30"}}}, 1, 0},
-      {{{{.framerate = "15.0000001"}, {.framerate = ""}, {.framerate = "x"}}}, 1, -1},
+      {{{{.framerate = "15.0000001"}, {.framerate = ""}, {.framerate = "x"}}}, 1, 1},
   };
   for (const auto& test : kCases) {
     library = {};

@@ -1,4 +1,4 @@
-#include "camera/MotionSequencer.h"
+#include "service/Sequencer.h"
 
 #include "request/StatusCode.h"
 #include "service/CTmxdUtility.h"
