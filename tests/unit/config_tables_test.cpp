@@ -117,22 +117,20 @@ constexpr AccessCase kAccessCases[] = {
 TEST(ConfigAccess, OnlyExistingRowsAreReadAndWritten) {
   for (const AccessCase& item : kAccessCases) {
     Store store;
-    EXPECT_EQ(store.set(item.family, item.index, item.row, "new text"), item.isRow ? 0 : -1)
+    EXPECT_EQ(store.set({item.family, item.row}, "new text", item.index), item.isRow ? 0 : -1)
         << static_cast<int>(item.family) << " " << item.index << " " << item.row;
-    EXPECT_EQ(store.get(item.family, item.index, item.row), item.isRow ? "new text" : "")
+    EXPECT_EQ(store.get({item.family, item.row}, item.index), item.isRow ? "new text" : "")
         << static_cast<int>(item.family) << " " << item.index << " " << item.row;
   }
 }
 
 TEST(ConfigAccess, NamedOperationsReachTheirOwnTable) {
   Store store;
-  EXPECT_EQ(store.setCamFocusConfig(cam_focus_row::FOCUS_DIR, "far"), 0);
-  EXPECT_EQ(store.get(Family::CamFocus, 0, 2), "far");
-  EXPECT_EQ(store.setPatrolConfig(0, 19, patrol_row::PATROL_SPEED, "1.5"), 0);
-  EXPECT_EQ(store.getPatrolConfig(0, 19, 2), "1.5");
-  EXPECT_EQ(store.getPatrolConfig(0, 18, 2), "100.0");
-  EXPECT_EQ(store.getPatrolConfig(1, 0, 0), "");
-  EXPECT_EQ(store.setPatrolConfig(1, 0, 0, "1"), -1);
+  EXPECT_EQ(store.set(cam_focus_row::FOCUS_DIR, "far"), 0);
+  EXPECT_EQ(store.get({Family::CamFocus, 2}), "far");
+  EXPECT_EQ(store.set(patrol_row::PATROL_SPEED, "1.5", 19), 0);
+  EXPECT_EQ(store.get({Family::Patrol, 2}, 19), "1.5");
+  EXPECT_EQ(store.get({Family::Patrol, 2}, 18), "100.0");
   EXPECT_EQ(store.setSceneConfig(7, scene_row::COLOR, "5"), 0);
   EXPECT_EQ(store.getSceneConfig(7, 1), "5");
   EXPECT_EQ(store.getSceneConfig(6, 1), "0");
@@ -142,12 +140,12 @@ TEST(ConfigAccess, ASaveOrReloadOfNoFileIsRefused) {
   Store store;
   EXPECT_EQ(store.saveSceneConfig(8), -1);
   EXPECT_EQ(store.saveSceneConfig(-1), -1);
-  EXPECT_EQ(store.saveApplicationConfig(10), -1);
-  EXPECT_EQ(store.saveAudDetectConfig(2), -1);
+  EXPECT_EQ(store.save(Family::Application, 10), -1);
+  EXPECT_EQ(store.save(Family::AudDetect, 2), -1);
   EXPECT_EQ(store.saveEncodeConfig(3), -1);
-  EXPECT_EQ(store.savePositionConfig(20), -1);
-  EXPECT_EQ(store.savePatrolConfig(1), -1);
-  EXPECT_EQ(store.saveEventConfig(10), -1);
+  EXPECT_EQ(store.save(Family::Position, 20), -1);
+  EXPECT_EQ(store.save(Family::Patrol, 1), -1);
+  EXPECT_EQ(store.save(Family::Event, 10), -1);
   EXPECT_EQ(store.reloadSceneConfig(8), -1);
   EXPECT_EQ(store.readSceneConfig(-1), -1);
   for (const int32_t channel : {-1, 0, 4, 5})
@@ -157,21 +155,21 @@ TEST(ConfigAccess, ASaveOrReloadOfNoFileIsRefused) {
 TEST(ConfigAccess, AnInhibitedStoreAcceptsAndKeepsNothing) {
   Store store;
   store.setWriteInhibit(1);
-  EXPECT_EQ(store.setSystemConfig(system_row::TIMEZONE, "UTC"), 0);
-  EXPECT_EQ(store.saveSystemConfig(), 0);
-  EXPECT_EQ(store.setVideoConfig(1, "on"), -1);  // the family refuses before the store is asked
+  EXPECT_EQ(store.set(system_row::TIMEZONE, "UTC"), 0);
+  EXPECT_EQ(store.save(Family::System), 0);
+  EXPECT_EQ(store.set({Family::Video, 1}, "on"), -1);  // the family refuses before the store is asked
   store.setWriteInhibit(0);
-  EXPECT_EQ(store.getSystemConfig(system_row::TIMEZONE), "Japan");
-  EXPECT_EQ(store.setSystemConfig(system_row::TIMEZONE, "UTC"), 0);
-  EXPECT_EQ(store.getSystemConfig(system_row::TIMEZONE), "UTC");
+  EXPECT_EQ(store.get(system_row::TIMEZONE), "Japan");
+  EXPECT_EQ(store.set(system_row::TIMEZONE, "UTC"), 0);
+  EXPECT_EQ(store.get(system_row::TIMEZONE), "UTC");
 }
 
 TEST(Initialising, GuardsNestAndInhibitBothStores) {
   const auto keepsWrites = [](Config* store) {
-    const std::string before = store->getUiConfig(0);
+    const std::string before = store->get(ui_row::UI_ENC1_CBRMODE_JPEG);
     const std::string after = before == "vbr" ? "cbr" : "vbr";
-    EXPECT_EQ(store->setUiConfig(0, after), 0);
-    return store->getUiConfig(0) == after;
+    EXPECT_EQ(store->set(ui_row::UI_ENC1_CBRMODE_JPEG, after), 0);
+    return store->get(ui_row::UI_ENC1_CBRMODE_JPEG) == after;
   };
   const auto expectState = [&](bool isRaised) {
     EXPECT_EQ(isInitialising(), isRaised);

@@ -213,7 +213,7 @@ TEST(EncodeRangeSetup, TakesTheOtherChannelsAndTheAnalogOutputFromTheStore) {
   for (const auto& test : kCases) {
     for (std::size_t i = 0; i < 3; ++i)
       store(config, static_cast<int32_t>(i), test.stored[i]);
-    ASSERT_EQ(config.setVideoConfig(video_row::VIDEO_OUTPUT, test.analogOutput), 0);
+    ASSERT_EQ(config.set(video_row::VIDEO_OUTPUT, test.analogOutput), 0);
     EncodeRangeData range;
     const int32_t result = encoderRangeInfoSetup(range, config, "jpeg", "1280x960", test.attr);
     EXPECT_EQ(result, *test.quality == '\0' ? -1 : 0) << &test - kCases;
