@@ -1,7 +1,7 @@
 #include "devices/VideoOutput.h"
 
 #include "config/Config.h"
-#include "encode/AnalogOutput.h"
+#include "encoder/AnalogOutput.h"
 #include "platform/zr_com.h"
 #include "request/Log.h"
 #include "service/CTmxdUtility.h"

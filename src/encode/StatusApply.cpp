@@ -2,13 +2,12 @@
 
 #include <string>
 
-#include "camera/CCameraApiBase.h"
 #include "config/Config.h"
 #include "dsp/CameraDSP.h"
 #include "dsp/CameraDspInstance.h"
 #include "dsp/DetectionSet.h"
 #include "dsp/Words.h"
-#include "encode/AnalogOutput.h"
+#include "encoder/AnalogOutput.h"
 #include "encode/Status.h"
 #include "encoder/Encoder.h"
 #include "request/Log.h"
@@ -84,7 +83,7 @@ void CStatus::m_resetBlcArea(CameraDSP& dsp) {
 
   const std::string area = CUserConfig::getInstance()->getCameraConfig(camera_row::BLC_AREA);
   Config& config = *Config::getInstance();
-  for (int32_t scene = 0; scene < CCameraApiBase::kScenes; ++scene) {
+  for (int32_t scene = 0; scene < familyInfo(Family::Scene).tables; ++scene) {
     config.setSceneConfig(scene, scene_row::BLC_AREA, area);
     config.saveSceneConfig(scene);
   }

@@ -1,4 +1,4 @@
-#include "encode/AnalogOutput.h"
+#include "encoder/AnalogOutput.h"
 
 #include "config/Config.h"
 
