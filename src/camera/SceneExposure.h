@@ -44,8 +44,8 @@ struct CScene::CAutoExposure::CReferenceExt : CCameraApiBase {
 
 struct CScene::CAutoExposure::CPriority : CCameraApiBase {
   static constexpr Rule rule =
-      sceneItem(camera_row::AUTO_EXPOSURE_PRIORITY, Words{Word{"motion", 0}, Word{"quality", 2}, Word{"combo", 1}},
-                toDsp<&CameraDSP::setAutoExposurePriority>, {{{dsp::kNotUnderstood, status::kMethodNotAllowed}}});
+      sceneItem(camera_row::AUTO_EXPOSURE_PRIORITY, dsp::words::kPriority, toDsp<&CameraDSP::setAutoExposurePriority>,
+                {{{dsp::kNotUnderstood, status::kMethodNotAllowed}}});
 };
 
 /** Weight of the average against the peak of the picture. */

@@ -73,21 +73,21 @@ struct CScene::CImage::CTrueDaynight : CCameraApiBase {
 
 struct CScene::CImage::CTrueDaynight::CAf : CCameraApiBase {
   static int32_t act(Request& request);
-  static constexpr Rule rule = sceneItem(camera_row::AUTO_FOCUS, Words{"off", "on"}, act);
+  static constexpr Rule rule = sceneItem(camera_row::AUTO_FOCUS, dsp::words::kOffOn, act);
 };
 
 /** Day and night without a cut filter. */
 struct CScene::CImage::CEasyDaynight : CCameraApiBase {
   static int32_t act(Request& request);
   static constexpr Selector selector{.available = lacks<Feature::DAY_NIGHT>};
-  static constexpr Rule rule = sceneItem(camera_row::EASY_DAY_NIGHT, Words{"bw", "color", "auto"}, act);
+  static constexpr Rule rule = sceneItem(camera_row::EASY_DAY_NIGHT, dsp::words::kEasyDayNight, act);
 };
 
 struct CScene::CImage::C3ddnr : CCameraApiBase {
   static int32_t mayChange(const Selectors& selectors);
   static constexpr Rule rule{
       .guard = {.access = isScene, .write = mayChange},
-      .accepts = Words{"off", "low", "mid", "high"},
+      .accepts = dsp::words::kNoiseReduction,
       .place = {camera_row::DNR_3D, inScene},
       .act = toDsp<&CameraDSP::set3ddnr>,
       .answers = kSaveScene,
@@ -130,20 +130,20 @@ struct CScene::CImage::CWhiteBalance::CB : CCameraApiBase {
 };
 
 struct CScene::CImage::CLumx : CCameraApiBase {
-  static constexpr Rule rule = sceneItem(camera_row::LUMX, Words{"off", "on"}, toDsp<&CameraDSP::setLumxStatus>);
+  static constexpr Rule rule = sceneItem(camera_row::LUMX, dsp::words::kOffOn, toDsp<&CameraDSP::setLumxStatus>);
 };
 
 struct CScene::CImage::CBlc : CCameraApiBase {
   static int32_t act(Request& request);
-  static constexpr Rule rule = sceneItem(camera_row::BLC, Words{"off", "a", "b", "c", "d", "manual"}, act);
+  static constexpr Rule rule = sceneItem(camera_row::BLC, dsp::words::kBlc, act);
   struct CArea;
 };
 
 /** The area for which "manual" compensates, as a bit stream in hexadecimal digits, which the DSP's channel judges. */
 struct CScene::CImage::CBlc::CArea : CCameraApiBase {
   static int32_t act(Request& request);
-  static constexpr Rule rule = sceneItem(camera_row::BLC_AREA, Text{}, act,
-                                         {{{dsp::kNotUnderstood, status::kNotUnderstood}}});
+  static constexpr Rule rule =
+      sceneItem(camera_row::BLC_AREA, Text{}, act, {{{dsp::kNotUnderstood, status::kNotUnderstood}}});
 };
 
 }  // namespace Camera

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "config/Framesizes.h"
 #include "config/StoreText.h"
 #include "request/Log.h"
 #include "request/StatusCode.h"
@@ -127,7 +128,7 @@ int32_t Config::save(Family family, int32_t index) {
 }
 
 int32_t Config::isFramesize(std::string_view text) {
-  constexpr std::string_view kFramesizes[] = {"1920x1080", "quadvga", "1280x960", "1280x720", "vga",
-                                              "640x480",   "qvga",    "320x240",  "640x360"};
-  return std::ranges::find(kFramesizes, text) != std::ranges::end(kFramesizes) ? 1 : 0;
+  constexpr int32_t kSmallest = 240;  // lines; what is smaller is the encoders' own
+  const Framesize* size = findFramesize(text);
+  return size != nullptr && size->height >= kSmallest ? 1 : 0;
 }

@@ -46,7 +46,7 @@ int32_t cellsIn(const Grid& grid, bool isNarrow) {
 }  // namespace
 
 int32_t CameraDSP::setBLC(const std::string& mode, bool sendflag) {
-  const auto value = dsp::numberOf(dsp::words::kBlc, mode);
+  const auto value = dsp::words::kBlc.find(mode);
   if (!value) {
     TMX_LOG(LOG_ERR, "blc out of range(%s)", mode.c_str());
     return dsp::kOutOfRange;

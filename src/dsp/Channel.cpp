@@ -63,7 +63,7 @@ int32_t CameraDSP::sendLoadComplete() {
 void CameraDSP::store(int32_t row, const std::string& text) {
   m_store(row, text);
   if (row != camera_row::SHUTTER) return;
-  if (const auto code = dsp::numberOf(dsp::shutter::kNames, text)) {
+  if (const auto code = dsp::shutter::kNames.find(text)) {
     m_shutterMode = *code;
     m_shutterSpeed = *code == dsp::shutter::kFlickerless ? dsp::shutter::kNamedSpeed : dsp::shutter::kSlowest;
     return;
@@ -77,7 +77,7 @@ void CameraDSP::store(int32_t row, const std::string& text) {
 int32_t CameraDSP::getCurrentInt(int32_t row) const {
   const dsp::WordRow& rule = dsp::wordRow(row);
   const std::string text = m_text(row);
-  if (const auto number = dsp::numberOf(rule.words, text)) return *number;
+  if (const auto number = rule.words.find(text)) return *number;
   if (const auto number = rule.decimalOffset ? parseNumber(text) : std::nullopt) {
     return static_cast<int32_t>(static_cast<uint32_t>(*number) + static_cast<uint32_t>(*rule.decimalOffset));
   }

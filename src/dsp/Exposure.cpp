@@ -101,7 +101,7 @@ int32_t CameraDSP::setAutoExposurePriority(uint32_t priority, bool sendflag) {
 }
 
 int32_t CameraDSP::setIrisMode(std::string_view mode, bool sendflag) {
-  const auto value = dsp::numberOf(dsp::words::kIris, mode);
+  const auto value = dsp::words::kIris.find(mode);
   if (!value) {
     TMX_LOG(LOG_ERR, "iris mode out of range(%.*s)", static_cast<int>(mode.size()), mode.data());
     return dsp::kOutOfRange;

@@ -39,9 +39,9 @@ inline constexpr Bytes kBytes[] = {
 inline constexpr uint8_t kManualFastLimit = 10;
 
 /** Names of the modes; of two names the first is the one that is stored. */
-inline constexpr Word kNames[] = {
-    {"flickerless", kFlickerless}, {"auto", kAuto},         {"auto100", kAuto100},
-    {"auto250", kAuto250},         {"semi_auto", kAuto250}, {"auto1000", kAuto1000},
+inline constexpr Words kNames{
+    Word{"flickerless", kFlickerless}, Word{"auto", kAuto},         Word{"auto100", kAuto100},
+    Word{"auto250", kAuto250},         Word{"semi_auto", kAuto250}, Word{"auto1000", kAuto1000},
 };
 
 /** The speeds in the order of their index in frame 0x21; the compensations stand in the same order. */

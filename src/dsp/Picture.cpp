@@ -18,13 +18,11 @@ bool isOnScale(const char* setter, int32_t value) {
   return false;
 }
 
-constexpr dsp::Word kGammaFlags[] = {
-    {"0.3", 0}, {"0.35", 0}, {"0.4", 0}, {"0.45", 0}, {"0.5", 1}, {"0.55", 1}, {"0.6", 1}, {"1", 1},
-};
+constexpr Words kHighGammas{"0.5", "0.55", "0.6", "1"};
 constexpr char kGammaLow[] = "0.45";
 constexpr char kGammaHigh[] = "1";
 
-int32_t gammaFlag(std::string_view gamma) { return dsp::numberOf(kGammaFlags, gamma).value_or(0); }
+int32_t gammaFlag(std::string_view gamma) { return kHighGammas.find(gamma) ? 1 : 0; }
 
 }  // namespace
 

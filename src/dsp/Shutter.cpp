@@ -46,7 +46,7 @@ int32_t CameraDSP::setShutterSpeedWithAGC(int32_t mode, int32_t speed) {
 }
 
 int32_t CameraDSP::setShutterByName(std::string_view name) {
-  const auto code = dsp::numberOf(shutter::kNames, name);
+  const auto code = shutter::kNames.find(name);
   if (!code) return dsp::kNotUnderstood;
   return setShutterSpeed(*code, shutter::kNamedSpeed, true) < 0 ? dsp::kSendFailed : dsp::kDone;
 }
@@ -62,8 +62,7 @@ std::string CameraDSP::getShutterSpeedMode() const {
   if (shutter::isManual(m_shutterMode)) {
     text = std::to_string(m_shutterSpeed);
   } else {
-    const auto* name = std::ranges::find(shutter::kNames, m_shutterMode, &dsp::Word::number);
-    if (name != std::end(shutter::kNames)) text = name->text;
+    text = shutter::kNames.text(m_shutterMode);
   }
   TMX_LOG(LOG_DEBUG, "get shutterspeed(mode %02lxH)::[ %s ] ", static_cast<unsigned long>(m_shutterMode), text.c_str());
   return text;

@@ -2,40 +2,35 @@
 
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string_view>
 
 #include "config/Rows.h"
+#include "service/Words.h"
 
 namespace dsp {
-
-/** One word of a setting and its number for the DSP. */
-struct Word {
-  std::string_view text;
-  int32_t number;
-};
 
 /** The words of one row of the camera table. Where two words share a number, the first is the one that is stored. */
 struct WordRow {
   int32_t row;
   const char* logName;
-  std::span<const Word> words;
+  const Words& words;
   int32_t fallback;                           ///< the number of any other text
   std::optional<int32_t> decimalOffset = {};  ///< a decimal n stands for n + offset
 };
 
 namespace words {
-inline constexpr Word kOffOn[] = {{"off", 0}, {"on", 1}};
-inline constexpr Word kWhiteBalance[] = {{"manual", 0}, {"autoW", 1}, {"auto", 1}, {"autoN", 2}};
-inline constexpr Word kBrightness[] = {{"manual", 0}, {"autoM", 1}, {"auto", 1}, {"autoH", 2}};
-inline constexpr Word kEnhanceBand[] = {{"low", 0}, {"high", 1}};
-inline constexpr Word kTrueDayNight[] = {{"bw", 0}, {"color", 1}, {"autoL", 2}, {"autoM", 3}, {"autoH", 4}};
-inline constexpr Word kPriority[] = {{"motion", 0}, {"combo", 1}, {"quality", 2}};
-inline constexpr Word kEasyDayNight[] = {{"bw", 0}, {"color", 1}, {"auto", 2}};
-inline constexpr Word kConvergence[] = {{"normal", 0}, {"strong", 1}};
-inline constexpr Word kNoiseReduction[] = {{"off", 0}, {"low", 1}, {"mid", 2}, {"high", 3}};
-inline constexpr Word kBlc[] = {{"off", 0}, {"a", 1}, {"b", 2}, {"c", 3}, {"d", 4}, {"manual", 5}};
-inline constexpr Word kIris[] = {{"0", 0}, {"auto", 1}, {"100", 2}};
+inline constexpr Words kOffOn{Word{"off", 0}, Word{"on", 1}};
+inline constexpr Words kWhiteBalance{Word{"manual", 0}, Word{"autoW", 1}, Word{"auto", 1}, Word{"autoN", 2}};
+inline constexpr Words kBrightness{Word{"manual", 0}, Word{"autoM", 1}, Word{"auto", 1}, Word{"autoH", 2}};
+inline constexpr Words kEnhanceBand{Word{"low", 0}, Word{"high", 1}};
+inline constexpr Words kTrueDayNight{Word{"bw", 0}, Word{"color", 1}, Word{"autoL", 2}, Word{"autoM", 3},
+                                     Word{"autoH", 4}};
+inline constexpr Words kPriority{Word{"motion", 0}, Word{"combo", 1}, Word{"quality", 2}};
+inline constexpr Words kEasyDayNight{Word{"bw", 0}, Word{"color", 1}, Word{"auto", 2}};
+inline constexpr Words kConvergence{Word{"normal", 0}, Word{"strong", 1}};
+inline constexpr Words kNoiseReduction{Word{"off", 0}, Word{"low", 1}, Word{"mid", 2}, Word{"high", 3}};
+inline constexpr Words kBlc{Word{"off", 0}, Word{"a", 1}, Word{"b", 2}, Word{"c", 3}, Word{"d", 4}, Word{"manual", 5}};
+inline constexpr Words kIris{Word{"0", 0}, Word{"auto", 1}, Word{"100", 2}};
 }  // namespace words
 
 inline constexpr WordRow kWordRows[] = {
@@ -59,13 +54,6 @@ inline constexpr WordRow kWordRows[] = {
   while (found->row != row)
     ++found;
   return *found;
-}
-
-[[nodiscard]] constexpr std::optional<int32_t> numberOf(std::span<const Word> words, std::string_view text) {
-  for (const Word& word : words) {
-    if (word.text == text) return word.number;
-  }
-  return std::nullopt;
 }
 
 /** The stored word of a number; a number without a word has that of the row's fallback. */

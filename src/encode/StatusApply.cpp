@@ -7,8 +7,8 @@
 #include "dsp/CameraDspInstance.h"
 #include "dsp/DetectionSet.h"
 #include "dsp/Words.h"
-#include "encoder/AnalogOutput.h"
 #include "encode/Status.h"
+#include "encoder/AnalogOutput.h"
 #include "encoder/Encoder.h"
 #include "request/Log.h"
 #include "service/CTmxdUtility.h"
@@ -24,7 +24,7 @@ uint32_t noiseReductionLevel() {
   }
   TMX_LOG(LOG_DEBUG, "change 15fps -> reload  set ");
   const std::string level = Config::getInstance()->getCameraConfig(camera_row::DNR_3D);
-  return static_cast<uint32_t>(dsp::numberOf(dsp::words::kNoiseReduction, level).value_or(0));
+  return static_cast<uint32_t>(dsp::words::kNoiseReduction.find(level).value_or(0));
 }
 
 }  // namespace

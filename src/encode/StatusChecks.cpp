@@ -6,6 +6,7 @@
 
 #include "config/Config.h"
 #include "encode/Status.h"
+#include "encoder/EncodeCodes.h"
 #include "encoder/Encoder.h"
 #include "encoder/QualityTable.h"
 #include "encoder/StoredNumber.h"
@@ -28,11 +29,11 @@ int32_t dropStaged(int32_t refusal) {
 /** The modes of jpeg channels and of the stream channels, in both cases of letters. */
 constexpr Words kJpegModes{"vfs", "VFS", "afs", "AFS"};
 constexpr Words kStreamModes{"cbr", "CBR", "vbr", "VBR"};
-constexpr Words kStreamTypes{"mpeg4", "h264baseline", "h264high"};
 
 bool fitsType(const std::string& mode, const std::string& type) {
-  if (type == "jpeg") return kJpegModes.find(mode).has_value();
-  return !kStreamTypes.find(type) || kStreamModes.find(mode);
+  const Codec* codec = findCodec(type);
+  if (codec == nullptr) return true;
+  return (codec->isStream ? kStreamModes : kJpegModes).find(mode).has_value();
 }
 
 }  // namespace

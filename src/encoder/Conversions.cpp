@@ -1,6 +1,7 @@
-#include <array>
 #include <string_view>
 
+#include "config/Framesizes.h"
+#include "encoder/EncodeCodes.h"
 #include "encoder/Encoder.h"
 #include "encoder/StoredNumber.h"
 #include "platform/zr_com.h"
@@ -8,48 +9,7 @@
 
 namespace {
 
-struct EncodeType {
-  std::string_view text;
-  int32_t format;  ///< the library's number
-  bool isStream;   ///< has a bit rate and I-frames, where jpeg has a picture size
-};
-
-constexpr std::array<EncodeType, 4> kTypes = {{
-    {"jpeg", 2, false},
-    {"mpeg4", 3, true},
-    {"h264baseline", 50, true},
-    {"h264high", 52, true},
-}};
-
 constexpr int32_t kNoFormat = 0;
-
-struct Framesize {
-  std::string_view text;
-  int32_t width;
-  int32_t height;
-};
-
-constexpr std::array<Framesize, 10> kFramesizes = {{
-    {"1920x1080", 1920, 1080},
-    {"quadvga", 1280, 960},
-    {"1280x960", 1280, 960},
-    {"1280x720", 1280, 720},
-    {"vga", 640, 480},
-    {"640x480", 640, 480},
-    {"qvga", 320, 240},
-    {"320x240", 320, 240},
-    {"640x360", 640, 360},
-    {"320x180", 320, 180},
-}};
-
-/** The row of the text, nullptr when there is none. */
-template <typename Row, std::size_t size>
-const Row* find(const std::array<Row, size>& rows, std::string_view text) {
-  for (const Row& row : rows) {
-    if (row.text == text) return &row;
-  }
-  return nullptr;
-}
 
 }  // namespace
 
@@ -64,7 +24,7 @@ int32_t Encoder::setConvertSetToSdk_Formattype(int32_t channel) {
   int32_t format = kNoFormat;
   if (staged(channel, encode_row::ENC_STATUS) == "off") {
     TMX_LOG(LOG_DEBUG, "ch(%ld) status(off)", static_cast<long>(channel));
-  } else if (const EncodeType* known = find(kTypes, type); known != nullptr) {
+  } else if (const Codec* known = findCodec(type); known != nullptr) {
     format = known->format;
   }
   TMX_LOG(LOG_DEBUG, "encoder set type(%s:%ld)", type.c_str(), static_cast<long>(format));
@@ -81,11 +41,11 @@ int32_t Encoder::setConvertSetToSdk_Resolution(int32_t channel) {
   const std::string text = staged(channel, encode_row::FRAME_SIZE);
   TMX_LOG(LOG_DEBUG, "ch(%ld) status(%s)", static_cast<long>(channel), staged(channel, encode_row::ENC_STATUS).c_str());
   TMX_LOG(LOG_DEBUG, "Reso:etype (%s) reso(%s)", type.c_str(), text.c_str());
-  if (find(kTypes, type) == nullptr) {
+  if (findCodec(type) == nullptr) {
     TMX_LOG(LOG_ERR, "unknown encode type ");
     return kFailed;
   }
-  const Framesize* size = find(kFramesizes, text);
+  const Framesize* size = findFramesize(text);
   if (size == nullptr) {
     TMX_LOG(LOG_ERR, "unknown framesize");
     return kFailed;
@@ -101,7 +61,7 @@ int32_t Encoder::setConvertSetToSdk_Resolution(int32_t channel) {
 
 int32_t Encoder::setConvertSetToSdk_Framerate(int32_t channel) {
   if (isOff(channel)) return kDone;
-  if (find(kTypes, staged(channel, encode_row::ENCTYPE_CH)) == nullptr) {
+  if (findCodec(staged(channel, encode_row::ENCTYPE_CH)) == nullptr) {
     TMX_LOG(LOG_ERR, "unknown encodetype ");
     return kFailed;
   }
@@ -118,7 +78,7 @@ int32_t Encoder::setConvertSetToSdk_Framerate(int32_t channel) {
 int32_t Encoder::setConvertSetToSdk_Cbrmode(int32_t channel) {
   if (isOff(channel)) return kDone;
   const std::string type = staged(channel, encode_row::ENCTYPE_CH);
-  const EncodeType* known = find(kTypes, type);
+  const Codec* known = findCodec(type);
   if (known == nullptr) {
     TMX_LOG(LOG_ERR, "etype(%s) ", type.c_str());
     return kFailed;
@@ -156,7 +116,7 @@ int32_t Encoder::setStreamMode(int32_t channel) {
 
 int32_t Encoder::setConvertSetToSdk_IframeInterval(int32_t channel) {
   if (isOff(channel)) return kDone;
-  const EncodeType* known = find(kTypes, staged(channel, encode_row::ENCTYPE_CH));
+  const Codec* known = findCodec(staged(channel, encode_row::ENCTYPE_CH));
   if (known == nullptr) return kFailed;
   if (!known->isStream) return kDone;
   if (zr_set_video_i_interval(channel, storedInteger(staged(channel, encode_row::IFRAME_INTERVAL))) < 0) {

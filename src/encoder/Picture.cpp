@@ -1,10 +1,10 @@
 #include <array>
 
+#include "config/Framesizes.h"
 #include "encoder/Encoder.h"
 #include "encoder/StoredNumber.h"
 #include "platform/zr_com.h"
 #include "request/Log.h"
-#include "service/Words.h"
 
 namespace {
 
@@ -16,9 +16,6 @@ int32_t sendCommand(uint8_t command, int32_t value) {
   std::array<uint8_t, 12> frame = {command, static_cast<uint8_t>(value)};
   return zr_set_va_data(frame.data());
 }
-
-constexpr Words kWideSizes{"1920x1080", "1280x720", "640x360", "320x180"};
-constexpr Words kNarrowSizes{"1280x960", "640x480", "320x240", "quadvga", "vga", "qvga"};
 
 }  // namespace
 
@@ -45,9 +42,10 @@ int32_t Encoder::getAspectRatioStatus() {
   bool isNarrow = true;
   for (int32_t channel = 0; channel < kChannels; ++channel) {
     if (!isActive(channel)) continue;
-    const std::string framesize = staged(channel, encode_row::FRAME_SIZE);
-    isWide = isWide && kWideSizes.find(framesize) && staged(channel, encode_row::ENCTYPE_CH) != "mpeg4";
-    isNarrow = isNarrow && kNarrowSizes.find(framesize);
+    const Framesize* size = findFramesize(staged(channel, encode_row::FRAME_SIZE));
+    const bool isMpeg4 = staged(channel, encode_row::ENCTYPE_CH) == "mpeg4";
+    isWide = isWide && size != nullptr && size->isWide() && !isMpeg4;
+    isNarrow = isNarrow && size != nullptr && size->isNarrow();
   }
   if (isWide) {
     TMX_LOG(LOG_DEBUG, "current aspectratio(16:9) ");

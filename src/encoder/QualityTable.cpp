@@ -1,31 +1,27 @@
 #include "encoder/QualityTable.h"
 
+#include "config/Framesizes.h"
 #include "encoder/StoredNumber.h"
 
 namespace {
 
-struct FramesizeQuality {
-  std::string_view framesize;
-  std::string_view secondSpelling;
+struct HeightQuality {
+  int32_t height;  ///< of the frame size, which it tells apart from the others
   QualityRow row;
 };
 
-constexpr FramesizeQuality kQualities[] = {
-    {"1920x1080", {}, {320, {280, 240, 200, 160, 120}, 80}},
-    {"1280x960", "quadvga", {180, {160, 140, 120, 100, 80}, 60}},
-    {"1280x720", {}, {180, {160, 140, 120, 100, 80}, 60}},
-    {"640x480", "vga", {80, {60, 40, 30, 25, 20}, 15}},
-    {"640x360", {}, {80, {60, 40, 30, 25, 20}, 15}},
-    {"320x240", "qvga", {27, {20, 13, 10, 8, 7}, 5}},
-    {"320x180", {}, {33, {20, 13, 10, 8, 7}, 5}},
+constexpr HeightQuality kQualities[] = {
+    {1080, {320, 80}}, {960, {180, 60}}, {720, {180, 60}}, {480, {80, 15}},
+    {360, {80, 15}},   {240, {27, 5}},   {180, {33, 5}},
 };
 
 }  // namespace
 
 const QualityRow* qualityRow(std::string_view framesize) {
-  if (framesize.empty()) return nullptr;
-  for (const FramesizeQuality& quality : kQualities) {
-    if (quality.framesize == framesize || quality.secondSpelling == framesize) return &quality.row;
+  const Framesize* size = findFramesize(framesize);
+  if (size == nullptr) return nullptr;
+  for (const HeightQuality& quality : kQualities) {
+    if (quality.height == size->height) return &quality.row;
   }
   return nullptr;
 }

@@ -5,10 +5,9 @@
 #include <string>
 #include <string_view>
 
-/** The jpeg picture sizes of one frame size, in kilobytes, from the largest to the smallest. */
+/** The largest and the smallest jpeg picture of one frame size, in kilobytes. */
 struct QualityRow {
   int32_t limit;
-  int32_t steps[5];
   int32_t lowerLimit;
 };
 

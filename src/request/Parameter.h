@@ -56,7 +56,6 @@ class Parameter {
   [[nodiscard]] const char* getLineEnd() const;
 
   void setPostAction(PostAction action) { m_postAction = action; }
-  void clearValue() { m_value.clear(); }
   void reset();
 
  private:

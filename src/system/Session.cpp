@@ -3,15 +3,14 @@
 #include <string_view>
 
 #include "config/Config.h"
+#include "encoder/EncodeCodes.h"
 #include "request/Parameter.h"
 #include "request/StatusCode.h"
 #include "service/Numbers.h"
-#include "service/Words.h"
 
 namespace System {
 namespace {
 
-constexpr Words kVideoCodecs{"jpeg", "mpeg4", "h264baseline", "h264high"};
 constexpr int32_t kSendingSlots = 22;
 
 std::string slotPath(const char* direction, int32_t slot) {
@@ -24,7 +23,7 @@ int32_t CSession::CSending::CFrom::CFramerate::fetch(const Request& request, std
   const ::Session daemon;
   const int32_t slot = sessionSlot(request.selectors);
   const bool isVideo =
-      daemon.getSendingToSession(slot) == "http" || kVideoCodecs.find(daemon.getSendingFromEncode(slot));
+      daemon.getSendingToSession(slot) == "http" || findCodec(daemon.getSendingFromEncode(slot)) != nullptr;
   if (isVideo) text = daemon.getSendingFromFramerate(slot);
   return 0;
 }
@@ -76,7 +75,7 @@ std::string CSession::sendingLines(const Parameter& asked, int32_t slot) const {
   for (const char* item : {"bitrate", "to.ip", "to.port", "to.protocol", "to.session", "from.encode"}) {
     text += line(asked, path + item);
   }
-  if (!kVideoCodecs.find(::Session().getSendingFromEncode(slot))) return text;
+  if (findCodec(::Session().getSendingFromEncode(slot)) == nullptr) return text;
   return text + line(asked, path + "from.framerate") + line(asked, path + "from.framesize");
 }
 
