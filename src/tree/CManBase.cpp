@@ -109,7 +109,8 @@ int32_t CManBase::m_replayStored(const std::string& path) {
   return m_replay(path, Config::getInstance()->get(cell.row, cell.table));
 }
 
-void CManBase::link(std::string_view path, NodeIdentity identity, std::unique_ptr<CApiBase> node) {
+void CManBase::link(std::string_view path, NodeIdentity identity, CApiBase* node) {
+  m_nodes.emplace_back(node);
   const std::list<CApiBase*>* layers = &m_nextLayers;
   CApiBase* parent = nullptr;
   for (size_t dot = 0; (dot = path.find('.')) != std::string_view::npos; path.remove_prefix(dot + 1)) {
@@ -121,9 +122,8 @@ void CManBase::link(std::string_view path, NodeIdentity identity, std::unique_pt
   identity.name = path.data();
   node->setIdentity(identity);
   if (parent != nullptr) {
-    parent->addNextLayer(node.get());
+    parent->addNextLayer(node);
   } else {
-    m_nextLayers.push_back(node.get());
+    m_nextLayers.push_back(node);
   }
-  m_nodes.push_back(std::move(node));
 }

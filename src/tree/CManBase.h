@@ -47,8 +47,7 @@ class CManBase {
   /** Adds a node to the tree; `path` is its path under the root, the layers in front of it exist already. */
   template <class Node>
   void add(const char* path, const char* permission = kBranch) {
-    link(path, {.permission = permission, .selector = selectorOf<Node>(), .rule = ruleOf<Node>()},
-         std::make_unique<Node>());
+    link(path, {.permission = permission, .selector = selectorOf<Node>(), .rule = ruleOf<Node>()}, new Node);
   }
 
   /** One internal request at start-up, "path=value", as the administrator; 0 or -1. */
@@ -59,7 +58,8 @@ class CManBase {
   int32_t m_replayStored(const std::string& path);
 
  private:
-  void link(std::string_view path, NodeIdentity identity, std::unique_ptr<CApiBase> node);
+  /** Takes the node over. */
+  void link(std::string_view path, NodeIdentity identity, CApiBase* node);
 
   std::list<CApiBase*> m_nextLayers;
   std::vector<std::unique_ptr<CApiBase>> m_nodes;
