@@ -43,10 +43,4 @@ TEST(ModelFeature, OneLineMayDecideSeveralFeatures) {
   EXPECT_FALSE(flags[0]);
 }
 
-TEST(ModelFeature, NumbersFollowTheModelFile) {
-  EXPECT_EQ(static_cast<size_t>(Feature::ALARM_IO), 1u);
-  EXPECT_EQ(static_cast<size_t>(Feature::AMX_PROTOCOL), 11u);
-  EXPECT_EQ(static_cast<size_t>(Feature::SERIAL_PASS), 18u);
-}
-
 }  // namespace

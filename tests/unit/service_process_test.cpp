@@ -102,7 +102,7 @@ TEST(Process, SleepsToTheEndUnlessToldTooLong) {
   const auto slept = Clock::now() - begin;
   EXPECT_GE(slept, std::chrono::milliseconds(300));
   CommonInterface::usleepRetry(1000000);
-  EXPECT_LT(Clock::now() - begin - slept, std::chrono::milliseconds(500));
+  EXPECT_LT(Clock::now() - begin - slept, std::chrono::seconds(1));
 }
 
 }  // namespace
