@@ -73,11 +73,15 @@ std::string Config::get(Row row, int32_t table) const {
 
 int32_t Config::set(Row row, const std::string& value, int32_t table) {
   if (!isAllowed(row, familyInfo(row.family).writing, table)) return kFailed;
+  if (checkValue(row, value, table) < 0) {
+    TMX_LOG(LOG_ERR, "Config: %s: a value that no file can hold", std::string(rowKey(row, table)).c_str());
+    return kFailed;
+  }
   return setConfig(findTable(m_tables[static_cast<size_t>(row.family)], table), row.number, value);
 }
 
 int32_t Config::checkValue(Row row, std::string_view value, int32_t table) {
-  constexpr std::string_view kEndsLine("\n\0", 2);
+  constexpr std::string_view kEndsLine("\r\n\0", 3);
   if (value.find_first_of(kEndsLine) != std::string_view::npos) return -status::kNotUnderstood;
   const size_t longest = row.family == Family::Patrol ? kLongestPatrolLine : kLongestWrittenLine;
   const size_t line = rowKey(row, table).size() + std::string_view("=\n").size() + value.size();

@@ -11,6 +11,8 @@
 #include "config/Families.h"
 #include "config/Rows.h"
 
+class FlashLock;
+
 /**
  * The committed image of all settings: tables of key and value text, one file per table.
  *
@@ -117,6 +119,8 @@ class Config {
   [[nodiscard]] std::span<ConfigTable> tablesOfFile(Family family, int32_t index);
   [[nodiscard]] int32_t readConfig(Family family, int32_t index);
   [[nodiscard]] int32_t writeConfig(Family family, int32_t index);
+  /** Makes a file that has no factory copy anew from the built-in rows, under the lock; 0, -1 or -2. */
+  [[nodiscard]] int32_t heal(Family family, int32_t index, FlashLock& lock);
   [[nodiscard]] int32_t loadFile(Family family, int32_t index, const char* failure);
 
   /** Brings a missing file back from the factory partition, under the lock that the caller holds; 0 or -1. */

@@ -39,7 +39,11 @@ StoreParse takeFile(int descriptor, std::span<ConfigTable> tables) {
 
 bool writeAll(int descriptor, const std::string& text, const std::string& path) {
   // A short count means that the flash is full: the rest is lost.
-  if (::write(descriptor, text.data(), text.size()) == static_cast<ssize_t>(text.size())) return true;
+  ssize_t count = -1;
+  do {
+    count = ::write(descriptor, text.data(), text.size());
+  } while (count < 0 && errno == EINTR);
+  if (count == static_cast<ssize_t>(text.size())) return true;
   TMX_LOG(LOG_ERR, "Config: Failed to write to file %s.", path.c_str());
   return false;
 }
@@ -64,6 +68,9 @@ int32_t writeLineByLine(int descriptor, const std::string& path, std::span<const
   ::fsync(descriptor);
   return isWritten ? Config::kDone : Config::kFailed;
 }
+
+/** The factory partition holds the files of the flash, not those of the camera's own data beside it. */
+bool hasFactoryCopy(const std::string& path) { return path.starts_with("/mnt/flash/"); }
 
 void logOpenFailure(Family family, const std::string& path, int descriptor) {
   if (family == Family::Patrol) {
@@ -111,12 +118,14 @@ int32_t Config::readConfig(Family family, int32_t index) {
   int descriptor = openForReading(path);
   if (descriptor < 0) {
     TMX_LOG(LOG_ERR, "Config: Can't open %s.::(%m)", path.c_str());
+    if (!hasFactoryCopy(path)) return heal(family, index, lock);
     if (m_copyFactoryConfig(path) != kDone) return endLoadConfig(kFailed, lock, path);
     descriptor = openForReading(path);
   }
   const StoreParse parse = takeFile(descriptor, tables);
   if (parse.end == StoreEnd::StreamFailed) {
     TMX_LOG(LOG_ERR, "failbit cnt=%ld", static_cast<long>(parse.matched));
+    if (!hasFactoryCopy(path)) return heal(family, index, lock);
     return endLoadConfig(kFailed, lock, path);
   }
   if (parse.end == StoreEnd::BadFormat) TMX_LOG(LOG_ERR, "Config: File %s: bad format", path.c_str());
@@ -125,12 +134,22 @@ int32_t Config::readConfig(Family family, int32_t index) {
     return kLockFailed;
   }
   // File and tables disagree: the file gets the keys that it lacks and loses those that no table knows.
-  const bool isComplete = static_cast<size_t>(parse.matched) == countRows(tables) && !parse.hasUnknownKey;
+  const bool isWhole = parse.end == StoreEnd::EndOfFile && !parse.hasUnknownKey;
+  const bool isComplete = isWhole && static_cast<size_t>(parse.matched) == countRows(tables);
   if (!isComplete && writeConfig(family, index) < 0) {
     TMX_LOG(LOG_ERR, "Config: file:%s :write error", path.c_str());
     return kFailed;
   }
   return parse.end == StoreEnd::BadFormat ? kFailed : kDone;
+}
+
+int32_t Config::heal(Family family, int32_t index, FlashLock& lock) {
+  const std::string path = familyPath(family, index);
+  TMX_LOG(LOG_WARNING, "Config: File %s: made anew from the built-in rows", path.c_str());
+  m_tables[static_cast<size_t>(family)] = makeTables(family);
+  FileDescriptor(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644));
+  const int32_t result = rewrite(family, path, tablesOfFile(family, index));
+  return lock.release() < 0 ? kLockFailed : result;
 }
 
 int32_t Config::writeConfig(Family family, int32_t index) {

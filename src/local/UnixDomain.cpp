@@ -71,9 +71,15 @@ int32_t UnixDomain::acceptClient(int32_t server) {
   sockaddr_un address{};
   socklen_t length = sizeof address;
   const int client = accept4(server, reinterpret_cast<sockaddr*>(&address), &length, SOCK_CLOEXEC);
-  if (client >= 0) return client;
-  if (errno != EINTR) TMX_LOG(LOG_ERR, "accept error(%m)");
-  return -1;
+  static bool hasFailed = false;
+  if (client < 0 && errno == EINTR) return -1;
+  if (client < 0) {
+    constexpr useconds_t kPause = 100'000;  // no descriptor is left, say: asking again at once would only spin
+    if (!hasFailed) TMX_LOG(LOG_ERR, "accept error(%m)");
+    usleep(kPause);
+  }
+  hasFailed = client < 0;
+  return client;
 }
 
 int32_t UnixDomain::createClientSocket() {

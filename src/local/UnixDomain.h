@@ -12,7 +12,7 @@ class UnixDomain {
   /** A listening socket in the place of whatever stood at the path; the request socket blocks, all others do not. */
   [[nodiscard]] static int32_t createServSocket(const std::string& path);
 
-  /** The next client; -1 when there is none, silently after a signal. */
+  /** The next client; -1 when there is none, silently after a signal. A lasting failure is logged once, each paused. */
   [[nodiscard]] static int32_t acceptClient(int32_t server);
 
   [[nodiscard]] static int32_t createClientSocket();

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "config/Initialising.h"
 #include "local/FileDescriptor.h"
 #include "local/UnixDomain.h"
 #include "request/Log.h"
@@ -60,13 +61,20 @@ int32_t sendText(int socket, const std::string& request) {
   return -1;
 }
 
+/** A sequencer that let one message of a start time out is sent the others, and not waited for: 5 s each would add up.
+ */
+bool isGivenUp = false;
+
 int32_t receiveText(int socket, const std::string& request, std::string* reply) {
+  isGivenUp = isGivenUp && isInitialising();
+  if (isGivenUp) return -1;
   const int ready = waitFor(Direction::Read, socket);
   if (ready < 0) {
     TMX_LOG(LOG_ERR, "%s : %d : [ptzseq] select error[%s]", __func__, __LINE__, request.c_str());
     return -1;
   }
   if (ready == 0) {
+    isGivenUp = isInitialising();
     TMX_LOG(LOG_ERR, "%s : %d : [ptzseq] response timeout[%s]", __func__, __LINE__, request.c_str());
     return -1;
   }

@@ -20,6 +20,8 @@
 namespace {
 
 constexpr size_t kReadStep = 4096;
+/** What the daemon may answer at most; a longer announcement is nonsense. */
+constexpr size_t kLongestAnswer = 64 * 1024;
 
 /** Ignores SIGPIPE, and puts the old action back at the end of its life. */
 class IgnoredPipeSignal {
@@ -73,6 +75,10 @@ bool receiveResponse(int server, std::string* text) {
   std::array<uint8_t, 4> head{};
   if (CTmxdUtility::readData(server, head.data(), head.size()) != static_cast<ssize_t>(head.size())) return false;
   size_t remaining = getWord(head, 0);
+  if (remaining > kLongestAnswer) {
+    TMX_LOG(LOG_ERR, "answer too long(%lu)", static_cast<unsigned long>(remaining));
+    return false;
+  }
   std::array<char, kReadStep> step{};
   do {
     const size_t wanted = std::min(remaining, step.size());

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <exception>
 
 #include "request/Log.h"
 #include "request/Parameter.h"
@@ -22,7 +23,12 @@ int32_t execute(CApiBase* node, ExecArgs* args, int32_t (CApiBase::*operation)(E
     TMX_LOG(LOG_ERR, "arg is null\n");
     return -1;
   }
-  return (node->*operation)(args);
+  try {
+    return (node->*operation)(args);
+  } catch (const std::exception& failure) {  // of the library, for want of memory: this item fails, and no other
+    TMX_LOG(LOG_ERR, "%s", failure.what());
+    return refuse(*args->m_parameter, status::kInternalError);
+  }
 }
 
 }  // namespace

@@ -56,7 +56,9 @@ TEST_F(EncodeTest, ValuesAreCheckedAndStaged) {
                                        {"640x360", k202, "640x360"},
                                        {"320x180", k451, "640x360"},
                                        {"1280x720 ", k451, "640x360"}});
+  // A number that is padded until its line would be cut is refused: the next start could not read it back.
   expectWrites("encode(2).bitrate", {{"64000", k202, "64000"},
+                                     {std::string(900, '0') + "2000001", k457, "64000"},
                                      {"64000", kOk, "64000"},
                                      {"63999", k457, "64000"},
                                      {"8000001", k457, "64000"},

@@ -62,6 +62,25 @@ class Running : public CameraTest {
   }
 };
 
+/** A sequencer that answers nothing is waited for once; the other messages of the start reach it all the same. */
+TEST_F(Running, ASilentSequencerIsWaitedForOnce) {
+  stopDaemon("TERM");
+  camera().clearJournal();
+  startDaemon();
+  ASSERT_TRUE(serves());
+  const size_t messages = camera().journal("ptz").size();
+  stopDaemon("TERM");
+  camera().tell("ptz silent");
+  camera().clearJournal();
+  startDaemon();
+  ASSERT_TRUE(serves());
+  EXPECT_EQ(camera().journal("ptz").size(), messages);
+  ASSERT_TRUE(camera().isLogged("[ptzseq] response timeout"));
+  const std::string log = camera().log();
+  EXPECT_EQ(log.find("response timeout"), log.rfind("response timeout"));
+  camera().tell("ptz up");
+}
+
 TEST_F(Running, TellsTheRecorderAndTheLamps) {
   Camera fresh;
   ASSERT_TRUE(fresh.up());

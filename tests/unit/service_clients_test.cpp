@@ -208,6 +208,8 @@ TEST(Session, Responses) {
       {response(std::string(1, '\0')), ""},
       {response(std::string(5000, 'a')), std::string(5000, 'a')},  // longer than one step of reading
       {promising, ""},
+      {response(std::string(64 * 1024, 'a')), std::string(64 * 1024, 'a')},
+      {response(std::string(64 * 1024 + 1, 'a')), ""},  // nobody has that much to say
       {{1, 0}, ""},
       {{}, ""},
   };
