@@ -29,6 +29,10 @@ std::string CCameraApiBase::currentScene() {
 
 bool CCameraApiBase::isHighRate() { return Encoder::countHighRateChannels() > 0; }
 
+int32_t CCameraApiBase::notAtHighRate(const Selectors& /*selectors*/) {
+  return isHighRate() ? -status::kPreconditionFailed : 0;
+}
+
 bool CCameraApiBase::hasTrueDaynight() {
   const std::string model = Config::getModelName();
   return ModelFeature::has(Feature::DAY_NIGHT) || model.starts_with("KT-A30") || model.starts_with("KT-A20");

@@ -29,6 +29,8 @@ struct CCameraApiBase : CApiBase {
 
   /** Whether an encoder runs faster than noise reduction and motion detection can follow. */
   [[nodiscard]] static bool isHighRate();
+  /** Guard: 412 at such a rate. */
+  [[nodiscard]] static int32_t notAtHighRate(const Selectors& selectors);
   /** The stored current scene, as its text. */
   [[nodiscard]] static std::string currentScene();
 
@@ -42,16 +44,20 @@ struct CCameraApiBase : CApiBase {
 };
 
 /**
- * Rule::act that hands the number of a value to one operation of the DSP, and a step to another. The DSP puts an
- * accepted value in force and into the working copy.
+ * Rule::act that hands the number of a value, or its text, to one operation of the DSP, and a step to another. The DSP
+ * puts an accepted value in force and into the working copy.
  */
 template <auto Set, auto Step = nullptr>
 int32_t toDsp(Request& request) {
   if constexpr (Step != nullptr) {
     if (request.step != 0) return (cameraDsp().*Step)(request.value);
   }
-  if constexpr (requires { (cameraDsp().*Set)(request.number, true); }) {
+  if constexpr (requires { (cameraDsp().*Set)(request.value, true); }) {
+    return (cameraDsp().*Set)(request.value, true);
+  } else if constexpr (requires { (cameraDsp().*Set)(request.number, true); }) {
     return (cameraDsp().*Set)(request.number, true);
+  } else if constexpr (requires { (cameraDsp().*Set)(request.value); }) {
+    return (cameraDsp().*Set)(request.value);
   } else {
     return (cameraDsp().*Set)(request.number);
   }

@@ -50,8 +50,6 @@ int32_t CDetection::CStatus::restore(Request& request) {
   return motion < 0 || tamper < 0 ? -status::kInternalError : 0;
 }
 
-int32_t CDetection::CArea::act(Request& request) { return DetectionSet().setArea(request.value); }
-
 Cell CDetection::CLevel::locate(const Selectors& selectors, Row row) {
   return {isTampering(selectors) ? camera_row::TAMP_DETECT_LEVEL : row};
 }
@@ -60,7 +58,5 @@ int32_t CDetection::CLevel::act(Request& request) {
   const DetectionSet detection;
   return isTampering(request.selectors) ? detection.setLevelTamp(request.number) : detection.setLevel(request.number);
 }
-
-int32_t CDetection::CTemporal::act(Request& request) { return DetectionSet().setTemporalTamp(request.number); }
 
 }  // namespace Camera

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "camera/CCameraApiBase.h"
+#include "dsp/DetectionSet.h"
 
 namespace Camera {
 
@@ -44,14 +45,23 @@ struct CDetection::CStatus : CCameraApiBase {
   };
 };
 
+/** Rule::act that hands a value's number, or its text, to one operation of DetectionSet. */
+template <auto Set>
+int32_t toDetection(Request& request) {
+  if constexpr (requires { (DetectionSet().*Set)(request.value); }) {
+    return (DetectionSet().*Set)(request.value);
+  } else {
+    return (DetectionSet().*Set)(request.number);
+  }
+}
+
 /** 34 hexadecimal digits, a bit for each field of the picture. */
 struct CDetection::CArea : CCameraApiBase {
-  static int32_t act(Request& request);
   static constexpr Rule rule{
       .guard = {.access = onlyMotion},
       .accepts = Text{.most = 34, .least = 34},
       .place = camera_row::DETECT_AREA,
-      .act = act,
+      .act = toDetection<&DetectionSet::setArea>,
       .shows = {.image = Image::User},
       .answers = kSave,
       .refusals = {{{-2, status::kNotUnderstood}}},
@@ -72,12 +82,11 @@ struct CDetection::CLevel : CCameraApiBase {
 
 /** How many seconds a picture must be tampered with. */
 struct CDetection::CTemporal : CCameraApiBase {
-  static int32_t act(Request& request);
   static constexpr Rule rule{
       .guard = {.access = onlyTampering},
       .accepts = Number{.low = 5, .high = 120},
       .place = camera_row::TAMP_DETECT_TEMPO,
-      .act = act,
+      .act = toDetection<&DetectionSet::setTemporalTamp>,
       .shows = {.image = Image::User},
       .answers = kSave,
   };

@@ -27,26 +27,6 @@ bool takeLetter(std::string_view& text, char letter) {
   return true;
 }
 
-/** Where pan or tilt shall go; the present place counts only for a relative move. */
-int32_t checkSensorPlace(Request& request, std::string_view path, int32_t most) {
-  std::string answer;
-  if (sequencer::ask(path, answer) < 0) return -status::kInternalError;
-
-  std::string_view text = request.value;
-  const int32_t sign = takeSign(text);
-  if (!takeLetter(text, 's')) return -status::kNotUnderstood;
-  const auto number = parseNumber(text);
-  if (!number) return -status::kNotUnderstood;
-  const auto present = sign == 0 ? 0 : parseNumber(answer);
-  if (!present) return -status::kInternalError;
-
-  const int64_t place = sign == 0 ? *number : *present + int64_t{sign} * *number;
-  if (place == -1) return -status::kNotUnderstood;
-  if (place < 0 || place > most) return -status::kInvalidRange;
-  request.value = "s" + std::to_string(place);
-  return 0;
-}
-
 /** A zoom as it was asked for: a factor or a percentage, from the present factor where it has a sign. */
 struct ZoomValue {
   int32_t sign = 0;
@@ -118,8 +98,6 @@ int32_t CMotion::CAutoPatrol::CStatus::save(Request& /*request*/) {
   return m_savePatrolConfig() < 0 ? -status::kInternalError : 0;
 }
 
-int32_t CMotion::CAutoReturn::CStatus::move(Request& request) { return kSequencer.tell(kSequencer, request); }
-
 // ---- Moves ---------------------------------------------------------------------------------------------------------
 
 int32_t CMotion::CClickoncenter::checkPoint(Request& request) {
@@ -127,16 +105,32 @@ int32_t CMotion::CClickoncenter::checkPoint(Request& request) {
   const std::string_view text = request.value;
   const size_t divider = std::min(text.find('-'), text.size());
   const bool isSensor = text.starts_with('s');
-  const auto x = coordinate(text.substr(0, divider), isSensor, isNarrow ? 1278 : CPan::kMost);
-  const auto y = coordinate(text.substr(std::min(divider + 1, text.size())), isSensor, isNarrow ? 958 : CTilt::kMost);
+  const auto x = coordinate(text.substr(0, divider), isSensor, isNarrow ? 1278 : kPan.most);
+  const auto y = coordinate(text.substr(std::min(divider + 1, text.size())), isSensor, isNarrow ? 958 : kTilt.most);
   if (!x || !y) return -status::kNotUnderstood;
   request.value = "s" + std::to_string(*x) + "-s" + std::to_string(*y);
   return 0;
 }
 
-int32_t CMotion::CPan::checkPlace(Request& request) { return checkSensorPlace(request, path, kMost); }
+/** The present place counts only for a relative move. */
+int32_t checkSensorPlace(Request& request, const MotionAxis& axis) {
+  std::string answer;
+  if (sequencer::ask(axis.path, answer) < 0) return -status::kInternalError;
 
-int32_t CMotion::CTilt::checkPlace(Request& request) { return checkSensorPlace(request, path, kMost); }
+  std::string_view text = request.value;
+  const int32_t sign = takeSign(text);
+  if (!takeLetter(text, 's')) return -status::kNotUnderstood;
+  const auto number = parseNumber(text);
+  if (!number) return -status::kNotUnderstood;
+  const auto present = sign == 0 ? 0 : parseNumber(answer);
+  if (!present) return -status::kInternalError;
+
+  const int64_t place = sign == 0 ? *number : *present + int64_t{sign} * *number;
+  if (place == -1) return -status::kNotUnderstood;
+  if (place < 0 || place > axis.most) return -status::kInvalidRange;
+  request.value = "s" + std::to_string(place);
+  return 0;
+}
 
 int32_t CMotion::CZoom::needsSmallPicture(const Selectors& /*selectors*/) {
   const Config& config = *Config::getInstance();

@@ -101,13 +101,11 @@ struct CMotion::CAutoReturn : CCameraApiBase {
 
 /** On or off; a start or a stop moves, and changes no setting. */
 struct CMotion::CAutoReturn::CStatus : CCameraApiBase {
-  static int32_t move(Request& request);
-  static constexpr Peer kSequencer = peer::toSequencer("camera.motion.auto_return.status");
   static constexpr Rule rule{
       .accepts = Words{"on", "off"},
-      .commands = {{{"start", move}, {"stop", move}}},
+      .commands = {{{"start"}, {"stop"}}},
       .place = camera_row::RETURN_STATUS,
-      .peer = kSequencer,
+      .peer = peer::toSequencer("camera.motion.auto_return.status"),
       .keeps = Keeps::Staged,
       .unchanged = Unchanged::AfterKeeping,
       .shows = {.image = Image::User},
@@ -135,12 +133,24 @@ struct CMotion::CClickoncenter : CCameraApiBase {
   static constexpr Rule rule{.accepts = Test{checkPoint}, .peer = peer::toSequencer("camera.motion.clickoncenter")};
 };
 
+/** Where pan or tilt shall go: the sequencer's path, and the most that its sensor position can be. */
+struct MotionAxis {
+  std::string_view path;
+  int32_t most;
+};
+inline constexpr MotionAxis kPan{"camera.motion.pan", 1918};
+inline constexpr MotionAxis kTilt{"camera.motion.tilt", 1078};
+
+[[nodiscard]] int32_t checkSensorPlace(Request& request, const MotionAxis& axis);
+template <const MotionAxis& Axis>
+int32_t checkPlace(Request& request) {
+  return checkSensorPlace(request, Axis);
+}
+
 /** "s" with a number; with "+" or "-" in front, from the present place. */
 struct CMotion::CPan : CCameraApiBase {
-  static int32_t checkPlace(Request& request);
-  static constexpr std::string_view path = "camera.motion.pan";
-  static constexpr int32_t kMost = 1918;
-  static constexpr Rule rule{.accepts = Test{checkPlace}, .peer = peer::sequencer(path), .shows = {.prefix = "s"}};
+  static constexpr Rule rule{
+      .accepts = Test{checkPlace<kPan>}, .peer = peer::sequencer(kPan.path), .shows = {.prefix = "s"}};
   struct CStatus;
   struct CMode;
   struct CSpeed;
@@ -160,10 +170,8 @@ struct CMotion::CPan::CSpeed : CCameraApiBase {
 
 /** As pan. */
 struct CMotion::CTilt : CCameraApiBase {
-  static int32_t checkPlace(Request& request);
-  static constexpr std::string_view path = "camera.motion.tilt";
-  static constexpr int32_t kMost = 1078;
-  static constexpr Rule rule{.accepts = Test{checkPlace}, .peer = peer::sequencer(path), .shows = {.prefix = "s"}};
+  static constexpr Rule rule{
+      .accepts = Test{checkPlace<kTilt>}, .peer = peer::sequencer(kTilt.path), .shows = {.prefix = "s"}};
   struct CStatus;
   struct CMode;
   struct CSpeed;

@@ -66,8 +66,8 @@ int32_t save(int32_t position) {
   if (sequencer::tell(request) < 0) return -status::kInternalError;
   Fields changed = fieldsOf(position);
   changed[POSITION_STATUS] = "registered";
-  if (askNumber(CMotion::CPan::path, changed[POSITION_PAN]) < 0) return -status::kInternalError;
-  if (askNumber(CMotion::CTilt::path, changed[POSITION_TILT]) < 0) return -status::kInternalError;
+  if (askNumber(kPan.path, changed[POSITION_PAN]) < 0) return -status::kInternalError;
+  if (askNumber(kTilt.path, changed[POSITION_TILT]) < 0) return -status::kInternalError;
   if (askNumber(CMotion::CZoom::path, changed[POSITION_ZOOM]) < 0) return -status::kInternalError;
   changed[POSITION_ZOOM] = withinZoomRange(changed[POSITION_ZOOM]);
   if (sequencer::tell(request) < 0) return -status::kInternalError;

@@ -33,6 +33,7 @@ int32_t isCurrentScene(const Selectors& selectors) {
 
 Cell inScene(const Selectors& selectors, Row row) {
   const int32_t scene = sceneOf(selectors);
+  if (row.family == Family::Scene) return {.row = row, .table = scene};
   if (isCurrent(scene)) return {.row = row, .image = Image::User};
   return {.row = {Family::Scene, row.number - camera_row::COMMENT2}, .table = scene, .image = Image::Config};
 }
@@ -74,7 +75,5 @@ int32_t CScene::CShutter::execRead(ExecArgs* args) {
   args->m_parameter->setResponse("=" + getStatusCode(status::kInternalError));
   return -1;
 }
-
-Cell CScene::CName::locate(const Selectors& selectors, Row row) { return {.row = row, .table = sceneOf(selectors)}; }
 
 }  // namespace Camera

@@ -5,6 +5,7 @@
 
 #include "camera/CCameraApiBase.h"
 #include "config/Rows.h"
+#include "dsp/DetectionSet.h"
 
 namespace Camera {
 
@@ -30,7 +31,7 @@ struct CScene : CCameraApiBase {
 inline constexpr Hint kSaveScene{.layer = "camera.scene", .command = ".status=save", .selector = CScene::kLayer};
 
 // The settings of a scene. Guards: 0, or the status for a stored current scene that is none; 412 for a scene that is
-// not current. The place: of the current scene the working copy, of another one its table.
+// not current. The place: a row of the camera table is of the current scene's working copy, or another one's table.
 [[nodiscard]] int32_t isScene(const Selectors& selectors);
 [[nodiscard]] int32_t isCurrentScene(const Selectors& selectors);
 [[nodiscard]] Cell inScene(const Selectors& selectors, Row row);
@@ -49,6 +50,19 @@ constexpr Rule sceneItem(camera_row::Row row, const Accepts& accepts, Act act, c
 
 /** Writes its result to the log where the detection daemon did not take a value that the DSP has taken on. */
 [[nodiscard]] int32_t told(int32_t result, const std::string& value);
+
+/**
+ * Rule::act that hands a value to the DSP, and then, unless it was a step, to tamper detection. dsp::kUnchanged is a
+ * value that was in force already.
+ */
+static_assert(dsp::kUnchanged == kNothingWaits);
+template <auto Set, auto Tell, auto Step = nullptr>
+int32_t toDspAndDetection(Request& request) {
+  const int32_t result = toDsp<Set, Step>(request);
+  if (result < 0 || request.step != 0) return result;
+  const int32_t refused = told((DetectionSet().*Tell)(request.value, true), request.value);
+  return refused < 0 ? refused : result;
+}
 
 /** Shows a whole scene, and changes, saves or restores it. */
 struct CScene::CStatus : CCameraApiBase {
@@ -82,8 +96,7 @@ struct CScene::CShutter : CCameraApiBase {
 };
 
 struct CScene::CName : CCameraApiBase {
-  static Cell locate(const Selectors& selectors, Row row);
-  static constexpr Rule rule{.guard = {.access = isScene}, .place = {scene_row::COMMENT2, locate}};
+  static constexpr Rule rule{.guard = {.access = isScene}, .place = {scene_row::COMMENT2, inScene}};
 };
 
 }  // namespace Camera

@@ -24,13 +24,12 @@ int32_t toExposureReference(Request& request) {
 
 /** On the scale of the user; the row holds the DSP's number. */
 struct CScene::CAutoExposure::CReference : CCameraApiBase {
-  static int32_t fetch(const Request& request, std::string& text);
   static constexpr Rule rule{
       .guard = {.access = isScene, .write = isCurrentScene},
       .accepts = Number{.low = -5, .high = 5, .steps = true},
       .place = {camera_row::AUTO_EXPOSURE_REFERENCE, inScene},
       .act = toExposureReference<&CameraDSP::setAutoExposureReferenceIndex, &CameraDSP::stepAutoExposureReferenceIndex>,
-      .fetch = fetch,
+      .shows = {.number = dsp::aeReferenceIndex},
       .answers = kSaveScene,
   };
 };

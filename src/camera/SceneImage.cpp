@@ -21,9 +21,10 @@ int32_t refused(int32_t result, int32_t code) { return result < 0 ? -code : resu
 
 }  // namespace
 
-int32_t CScene::CImage::CGamma::act(Request& request) {
-  const bool isStep = dsp::stepDirection(request.value) != 0;
-  return isStep ? cameraDsp().stepImageGamma(request.value) : cameraDsp().setImageGamma(request.value, true);
+int32_t checkGamma(Request& request) {
+  constexpr Words kGammas{"0.3", "0.35", "0.4", "0.45", "0.5", "0.55", "0.6", "1"};
+  request.step = dsp::stepDirection(request.value);
+  return request.step != 0 || kGammas.find(request.value) ? 0 : -status::kNotUnderstood;
 }
 
 int32_t CScene::CImage::CBrightness::check(Request& request) {
@@ -39,11 +40,6 @@ int32_t CScene::CImage::CBrightness::check(Request& request) {
   if (*gain < 0 || *gain > kHighest) return -status::kInvalidRange;
   request.number = *gain + static_cast<int32_t>(dsp::gain::kFixed);
   return 0;
-}
-
-int32_t CScene::CImage::CBrightness::act(Request& request) {
-  const int32_t result = cameraDsp().setAGC(static_cast<uint32_t>(request.number), true);
-  return result < 0 ? result : told(DetectionSet().setAgcmodeTamp(request.value, true), request.value);
 }
 
 int32_t CScene::CImage::CTrueDaynight::fetch(const Request& request, std::string& text) {
@@ -70,25 +66,6 @@ int32_t CScene::CImage::CTrueDaynight::act(Request& request) {
   return refused(cameraDsp().setTrueDaynight(static_cast<uint32_t>(request.number), true), status::kMethodNotAllowed);
 }
 
-int32_t CScene::CImage::CTrueDaynight::CAf::act(Request& request) {
-  constexpr int32_t kFailed = 416;  // has no text of its own: it is logged, and answered as 500
-  return refused(cameraDsp().setTrueDaynightAf(request.number != 0), kFailed);
-}
-
-int32_t CScene::CImage::CEasyDaynight::act(Request& request) {
-  return refused(cameraDsp().setEasyDaynight(static_cast<uint32_t>(request.number), true), status::kMethodNotAllowed);
-}
-
-int32_t CScene::CImage::C3ddnr::mayChange(const Selectors& selectors) {
-  return isHighRate() ? -status::kPreconditionFailed : isCurrentScene(selectors);
-}
-
-int32_t CScene::CImage::CSenseupLimit::act(Request& request) {
-  const int32_t result = toDsp<&CameraDSP::setSenseuplimit, &CameraDSP::stepSenseuplimit>(request);
-  if (result < 0 || request.step != 0) return result;
-  return told(DetectionSet().setSenseUpLimitTamp(request.value, true), request.value);
-}
-
 int32_t checkWhiteBalanceGain(Request& request) {
   constexpr int32_t kHighest = 255;
   const std::string& value = request.value;
@@ -98,19 +75,6 @@ int32_t checkWhiteBalanceGain(Request& request) {
   if (!gain) return -status::kNotUnderstood;
   request.number = *gain;
   return *gain < 0 || *gain > kHighest ? -status::kInvalidRange : 0;
-}
-
-int32_t CScene::CImage::CBlc::act(Request& request) {
-  const int32_t result = cameraDsp().setBLC(request.value, true);
-  return result < 0 ? result : told(DetectionSet().setBlctypeTamp(request.value, true), request.value);
-}
-
-int32_t CScene::CImage::CBlc::CArea::act(Request& request) {
-  const int32_t result = cameraDsp().setBLCArea(request.value);
-  if (result < 0) return result;
-  const int32_t refusal = told(DetectionSet().setBlcAreaTamp(request.value, true), request.value);
-  if (refusal < 0) return refusal;
-  return result == dsp::kUnchanged ? kNothingWaits : 0;
 }
 
 }  // namespace Camera

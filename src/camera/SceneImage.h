@@ -40,18 +40,20 @@ struct CScene::CImage::CEnhance : CCameraApiBase {
       sceneItem(camera_row::ENHANCE, kPercentWithSteps, toDsp<&CameraDSP::setEnhance, &CameraDSP::stepEnhance>);
 };
 
+/** Rule::accepts of a text with steps: the words, and "+" and "-". */
+[[nodiscard]] int32_t checkGamma(Request& request);
+
 struct CScene::CImage::CGamma : CCameraApiBase {
-  static int32_t act(Request& request);
   static constexpr Rule rule =
-      sceneItem(camera_row::GAMMA, Words{"0.3", "0.35", "0.4", "0.45", "0.5", "0.55", "0.6", "1", "+", "-"}, act);
+      sceneItem(camera_row::GAMMA, Test{checkGamma}, toDsp<&CameraDSP::setImageGamma, &CameraDSP::stepImageGamma>);
 };
 
 /** The gain: a fixed one by its number, or automatic. */
 struct CScene::CImage::CBrightness : CCameraApiBase {
   static int32_t check(Request& request);
-  static int32_t act(Request& request);
-  static constexpr Rule rule =
-      sceneItem(camera_row::BRIGHTNESS, Test{check}, act, {{{dsp::kRefused, status::kMethodNotAllowed}}});
+  static constexpr Rule rule = sceneItem(camera_row::BRIGHTNESS, Test{check},
+                                         toDspAndDetection<&CameraDSP::setAGC, &DetectionSet::setAgcmodeTamp>,
+                                         {{{dsp::kRefused, status::kMethodNotAllowed}}});
 };
 
 /** Day and night with a cut filter; some models show and switch their easy day/night setting here. */
@@ -72,21 +74,22 @@ struct CScene::CImage::CTrueDaynight : CCameraApiBase {
 };
 
 struct CScene::CImage::CTrueDaynight::CAf : CCameraApiBase {
-  static int32_t act(Request& request);
-  static constexpr Rule rule = sceneItem(camera_row::AUTO_FOCUS, dsp::words::kOffOn, act);
+  static constexpr int32_t kFailed = 416;  // has no text of its own: it is logged, and answered as 500
+  static constexpr Rule rule = sceneItem(camera_row::AUTO_FOCUS, dsp::words::kOffOn,
+                                         toDsp<&CameraDSP::setTrueDaynightAf>, {{{kAnyFailure, kFailed}}});
 };
 
 /** Day and night without a cut filter. */
 struct CScene::CImage::CEasyDaynight : CCameraApiBase {
-  static int32_t act(Request& request);
   static constexpr Selector selector{.available = lacks<Feature::DAY_NIGHT>};
-  static constexpr Rule rule = sceneItem(camera_row::EASY_DAY_NIGHT, dsp::words::kEasyDayNight, act);
+  static constexpr Rule rule =
+      sceneItem(camera_row::EASY_DAY_NIGHT, dsp::words::kEasyDayNight, toDsp<&CameraDSP::setEasyDaynight>,
+                {{{kAnyFailure, status::kMethodNotAllowed}}});
 };
 
 struct CScene::CImage::C3ddnr : CCameraApiBase {
-  static int32_t mayChange(const Selectors& selectors);
   static constexpr Rule rule{
-      .guard = {.access = isScene, .write = mayChange},
+      .guard = {.access = isScene, .write = all<notAtHighRate, isCurrentScene>},
       .accepts = dsp::words::kNoiseReduction,
       .place = {camera_row::DNR_3D, inScene},
       .act = toDsp<&CameraDSP::set3ddnr>,
@@ -95,9 +98,9 @@ struct CScene::CImage::C3ddnr : CCameraApiBase {
 };
 
 struct CScene::CImage::CSenseupLimit : CCameraApiBase {
-  static int32_t act(Request& request);
-  static constexpr Rule rule =
-      sceneItem(camera_row::SENSEUP_LIMIT, OneOf{.numbers = {0, 2, 4, 8, 16, 32, 60}, .count = 7, .steps = true}, act);
+  static constexpr Rule rule = sceneItem(
+      camera_row::SENSEUP_LIMIT, OneOf{.numbers = {0, 2, 4, 8, 16, 32, 60}, .count = 7, .steps = true},
+      toDspAndDetection<&CameraDSP::setSenseuplimit, &DetectionSet::setSenseUpLimitTamp, &CameraDSP::stepSenseuplimit>);
 };
 
 struct CScene::CImage::CWhiteBalance : CCameraApiBase {
@@ -134,16 +137,16 @@ struct CScene::CImage::CLumx : CCameraApiBase {
 };
 
 struct CScene::CImage::CBlc : CCameraApiBase {
-  static int32_t act(Request& request);
-  static constexpr Rule rule = sceneItem(camera_row::BLC, dsp::words::kBlc, act);
+  static constexpr Rule rule = sceneItem(camera_row::BLC, dsp::words::kBlc,
+                                         toDspAndDetection<&CameraDSP::setBLC, &DetectionSet::setBlctypeTamp>);
   struct CArea;
 };
 
 /** The area for which "manual" compensates, as a bit stream in hexadecimal digits, which the DSP's channel judges. */
 struct CScene::CImage::CBlc::CArea : CCameraApiBase {
-  static int32_t act(Request& request);
   static constexpr Rule rule =
-      sceneItem(camera_row::BLC_AREA, Text{}, act, {{{dsp::kNotUnderstood, status::kNotUnderstood}}});
+      sceneItem(camera_row::BLC_AREA, Text{}, toDspAndDetection<&CameraDSP::setBLCArea, &DetectionSet::setBlcAreaTamp>,
+                {{{dsp::kNotUnderstood, status::kNotUnderstood}}});
 };
 
 }  // namespace Camera

@@ -88,10 +88,6 @@ int32_t CType::act(Request& request) {
   return 0;
 }
 
-int32_t CFramesize::checkSize(Request& request) {
-  return Config::isFramesize(request.value) == 1 ? 0 : -status::kNotUnderstood;
-}
-
 int32_t CFramerate::act(Request& request) {
   const float rate = parseFloat(request.value).value_or(0);
   const bool isJpeg = userText(request, encode_row::ENCTYPE_CH) == "jpeg";

@@ -22,8 +22,9 @@ struct CType : CEncodeApiBase {
 };
 
 struct CFramesize : CEncodeApiBase {
-  static int32_t checkSize(Request& request);
-  static constexpr Rule rule = staged(Test{checkSize}, encode_row::FRAME_SIZE);
+  static constexpr Rule rule =
+      staged(Words{"1920x1080", "quadvga", "1280x960", "1280x720", "vga", "640x480", "qvga", "320x240", "640x360"},
+             encode_row::FRAME_SIZE);
 };
 
 /** Frames per second, 1 to 30, put to the nearest rate below that the encoder has. */

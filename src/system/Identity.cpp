@@ -21,8 +21,6 @@
 namespace System {
 namespace {
 
-constexpr size_t kModelBytes = 32;
-constexpr size_t kTokenBytes = 128;
 constexpr size_t kStatBytes = 2048;
 
 /** The beginning of a file, at most `bytes` long; none when it cannot be read. */
@@ -36,29 +34,20 @@ std::optional<std::string> readBeginning(const char* path, size_t bytes) {
   return text;
 }
 
-/** The first token of a file, one character shorter than `bytes` at most; 0 or -500. */
-int32_t firstToken(const char* path, size_t bytes, std::string& text) {
-  const auto beginning = readBeginning(path, bytes);
+}  // namespace
+
+int32_t askFile(const Peer& file, const Request& /*request*/, std::string& text) {
+  const auto beginning = readBeginning(std::string(file.path).c_str(), file.id);
   if (!beginning) return -status::kInternalError;
   constexpr std::string_view kWhite = " \t\r\n\v\f";
   const size_t start = std::min(beginning->find_first_not_of(kWhite), beginning->size());
-  text = beginning->substr(start, beginning->find_first_of(kWhite, start) - start).substr(0, bytes - 1);
+  text = beginning->substr(start, beginning->find_first_of(kWhite, start) - start).substr(0, file.id - 1);
   return 0;
 }
 
-}  // namespace
-
-int32_t CModel::fetch(const Request& /*request*/, std::string& text) {
+int32_t askFlash(const Peer& file, const Request& request, std::string& text) {
   const FlashHold flash;
-  return firstToken("/mnt/flash/model", kModelBytes, text);
-}
-
-int32_t CSoftware::CRevision::fetch(const Request& /*request*/, std::string& text) {
-  return firstToken("/etc/version", kTokenBytes, text);
-}
-
-int32_t CSoftware::CProgramid::fetch(const Request& /*request*/, std::string& text) {
-  return firstToken("/etc/program", kTokenBytes, text);
+  return askFile(file, request, text);
 }
 
 int32_t CGuid::fetch(const Request& /*request*/, std::string& text) {

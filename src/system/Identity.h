@@ -9,9 +9,13 @@
 /** What this camera is: model, identifier, software, hardware. */
 namespace System {
 
+/** Rule::peer: the first word of a file, of at most `id` bytes with its end; askFlash holds the flash lock meanwhile.
+ */
+[[nodiscard]] int32_t askFile(const Peer& file, const Request& request, std::string& text);
+[[nodiscard]] int32_t askFlash(const Peer& file, const Request& request, std::string& text);
+
 struct CModel : CSystemApiBase {
-  static int32_t fetch(const Request& request, std::string& text);
-  static constexpr Rule rule{.fetch = fetch};
+  static constexpr Rule rule{.peer = {.ask = askFlash, .id = 32, .path = "/mnt/flash/model"}};
 };
 
 /** The camera gets its identifier at the first read, and keeps it. */
@@ -26,13 +30,11 @@ struct CSoftware : CSystemApiBase {
 };
 
 struct CSoftware::CRevision : CSystemApiBase {
-  static int32_t fetch(const Request& request, std::string& text);
-  static constexpr Rule rule{.fetch = fetch};
+  static constexpr Rule rule{.peer = {.ask = askFile, .id = 128, .path = "/etc/version"}};
 };
 
 struct CSoftware::CProgramid : CSystemApiBase {
-  static int32_t fetch(const Request& request, std::string& text);
-  static constexpr Rule rule{.fetch = fetch};
+  static constexpr Rule rule{.peer = {.ask = askFile, .id = 128, .path = "/etc/program"}};
 };
 
 struct CHardware : CSystemApiBase {

@@ -16,8 +16,6 @@ int32_t restoreFactoryImage() {
 
 }  // namespace
 
-int32_t CStatus::restart(Request& /*request*/) { return 0; }
-
 int32_t CStatus::initialize(Request& /*request*/) {
   const int32_t result = restoreFactoryImage();
   if (result == 0) sync();

@@ -7,10 +7,9 @@ namespace System {
 
 /** Restarts the camera, or puts it back to its factory state and restarts it, once the client has its answer. */
 struct CStatus : CSystemApiBase {
-  static int32_t restart(Request& request);
   static int32_t initialize(Request& request);
   static constexpr Rule rule{
-      .commands = {{{"restart", restart, PostAction::Reboot}, {"initialize", initialize, PostAction::Reboot}}}};
+      .commands = {{{"restart", nullptr, PostAction::Reboot}, {"initialize", initialize, PostAction::Reboot}}}};
 };
 
 }  // namespace System

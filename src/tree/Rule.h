@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -102,7 +103,8 @@ using Accepts = std::variant<std::monostate, Words, Number, OneOf, Decimal, Hex,
 /** A word that makes the leaf do something instead of taking a value: it is not compared, told or kept. */
 struct Command {
   std::string_view word{};
-  Act run = nullptr;                         ///< 0 answers 200; status::kAccepted answers 202 with the rule's hint
+  /** 0 answers 200; status::kAccepted answers 202 with the rule's hint. None: the peer, if there is one, is told. */
+  Act run = nullptr;
   PostAction afterwards = PostAction::None;  ///< what follows behind the answer when `run` gave 0
 };
 
@@ -195,6 +197,9 @@ struct Refusal {
   int32_t code;
 };
 
+/** Stands for every negative result that no row in front of it names. */
+inline constexpr int32_t kAnyFailure = std::numeric_limits<int32_t>::min();
+
 /** The statuses for results that are no negated statuses themselves; 500 for any other. */
 using Refusals = std::array<Refusal, 4>;
 
@@ -204,14 +209,23 @@ struct Guard {
   int32_t (*write)(const Selectors& selectors) = nullptr;   ///< of writes alone
 };
 
+/** A guard of several, in their order: Guard::write = all<isCurrent, isSlow>. */
+template <int32_t (*... Guards)(const Selectors&)>
+int32_t all(const Selectors& selectors) {
+  int32_t result = 0;
+  static_cast<void>((((result = Guards(selectors)) == 0) && ...));
+  return result;
+}
+
 /** How a value is shown. */
 struct Shows {
   Image image = Image::Config;
   std::string_view prefix{};
-  std::string_view suffix{};     ///< a unit; an empty text has none
-  bool escaped = false;          ///< quotes, percent signs and ampersands as %22, %25 and %26
-  std::string_view fixed{};      ///< this text, whatever is stored
-  const Words* words = nullptr;  ///< the word of the number that was asked for; 500 where it has none
+  std::string_view suffix{};                    ///< a unit; an empty text has none
+  bool escaped = false;                         ///< quotes, percent signs and ampersands as %22, %25 and %26
+  std::string_view fixed{};                     ///< this text, whatever is stored
+  int32_t (*number)(int32_t stored) = nullptr;  ///< the number that is shown for the stored one
+  const Words* words = nullptr;                 ///< the word of the number that was asked for; 500 where it has none
 };
 
 struct Rule {

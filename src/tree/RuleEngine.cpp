@@ -59,7 +59,7 @@ bool keep(const Rule& rule, const Request& request) {
 /** The status for a negative result. */
 int32_t refusalFor(const Rule& rule, int32_t result) {
   for (const Refusal& refusal : rule.refusals) {
-    if (refusal.result == result) return refusal.code;
+    if (refusal.result == result || refusal.result == kAnyFailure) return refusal.code;
   }
   return result <= -status::kOk ? -result : status::kInternalError;
 }
@@ -68,9 +68,15 @@ int32_t ask(int32_t (*guard)(const Selectors&), const Selectors& selectors) {
   return guard == nullptr ? 0 : guard(selectors);
 }
 
+/** What a command does itself; one without a function tells the peer, or does nothing. */
+int32_t performCommand(const Rule& rule, const Command& command, Request& request) {
+  if (command.run != nullptr) return command.run(request);
+  return rule.peer.tell != nullptr ? rule.peer.tell(rule.peer, request) : 0;
+}
+
 /** The status of a command; its restart follows only where it has done something. */
 int32_t runCommand(const Rule& rule, const Command& command, Request& request) {
-  const int32_t result = command.run(request);
+  const int32_t result = performCommand(rule, command, request);
   if (result < 0) return refusalFor(rule, result);
   if (result == status::kAccepted) return result;
   if (result != kNothingWaits && command.afterwards != PostAction::None) {
@@ -140,6 +146,7 @@ int32_t show(const Rule& rule, const Request& request, std::string& text) {
   }
   if (!rule.place.exists()) return -status::kNotImplemented;
   text = stored(rule.place, request.selectors, rule.shows.image);
+  if (rule.shows.number != nullptr) text = std::to_string(rule.shows.number(parseNumber(text).value_or(0)));
   return 0;
 }
 
@@ -165,10 +172,6 @@ int32_t forward(const Rule& rule, Parameter& parameter) {
 }  // namespace
 
 namespace RuleEngine {
-
-std::string stored(const Rule& rule, const Selectors& selectors) {
-  return ::stored(rule.place, selectors, rule.shows.image);
-}
 
 int32_t answerValue(Parameter& parameter, const std::string& text) {
   return parameter.setResponse("=" + text + getStatusCode(status::kOk));

@@ -20,9 +20,6 @@ int32_t read(const Rule& rule, ExecArgs& args);
  */
 int32_t write(const Rule& rule, ExecArgs& args);
 
-/** The text in the place of the rule, from the image that a read shows. */
-[[nodiscard]] std::string stored(const Rule& rule, const Selectors& selectors);
-
 /** Sets the answer "=text" with 200. */
 int32_t answerValue(Parameter& parameter, const std::string& text);
 /** Sets the answer for a status; 0 for 200 and 202, else -1. */

@@ -140,6 +140,16 @@ struct CCommand : CApiBase {
 struct COnlyCommand : CApiBase {
   static constexpr Rule rule{.commands = {{{"go", run}}}};
 };
+struct CTold : CApiBase {
+  static constexpr Rule rule{.guard = {.write = all<mayAccess, mayWrite>},
+                             .accepts = Number{.low = 0, .high = 9},
+                             .commands = {{{"go"}}},
+                             .place = network_row::NTP_HOST,
+                             .peer = {.tell = tell},
+                             .keeps = Keeps::WriteThrough,
+                             .shows = {.number = toEven},
+                             .refusals = {{{-7, status::kForbidden}, {kAnyFailure, status::kNotFound}}}};
+};
 struct CSpread : CApiBase {
   static constexpr Rule rule{
       .accepts = Text{}, .place = {network_row::NTP_HOST, nullptr, twoMore}, .keeps = Keeps::WriteThrough};
@@ -221,6 +231,7 @@ class CToyMan : public CManBase {
     add<Toy::CAfterUser>("toy.afteruser", "RWRWR-");
     add<Toy::CCommand>("toy.command", "RWRWR-");
     add<Toy::COnlyCommand>("toy.onlycommand", "RWRWR-");
+    add<Toy::CTold>("toy.told", "RWRWR-");
     add<Toy::CSpread>("toy.spread", "RWRWR-");
     add<Toy::CVolatile>("toy.volatile", "RWRWR-");
     add<Toy::CWords>("toy.words", "RWRWR-");
@@ -412,6 +423,33 @@ TEST_F(Engine, CommandsActInsteadOfTakingAValue) {
   }
   EXPECT_EQ(request("toy.command=on"), "202(toy.save)");
   EXPECT_EQ(everywhere(), "on,old,old");
+}
+
+TEST_F(Engine, ACommandWithoutAFunctionIsToldToThePeer) {
+  EXPECT_EQ(request("toy.told=go"), "200");
+  EXPECT_EQ(trace, (Trace{"access old,old,old", "write old,old,old", "tell:go old,old,old"}));
+  const struct {
+    const char* step;
+    int32_t result;
+    const char* answer;
+    size_t steps;
+  } kCases[] = {
+      {"access", -status::kPreconditionFailed, "412", 1},
+      {"write", -status::kUnauthorized, "401", 2},
+      {"tell:go", -7, "403", 3},
+      {"tell:go", -8, "404", 3},
+      {"tell:go", -status::kInternalError, "404", 3},
+  };
+  for (const auto& test : kCases) {
+    SetUp();
+    results[test.step] = test.result;
+    EXPECT_EQ(request("toy.told=go"), test.answer) << test.step << test.result;
+    EXPECT_EQ(trace.size(), test.steps) << test.step;
+  }
+  results.clear();
+  EXPECT_EQ(request("toy.told=7"), "200");
+  EXPECT_EQ(everywhere(), "7,7,7");
+  EXPECT_EQ(request("toy.told"), "=6200");
 }
 
 TEST_F(Engine, ValuesAreAcceptedAsTheRuleSays) {
