@@ -8,6 +8,7 @@
 #include "Loop.h"
 #include "Neighbour.h"
 #include "Pins.h"
+#include "ProgramOrders.h"
 
 namespace sim {
 
@@ -28,6 +29,7 @@ class Neighbourhood {
   Pins m_pins;
   std::vector<std::unique_ptr<Neighbour>> m_neighbours;
   DspOrders m_dsp;
+  ProgramOrders m_programs;
 };
 
 }  // namespace sim

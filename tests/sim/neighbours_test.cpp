@@ -226,9 +226,10 @@ TEST_F(Neighbours, AnswerFromTheirWorld) {
 }
 
 TEST_F(Neighbours, RefuseWordsThatMeanNothing) {
-  for (const std::string line : {"", "nobody icr=0", "gpio", "gpio icr", "gpio icr=x", "gpio slow", "gpio slow -1",
-                                 "gpio silent so", "session add jpeg", "session remove 1", "session remove 23",
-                                 "sdrec card=gone", "recorder pin3=make", "recorder 0xzz=1", "dsp probe"}) {
+  for (const std::string line :
+       {"", "nobody icr=0", "gpio", "gpio icr", "gpio icr=x", "gpio slow", "gpio slow -1", "gpio silent so",
+        "session add jpeg", "session remove 1", "session remove 23", "sdrec card=gone", "recorder pin3=make",
+        "recorder 0xzz=1", "dsp probe", "program rtpd", "program sh slow", "program rtpd lazy"}) {
     EXPECT_TRUE(tell(line).starts_with("error: ")) << line << " gave " << tell(line);
   }
   EXPECT_EQ(exchange("gpio", words({9, 0, 0, 0}), 16).bytes, words({99, 9, 1, 0}));
@@ -409,6 +410,16 @@ TEST_F(Neighbours, OrdersForTheLibraryAreKeptInItsFile) {
   EXPECT_EQ(file(), "opwb=never\n");
   EXPECT_EQ(tell("dsp clear"), "ok");
   EXPECT_EQ(file(), "");
+}
+
+TEST_F(Neighbours, AProgramsConductIsItsFile) {
+  EXPECT_EQ(tell("program rtpd show"), R"({"who":"rtpd","conduct":"normal"})");
+  for (const char* conduct : {"hang", "normal"}) {
+    EXPECT_EQ(tell("program rtpd "s + conduct), "ok");
+    std::string line;
+    std::getline(std::ifstream(m_root + "/run/camera/program.rtpd"), line);
+    EXPECT_EQ(line, conduct);
+  }
 }
 
 }  // namespace
