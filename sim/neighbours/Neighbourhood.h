@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "AddressServer.h"
 #include "DspOrders.h"
 #include "Loop.h"
 #include "Neighbour.h"
@@ -30,6 +31,7 @@ class Neighbourhood {
   std::vector<std::unique_ptr<Neighbour>> m_neighbours;
   DspOrders m_dsp;
   ProgramOrders m_programs;
+  AddressServer m_dhcp;
 };
 
 }  // namespace sim

@@ -93,28 +93,6 @@ std::string rtpChannel(const std::string& dataType) {
   return open == std::string::npos ? "4" : dataType.substr(open + 1, dataType.find(')') - open - 1);
 }
 
-bool has(const Arguments& arguments, const std::string& word) {
-  for (const std::string& argument : arguments) {
-    if (argument == word) return true;
-  }
-  return false;
-}
-
-/** The lease that a server would give: what the options ask for is put in place. */
-void takeLease(const Arguments& arguments) {
-  const std::string address = setting("lease", "192.168.0.120");
-  const std::string gateway = address.substr(0, address.rfind('.')) + ".1";
-  const std::string commands = "ifconfig eth0 " + address + " netmask 255.255.255.0; route add default gw " + gateway;
-  [[maybe_unused]] const int status = std::system(("(" + commands + ") >/dev/null 2>&1").c_str());
-  if (!has(arguments, "-R")) writeText("/etc/resolv.conf", "nameserver " + gateway + "\n");
-  if (!has(arguments, "-N")) writeText("/etc/ntp.conf", "server " + gateway + "\n");
-  if (has(arguments, "-H")) {
-    const std::string name = "camera-" + address.substr(address.rfind('.') + 1);
-    [[maybe_unused]] const int named = sethostname(name.c_str(), name.size());
-  }
-  writeText("/etc/dhcpc/dhcpcd-eth0.cache", address + "\n");
-}
-
 void restartCamera() {
   Journal("upreset", "restart").write();
   std::ofstream("/run/camera/power") << "reboot\n" << std::flush;
@@ -149,7 +127,7 @@ int pntpd(const Arguments& arguments) {
 
 int dhcpcd(const Arguments& arguments) {
   noteStart(arguments);
-  takeLease(arguments);
+  if (!takeLease(arguments)) return 1;
   return detach({"dhcpcd", "/var/run/dhcpcd-eth0.pid"});
 }
 
