@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cassert>
 
 #include "request/Log.h"
@@ -11,6 +12,8 @@
 namespace {
 
 constexpr size_t kLongestName = 63;
+constexpr int kShortestMask = 8;
+constexpr int kLongestMask = 30;
 
 /** The ends of the classes, of which the nets 0 and 127 are no part; in host order. */
 constexpr std::array<uint32_t, 6> kClassEnds{0x01000000, 0x7EFFFFFF, 0x80000000, 0xBFFFFFFF, 0xC0000000, 0xDFFFFFFF};
@@ -48,6 +51,12 @@ int32_t CTmxdNetworkUtility::checkHostAddress(in_addr address) {
   const bool isAboveC = IN_MULTICAST(host) || IN_BADCLASS(host);
   const bool isEnd = std::find(kClassEnds.begin(), kClassEnds.end(), host) != kClassEnds.end();
   return isAboveC || isEnd || net == 0 || net == IN_LOOPBACKNET ? -1 : 0;
+}
+
+int32_t CTmxdNetworkUtility::checkNetmask(in_addr mask) {
+  const uint32_t host = ntohl(mask.s_addr);
+  const int ones = std::countl_one(host);
+  return ones >= kShortestMask && ones <= kLongestMask && ones == std::popcount(host) ? 0 : -1;
 }
 
 int32_t CTmxdNetworkUtility::checkGateway(const std::string& address, const std::string& mask,

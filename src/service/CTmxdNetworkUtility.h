@@ -21,6 +21,8 @@ class CTmxdNetworkUtility {
   [[nodiscard]] static int32_t parseAddress(const std::string& text, in_addr* address);
   /** 0 when a host may have the address: class A, B or C without the ends of each, nor the nets 0 and 127; else -1. */
   [[nodiscard]] static int32_t checkHostAddress(in_addr address);
+  /** 0 for a mask of 8 to 30 ones in front of zeros, else -1. */
+  [[nodiscard]] static int32_t checkNetmask(in_addr mask);
   /** 0 when the gateway is 0.0.0.0, or another host of the subnet that the address and its mask make; else -1. */
   [[nodiscard]] static int32_t checkGateway(const std::string& address, const std::string& mask,
                                             const std::string& gateway);
