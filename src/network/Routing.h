@@ -1,23 +1,49 @@
 #pragma once
 
+#include <cstdint>
+#include <string>
+
 #include "network/CNetworkApiBase.h"
+#include "network/Gateways.h"
+#include "network/Resolver.h"
 #include "tree/Node.h"
 
+/** How the camera finds others and is found: gateways, resolver, names. */
 namespace Network {
 
-struct CHostname : CNetworkApiBase {};
+/** Takes effect at once: unless the kernel's name is leased, it becomes this one once it is on flash. */
+struct CHostname : CNetworkApiBase {
+  static int32_t setKernelName(Request& request);
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{
+      .accepts = Test{checkName},
+      .place = network_row::HOSTNAME,
+      .fetch = fetch,
+      .keeps = Keeps::WriteThrough,
+      .then = setKernelName,
+  };
+};
 
 struct CGateway : CNetworkApiBase {
   static constexpr Selector selector{.takes = SelectorWord{.words = Words{"ipv4"}}};
+  static constexpr Rule rule{.forward = "network.gateway(ipv4).ip(0)"};
   struct CIp;
   struct CStatus;
 };
 
+/** Four of them; the address client's is shown in the place of each where it is used. */
 struct CGateway::CIp : CNetworkApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 3}};
+  static int32_t fetch(const Request& request, std::string& text);
+  static Cell locate(const Selectors& selectors, Row first);
+  static constexpr Rule rule =
+      staged(Test{checkAddressOrNone}, Place(network_row::GATEWAY_IPV4, locate), kInterfaceHint, fetch);
 };
 
-struct CGateway::CStatus : CNetworkApiBase {};
+/** "save" makes the staged gateways the active ones without a restart; those that do not fit are taken back. */
+struct CGateway::CStatus : CNetworkApiBase {
+  static constexpr Rule rule{.commands = {{{"save", gateways::save}}}};
+};
 
 struct CDns : CNetworkApiBase {
   struct CIp;
@@ -25,14 +51,26 @@ struct CDns : CNetworkApiBase {
   struct CType;
 };
 
-struct CDns::CIp : CNetworkApiBase {};
+struct CDns::CIp : CNetworkApiBase {
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule = staged(Test{checkAddressOrNone}, network_row::DNS_IP, kDnsHint, fetch);
+};
 
-struct CDns::CStatus : CNetworkApiBase {};
+/** "restart" makes the staged server and domains the active ones, and the resolver's file anew. */
+struct CDns::CStatus : CNetworkApiBase {
+  static constexpr Rule rule =
+      staged(Words{"on", "off"}, network_row::DNS, kDnsHint, nullptr, {"restart", resolver::restart});
+};
 
-struct CDns::CType : CNetworkApiBase {};
+struct CDns::CType : CNetworkApiBase {
+  static constexpr Rule rule{.accepts = Words{"dns"}, .shows = {.fixed = "dns"}};
+};
 
+/** Up to four domains that a name is looked for in. */
 struct CDomainname : CNetworkApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 3}};
+  static Cell locate(const Selectors& selectors, Row first);
+  static constexpr Rule rule = staged(Test{checkName}, Place(network_row::DOMAINNAME, locate), kDnsHint);
 };
 
 }  // namespace Network
