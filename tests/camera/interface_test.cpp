@@ -13,14 +13,23 @@ constexpr const char* kHint = "&202 Accepted(network.interface(1).status=restart
 const std::string kRestart = "network.interface(1).status=restart";
 const std::string kDhcpRestart = "network.interface(1).dhcp.status=restart";
 
+constexpr const char* kFactoryPort = "192.168.0.2 255.255.255.0 192.168.0.255";
+
 /** Every case begins with the factory's network. */
 class InterfaceTest : public CameraTest {
  protected:
   void SetUp() override {
     camera().flash("off");
     camera().tell("dhcp usual");
-    camera().write(kFile, camera().read("factory/sysconfig/network.conf"));
-    ASSERT_TRUE(camera().reboot());
+    const std::string port = "network.interface.";
+    camera().ask(port + "ip=192.168.0.2&" + port + "subnetmask=255.255.255.0&" + port + "mtu=1500&" + port + "dscp=0&" +
+                 port + "ttl.unicast=64&" + port + "negotiation=auto&" + port + "dhcp.status=off&" + port +
+                 "dhcp.dns=off&" + port + "dhcp.ntp=off&" + port +
+                 "dhcp.hostname=off&network.gateway=0.0.0.0&network.gateway.ip(3)=0.0.0.0");
+    EXPECT_EQ(camera().ask(port + "status=save", UserClass::kOnvif), "network.interface.status&200 OK");
+    if (InterfaceTest::port() != kFactoryPort) {
+      ASSERT_TRUE(camera().reboot());
+    }
     CameraTest::SetUp();
   }
 
@@ -46,8 +55,6 @@ class InterfaceTest : public CameraTest {
   }
   static bool restarts() { return !camera().journal("upreset").empty(); }
 };
-
-constexpr const char* kFactoryPort = "192.168.0.2 255.255.255.0 192.168.0.255";
 
 TEST_F(InterfaceTest, Values) {
   const struct {
