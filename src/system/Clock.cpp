@@ -1,11 +1,9 @@
 #include "system/Clock.h"
 
-#include <array>
-#include <cstdio>
 #include <cstdlib>
-#include <memory>
 
 #include "config/Config.h"
+#include "local/CommandOutput.h"
 #include "local/CommonInterface.h"
 #include "platform/zr_com.h"
 #include "request/Log.h"
@@ -16,9 +14,7 @@ namespace System {
 
 namespace {
 
-struct PipeCloser {
-  void operator()(FILE* pipe) const { pclose(pipe); }
-};
+constexpr size_t kLineLength = 64;
 
 /** Empty for a name that is no zone. */
 std::string zoneFile(const std::string& name) {
@@ -43,12 +39,10 @@ int32_t CDate::setClocks(Request& request) {
 }
 
 int32_t CDate::fetch(const Request& /*request*/, std::string& text) {
-  const std::unique_ptr<FILE, PipeCloser> pipe(popen("date +%Y%m%d%H%M%S", "re"));
-  if (pipe == nullptr) return -status::kInternalError;
-  std::array<char, 65> line{};
-  while (fgets(line.data(), line.size(), pipe.get()) != nullptr)
-    text = std::string(line.data()).substr(0, std::string(line.data()).find('\n'));
-  return text.empty() ? -status::kInternalError : 0;
+  const auto lines = linesOf("date +%Y%m%d%H%M%S", kLineLength);
+  if (!lines || lines->empty()) return -status::kInternalError;
+  text = lines->back();
+  return 0;
 }
 
 int32_t CTimezone::checkZone(Request& request) { return zoneFile(request.value).empty() ? -status::kNotUnderstood : 0; }
