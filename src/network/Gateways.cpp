@@ -1,6 +1,10 @@
 #include "network/Gateways.h"
 
-#include "request/StatusCode.h"
+#include <netinet/in.h>
+
+#include <optional>
+
+#include "network/LiveNetwork.h"
 #include "service/CTmxdNetworkUtility.h"
 #include "service/CTmxdUtility.h"
 #include "service/NetworkRows.h"
@@ -44,6 +48,13 @@ bool fit(const std::string& address, const std::string& mask, std::string& text)
     return false;
   }
   return true;
+}
+
+int32_t fetchActive(const Request& /*request*/, std::string& text) {
+  const std::optional<in_addr> gateway = live_network::getDefaultGateway();
+  if (!gateway) return -status::kInternalError;
+  text = CTmxdNetworkUtility::Inet_ntop(&*gateway);
+  return 0;
 }
 
 int32_t save(Request& request) {

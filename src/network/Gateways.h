@@ -18,6 +18,9 @@ inline constexpr std::array<network_row::Row, 4> kRows{network_row::GATEWAY_IPV4
 /** The address and its mask, as the refusals name them. */
 [[nodiscard]] std::string mismatch(const std::string& address, const std::string& mask);
 
+/** Rule::fetch of the default route's gateway; 500 where the routes cannot be read. */
+[[nodiscard]] int32_t fetchActive(const Request& request, std::string& text);
+
 /**
  * Makes the staged gateways the active ones, in the routes and on flash. 0, -412 when one does not fit the active
  * address, which takes all of them back, or -500.

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "network/CNetworkApiBase.h"
@@ -36,14 +37,13 @@ struct CInterface : CNetworkApiBase {
 
 /** With DHCP on, a read shows the address that the port has. */
 struct CInterface::CIp : CNetworkApiBase {
-  static int32_t fetch(const Request& request, std::string& text);
-  static constexpr Rule rule = staged(Test{checkAddress}, network_row::IF1_IP, kInterfaceHint, fetch);
+  static constexpr Rule rule = staged(Test{checkAddress}, network_row::IF1_IP, kInterfaceHint,
+                                      leased<network_row::IF1_DHCP, ofPort<live_network::getIpAddress>>);
 };
 
 struct CInterface::CSubnetmask : CNetworkApiBase {
-  static int32_t checkMask(Request& request);
-  static int32_t fetch(const Request& request, std::string& text);
-  static constexpr Rule rule = staged(Test{checkMask}, network_row::IF1_NETMASK, kInterfaceHint, fetch);
+  static constexpr Rule rule = staged(Test{checkNetmask}, network_row::IF1_NETMASK, kInterfaceHint,
+                                      leased<network_row::IF1_DHCP, ofPort<live_network::getNetmask>>);
 };
 
 /** "restart" by anybody and "save" by the ONVIF service alone, without the camera's restart. */
@@ -74,14 +74,12 @@ struct CInterface::CNegotiation : CNetworkApiBase {
 };
 
 struct CInterface::CMac : CNetworkApiBase {
-  static int32_t fetch(const Request& request, std::string& text);
-  static constexpr Rule rule{.fetch = fetch};
+  static constexpr Rule rule{.fetch = ofPort<live_network::getMacAddress>};
 };
 
 /** What the port has negotiated. */
 struct CInterface::CNegotiationDetail : CNetworkApiBase {
-  static int32_t fetch(const Request& request, std::string& text);
-  static constexpr Rule rule{.fetch = fetch};
+  static constexpr Rule rule{.fetch = ofPort<live_network::getLinkSpeed>};
 };
 
 struct CInterface::CDhcp : CNetworkApiBase {
@@ -129,23 +127,25 @@ struct CInterface::CIpv6::CStatus : CNetworkApiBase {
   static constexpr Rule rule = staged(Words{"on", "off"}, network_row::IF1_IPV6, kInterfaceHint);
 };
 
-/** What the port has of IPv6; an address that is not there reads empty. */
+/** An address of one scope; one that is not there reads empty. */
 struct CInterface::CIpv6Base : CNetworkApiBase {
  protected:
-  enum class Scope { Link, Global };
-  template <Scope scope>
-  static int32_t fetch(const Request& request, std::string& text);
   static constexpr SelectorNumber kAddresses{.low = 1, .high = 8};
+  template <const std::string_view& scope>
+  static int32_t fetch(const Request& request, std::string& text) {
+    text = live_network::getIPv6Address(live_network::kPort, selectorNumber(request.selectors, 3, 1), scope);
+    return 0;
+  }
 };
 
 struct CInterface::CIpv6::CLinkLocal : CInterface::CIpv6Base {
   static constexpr Selector selector{.takes = kAddresses};
-  static constexpr Rule rule{.fetch = fetch<Scope::Link>};
+  static constexpr Rule rule{.fetch = fetch<live_network::kScopeLink>};
 };
 
 struct CInterface::CIpv6::CGlobal : CInterface::CIpv6Base {
   static constexpr Selector selector{.takes = kAddresses};
-  static constexpr Rule rule{.fetch = fetch<Scope::Global>};
+  static constexpr Rule rule{.fetch = fetch<live_network::kScopeGlobal>};
 };
 
 }  // namespace Network

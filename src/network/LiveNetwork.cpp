@@ -77,13 +77,12 @@ std::string getMacAddress(const std::string& device) {
   return text.data();
 }
 
-std::string getLinkSpeed(int32_t index) {
+std::string getLinkSpeed(const std::string& device) {
   const FileDescriptor control = controlSocket();
   if (!control.isValid()) {
     TMX_LOG(LOG_ERR, "Cannot get control socket");
     return {};
   }
-  const std::string device = "eth" + std::to_string(index);
   ifreq request = requestFor(device);
   ethtool_cmd settings{};
   settings.cmd = ETHTOOL_GSET;

@@ -24,8 +24,8 @@ inline constexpr std::string_view kScopeLink = "20";
 [[nodiscard]] std::string getNetmask(const std::string& device);
 /** Twelve lower-case hexadecimal digits; empty for a device that is no Ethernet device. */
 [[nodiscard]] std::string getMacAddress(const std::string& device);
-/** Speed in megabits and duplex of "eth" with the index, such as "100full". */
-[[nodiscard]] std::string getLinkSpeed(int32_t index);
+/** Speed in megabits and duplex, such as "100full". */
+[[nodiscard]] std::string getLinkSpeed(const std::string& device);
 [[nodiscard]] std::string linkSpeedText(const std::string& device, uint32_t speed, uint8_t duplex);
 
 /** The device's address number `count` of that scope, counted from 1. */

@@ -3,8 +3,6 @@
 #include <netinet/in.h>
 
 #include "service/CTmxdNetworkUtility.h"
-#include "service/CTmxdUtility.h"
-#include "service/NetworkRows.h"
 
 namespace Network {
 
@@ -20,12 +18,6 @@ int32_t CNtp::CHost::checkHost(Request& request) {
   const bool isName = CTmxdNetworkUtility::parseAddress(request.value, &address) == 0;
   if (isName) return request.value.size() <= kLongestHost ? 0 : -status::kNotUnderstood;
   return checkAddressOrNone(request);
-}
-
-int32_t CNtp::CHost::fetch(const Request& /*request*/, std::string& text) {
-  if (!network_rows::isLeased(network_row::IF1_DHCP_NTP)) return kShowStored;
-  text = CTmxdUtility::readKeyValue("/etc/ntp.conf", "server");
-  return 0;
 }
 
 }  // namespace Network

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 
 #include "network/CNetworkApiBase.h"
 #include "network/NtpClient.h"
@@ -35,8 +34,8 @@ struct CNtp::CStatus : CNetworkApiBase {
 /** An address or a name; a read shows the server that the address client brought. */
 struct CNtp::CHost : CNetworkApiBase {
   static int32_t checkHost(Request& request);
-  static int32_t fetch(const Request& request, std::string& text);
-  static constexpr Rule rule = staged(Test{checkHost}, network_row::NTP_HOST, kNtpHint, fetch);
+  static constexpr Rule rule = staged(Test{checkHost}, network_row::NTP_HOST, kNtpHint,
+                                      leased<network_row::IF1_DHCP_NTP, ntp_client::fetchServer>);
 };
 
 }  // namespace Network

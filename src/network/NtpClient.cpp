@@ -8,6 +8,7 @@
 #include "network/NtpAction.h"
 #include "request/Log.h"
 #include "service/CTmxdNetworkUtility.h"
+#include "service/CTmxdUtility.h"
 #include "service/Daemon.h"
 #include "service/NetworkRows.h"
 #include "service/Numbers.h"
@@ -80,6 +81,11 @@ int32_t m_callDaemon(NtpAction action) {
 }
 
 }  // namespace
+
+int32_t fetchServer(const Request& /*request*/, std::string& text) {
+  text = CTmxdUtility::readKeyValue("/etc/ntp.conf", "server");
+  return 0;
+}
 
 int32_t restart(Request& request) {
   NtpState state{

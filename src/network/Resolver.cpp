@@ -7,6 +7,7 @@
 #include <string>
 
 #include "request/Log.h"
+#include "service/CTmxdUtility.h"
 #include "service/NetworkRows.h"
 #include "tree/Commit.h"
 
@@ -16,6 +17,8 @@ namespace {
 
 using namespace network_row;
 using network_rows::staged;
+
+constexpr const char* kFile = "/etc/resolv.conf";
 
 constexpr std::array<::Row, 6> kRows{DNS, DNS_IP, DOMAINNAME, DOMAINNAME2, DOMAINNAME3, DOMAINNAME4};
 
@@ -54,6 +57,11 @@ int32_t apply(Request& /*request*/) {
 }
 
 }  // namespace
+
+int32_t fetchServer(const Request& /*request*/, std::string& text) {
+  text = CTmxdUtility::readKeyValue(kFile, "nameserver");
+  return 0;
+}
 
 int32_t restart(Request& request) { return carryOut({.rows = kRows, .apply = apply}, request); }
 

@@ -14,11 +14,11 @@ namespace Network {
 /** Takes effect at once: unless the kernel's name is leased, it becomes this one once it is on flash. */
 struct CHostname : CNetworkApiBase {
   static int32_t setKernelName(Request& request);
-  static int32_t fetch(const Request& request, std::string& text);
+  static int32_t fetchKernelName(const Request& request, std::string& text);
   static constexpr Rule rule{
       .accepts = Test{checkName},
       .place = network_row::HOSTNAME,
-      .fetch = fetch,
+      .fetch = leased<network_row::IF1_DHCP_HOSTNAME, fetchKernelName>,
       .keeps = Keeps::WriteThrough,
       .then = setKernelName,
   };
@@ -34,10 +34,8 @@ struct CGateway : CNetworkApiBase {
 /** Four of them; the address client's is shown in the place of each where it is used. */
 struct CGateway::CIp : CNetworkApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 3}};
-  static int32_t fetch(const Request& request, std::string& text);
-  static Cell locate(const Selectors& selectors, Row first);
-  static constexpr Rule rule =
-      staged(Test{checkAddressOrNone}, Place(network_row::GATEWAY_IPV4, locate), kInterfaceHint, fetch);
+  static constexpr Rule rule = staged(Test{checkAddressOrNone}, {network_row::GATEWAY_IPV4, rowOf<gateways::kRows, 2>},
+                                      kInterfaceHint, leased<network_row::IF1_DHCP, gateways::fetchActive>);
 };
 
 /** "save" makes the staged gateways the active ones without a restart; those that do not fit are taken back. */
@@ -52,8 +50,8 @@ struct CDns : CNetworkApiBase {
 };
 
 struct CDns::CIp : CNetworkApiBase {
-  static int32_t fetch(const Request& request, std::string& text);
-  static constexpr Rule rule = staged(Test{checkAddressOrNone}, network_row::DNS_IP, kDnsHint, fetch);
+  static constexpr Rule rule = staged(Test{checkAddressOrNone}, network_row::DNS_IP, kDnsHint,
+                                      leased<network_row::IF1_DHCP_DNS, resolver::fetchServer>);
 };
 
 /** "restart" makes the staged server and domains the active ones, and the resolver's file anew. */
@@ -69,8 +67,8 @@ struct CDns::CType : CNetworkApiBase {
 /** Up to four domains that a name is looked for in. */
 struct CDomainname : CNetworkApiBase {
   static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 3}};
-  static Cell locate(const Selectors& selectors, Row first);
-  static constexpr Rule rule = staged(Test{checkName}, Place(network_row::DOMAINNAME, locate), kDnsHint);
+  static constexpr Rule rule =
+      staged(Test{checkName}, {network_row::DOMAINNAME, rowOf<resolver::kDomains, 1>}, kDnsHint);
 };
 
 }  // namespace Network
