@@ -27,6 +27,7 @@ struct DspAddress {
 
 /** What each DSP address is for. */
 inline constexpr auto dspAddresses = std::to_array<DspAddress>({
+    {0x10, "clock"},
     {0x18, "device id"},
     {0x19, "register address"},
     {0x1A, "register data"},
@@ -68,6 +69,12 @@ inline constexpr auto dspAddresses = std::to_array<DspAddress>({
 
 /** The fields of each address; a byte that stands nowhere here is fixed, a bitmap or unused. */
 inline constexpr auto dspFields = std::to_array<DspField>({
+    {0x10, "second", 1},
+    {0x10, "minute", 2},
+    {0x10, "hour", 3},
+    {0x10, "day", 5},
+    {0x10, "month", 6},
+    {0x10, "year", 7},
     {0x18, "device", 1},
     {0x19, "address", 1, 2},
     {0x1A, "data", 1, 2},

@@ -14,7 +14,8 @@
 
 namespace sim {
 
-Neighbourhood::Neighbourhood(Loop& loop, const std::string& root) : m_dsp(root + "/run/camera/dsp") {
+Neighbourhood::Neighbourhood(Loop& loop, const std::string& root)
+    : m_dsp(root + "/run/camera/dsp"), m_programs(root + "/run/camera/program."), m_dhcp(root + "/run/camera/lease") {
   m_neighbours.push_back(std::make_unique<Gpio>(loop, root, m_pins));
   m_neighbours.push_back(std::make_unique<PtzSequencer>(loop, root));
   m_neighbours.push_back(std::make_unique<Recorder>(loop, root, m_pins));
@@ -42,10 +43,12 @@ std::string Neighbourhood::tell(const std::string& line) {
   for (std::string word; stream >> word;)
     words.push_back(word);
   if (name == "dsp") return m_dsp.tell(words);
+  if (name == "program") return m_programs.tell(words);
+  if (name == "dhcp") return m_dhcp.tell(words);
   if (name == "ptz") name = "ptzseq";
   const auto found = std::ranges::find(m_neighbours, name, [](const auto& neighbour) { return neighbour->name(); });
   if (found != m_neighbours.end()) return (*found)->tell(words);
-  std::string names = "dsp";
+  std::string names = "dsp program dhcp";
   for (const auto& neighbour : m_neighbours)
     names += " " + neighbour->name();
   return "error: no neighbour \"" + name + "\"; there are " + names;

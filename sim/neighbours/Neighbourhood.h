@@ -4,10 +4,12 @@
 #include <string>
 #include <vector>
 
+#include "AddressServer.h"
 #include "DspOrders.h"
 #include "Loop.h"
 #include "Neighbour.h"
 #include "Pins.h"
+#include "ProgramOrders.h"
 
 namespace sim {
 
@@ -28,6 +30,8 @@ class Neighbourhood {
   Pins m_pins;
   std::vector<std::unique_ptr<Neighbour>> m_neighbours;
   DspOrders m_dsp;
+  ProgramOrders m_programs;
+  AddressServer m_dhcp;
 };
 
 }  // namespace sim

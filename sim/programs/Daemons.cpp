@@ -1,12 +1,12 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <array>
-#include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <thread>
 
 #include "sim/common/Journal.h"
 #include "sim/programs/Programs.h"
@@ -18,6 +18,19 @@ namespace {
 /** What a daemon does on a signal other than SIGTERM. */
 using Answer = void (*)();
 
+/** A stand-in of a daemon, whose conduct `./camera tell program NAME` changes (docs/neighbours.md). */
+struct Daemon {
+  std::string name;
+  std::string pidFile;
+  Answer answer = nullptr;  ///< without one it ends on every signal
+
+  /** Asked each time that it matters, so that an order reaches a daemon that runs, too. */
+  [[nodiscard]] bool isTold(const char* conduct) const { return setting("program." + name, "normal") == conduct; }
+  void pauseIfSlow() const {
+    if (isTold("slow")) std::this_thread::sleep_for(std::chrono::milliseconds(300));
+  }
+};
+
 sigset_t awaited() {
   sigset_t set;
   sigemptyset(&set);
@@ -26,68 +39,58 @@ sigset_t awaited() {
   return set;
 }
 
-/** Serves signals until SIGTERM, then removes the pid file. A program without an answer ends on every signal. */
-int live(const std::string& pidFile, Answer answer) {
+/** Serves signals until SIGTERM, then removes the pid file. */
+int live(const Daemon& daemon) {
   const sigset_t set = awaited();
   int number = 0;
-  while (sigwait(&set, &number) == 0 && number != SIGTERM && answer != nullptr)
-    answer();
-  if (!pidFile.empty()) unlink(pidFile.c_str());
+  while (sigwait(&set, &number) == 0) {
+    const bool ends = number == SIGTERM || daemon.answer == nullptr;
+    if (ends && !daemon.isTold("hang")) break;
+    if (!ends) daemon.answer();
+  }
+  daemon.pauseIfSlow();
+  Journal("child", daemon.name + " ends").text("file", daemon.pidFile).write();
+  unlink(daemon.pidFile.c_str());
   return 0;
+}
+
+void writePid(const Daemon& daemon, pid_t pid) {
+  daemon.pauseIfSlow();
+  if (!daemon.isTold("nopid")) writeText(daemon.pidFile, std::to_string(pid) + "\n");
 }
 
 /**
  * Stays behind in the background. The starter ends only when the pid file is there: whoever waited for it finds it.
  */
-int detach(const std::string& pidFile, Answer answer = nullptr) {
+int detach(const Daemon& daemon) {
+  if (daemon.isTold("fail")) return 1;
   const sigset_t set = awaited();
   sigprocmask(SIG_BLOCK, &set, nullptr);
   const pid_t pid = fork();
   if (pid < 0) return 1;
   if (pid > 0) {
-    writeText(pidFile, std::to_string(pid) + "\n");
+    writePid(daemon, pid);
     return 0;
   }
   setsid();
   const int null = open("/dev/null", O_RDWR | O_CLOEXEC);
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
     dup2(null, stream);
-  return live(pidFile, answer);
+  return live(daemon);
 }
 
-int stayInFront(const std::string& pidFile, Answer answer = nullptr) {
+int stayInFront(const Daemon& daemon) {
+  if (daemon.isTold("fail")) return 1;
   const sigset_t set = awaited();
   sigprocmask(SIG_BLOCK, &set, nullptr);
-  if (!pidFile.empty()) writeText(pidFile, std::to_string(getpid()) + "\n");
-  return live(pidFile, answer);
+  if (!daemon.pidFile.empty()) writePid(daemon, getpid());
+  return live(daemon);
 }
 
 /** The channel stands in brackets behind the data type; the motion metadata has none and is the fifth. */
 std::string rtpChannel(const std::string& dataType) {
   const std::size_t open = dataType.find('(');
   return open == std::string::npos ? "4" : dataType.substr(open + 1, dataType.find(')') - open - 1);
-}
-
-bool has(const Arguments& arguments, const std::string& word) {
-  for (const std::string& argument : arguments) {
-    if (argument == word) return true;
-  }
-  return false;
-}
-
-/** The lease that a server would give: what the options ask for is put in place. */
-void takeLease(const Arguments& arguments) {
-  const std::string address = setting("lease", "192.168.0.120");
-  const std::string gateway = address.substr(0, address.rfind('.')) + ".1";
-  const std::string commands = "ifconfig eth0 " + address + " netmask 255.255.255.0; route add default gw " + gateway;
-  [[maybe_unused]] const int status = std::system(("(" + commands + ") >/dev/null 2>&1").c_str());
-  if (!has(arguments, "-R")) writeText("/etc/resolv.conf", "nameserver " + gateway + "\n");
-  if (!has(arguments, "-N")) writeText("/etc/ntp.conf", "server " + gateway + "\n");
-  if (has(arguments, "-H")) {
-    const std::string name = "camera-" + address.substr(address.rfind('.') + 1);
-    [[maybe_unused]] const int named = sethostname(name.c_str(), name.size());
-  }
-  writeText("/etc/dhcpc/dhcpcd-eth0.cache", address + "\n");
 }
 
 void restartCamera() {
@@ -99,40 +102,40 @@ void restartCamera() {
 
 int rtpd(const Arguments& arguments) {
   noteStart(arguments);
-  return detach("/var/run/rtpd_channel" + rtpChannel(optionValue(arguments, "--datatype")) + ".pid");
+  return detach({"rtpd", "/var/run/rtpd_channel" + rtpChannel(optionValue(arguments, "--datatype")) + ".pid"});
 }
 
 int rtspd(const Arguments& arguments) {
   noteStart(arguments);
-  return detach("/var/run/rtsp.pid");
+  return detach({"rtspd", "/var/run/rtsp.pid"});
 }
 
 int nvtApl(const Arguments& arguments) {
   noteStart(arguments);
-  return stayInFront("/var/run/nvt_apld.pid");
+  return stayInFront({"nvt_apl", "/var/run/nvt_apld.pid"});
 }
 
 int amxBeacond(const Arguments& arguments) {
   noteStart(arguments);
-  return detach("/var/run/amx_beacond.pid");
+  return detach({"amx_beacond", "/var/run/amx_beacond.pid"});
 }
 
 int pntpd(const Arguments& arguments) {
   noteStart(arguments);
-  return detach("/var/run/pntpd.pid", [] { Journal("child", "pntpd synchronises").write(); });
+  return detach({"pntpd", "/var/run/pntpd.pid", [] { Journal("child", "pntpd synchronises").write(); }});
 }
 
 int dhcpcd(const Arguments& arguments) {
   noteStart(arguments);
-  takeLease(arguments);
-  return detach("/var/run/dhcpcd-eth0.pid");
+  if (!takeLease(arguments)) return 1;
+  return detach({"dhcpcd", "/var/run/dhcpcd-eth0.pid"});
 }
 
 int count(const Arguments& arguments) {
   noteStart(arguments);
-  return stayInFront("");
+  return stayInFront({"count", ""});
 }
 
-int upreset(const Arguments&) { return stayInFront("/var/run/upreset.pid", restartCamera); }
+int upreset(const Arguments&) { return stayInFront({"upreset", "/var/run/upreset.pid", restartCamera}); }
 
 }  // namespace sim

@@ -19,6 +19,12 @@ void noteStart(const Arguments& arguments);
 
 void writeText(const std::string& path, const std::string& text);
 
+/**
+ * Puts in place what the address client's options ask for; an option of the lease that is empty is one that the server
+ * does not give. False without a lease.
+ */
+[[nodiscard]] bool takeLease(const Arguments& arguments);
+
 // Daemons. Each keeps its pid file while it lives and ends on SIGTERM.
 int rtpd(const Arguments& arguments);
 int rtspd(const Arguments& arguments);

@@ -16,6 +16,7 @@ constexpr const char* usage =
     "             --fresh            begin with a new home\n"
     "             --model NAME       model name\n"
     "             --without FEATURE  switch a feature off (repeatable)\n"
+    "             --without /bin/X   leave a program out, until the next up (repeatable)\n"
     "             --tmxd-arg ARG     argument for the daemon (repeatable)\n"
     "             --env NAME=VALUE   variable for the daemon (repeatable)\n"
     "             --timeout SECONDS  give up waiting; 0: do not wait\n"
@@ -55,7 +56,7 @@ bool take(Options& options, int option, const std::string& value) {
       options.model = value;
       return true;
     case 'w':
-      options.without.push_back(value);
+      (value.starts_with('/') ? options.missing : options.without).push_back(value);
       return true;
     case 'f':
       options.fresh = true;

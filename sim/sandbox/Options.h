@@ -17,6 +17,7 @@ struct Options {
   Path userland;  ///< unpacked packages that the host lacks; need not exist
   std::string model;
   std::vector<std::string> without;  ///< features that are switched off
+  std::vector<std::string> missing;  ///< programs that the camera does not have, "/bin/NAME"
   bool fresh = false;
   bool quiet = false;
   int timeoutSeconds = 60;

@@ -61,7 +61,7 @@ void Root::skeleton() const {
 void Root::userland() const {
   std::string layers;
   int count = 0;
-  for (const Path& layer : {m_options.build / "stand-ins" / "usr", m_options.userland / "usr", Path("/usr")}) {
+  for (const Path& layer : {holes(), m_options.build / "stand-ins" / "usr", m_options.userland / "usr", Path("/usr")}) {
     std::error_code error;
     if (!fs::is_directory(layer, error)) continue;
     const std::string name = ".layer" + std::to_string(count++);
@@ -74,6 +74,17 @@ void Root::userland() const {
     const std::string name = ".layer" + std::to_string(count);
     must(umount2(name.c_str(), MNT_DETACH) == 0 && rmdir(name.c_str()) == 0, "release " + name);
   }
+}
+
+/** A layer that hides the programs which the camera is to do without: a file of the device number 0 is a hole. */
+Path Root::holes() const {
+  const std::string layer = "opt/missing";
+  for (const std::string& program : m_options.missing) {
+    const std::string hole = layer + program;
+    makeDirectory(Path(hole).parent_path());
+    must(mknod(hole.c_str(), S_IFCHR, 0) == 0, "hide " + program);
+  }
+  return m_root / layer;
 }
 
 void Root::etc() const {
@@ -93,6 +104,7 @@ void Root::etc() const {
   put("etc/version", "1.00.003\n");
   put("etc/program", "KA10-0800\n");
   put("etc/ssl/openssl.cnf", "[req]\ndistinguished_name = name\n[name]\n");
+  put("etc/snmp/snmp.conf", "mibs :\n");  // numbers suffice, and a missing module would be a line of the log
   put("etc/snmp/snmpd.conf", "agentaddress udp:161\nrocommunity public\n");
   put("etc/dhcpc/dhcpcd-eth0.cache", "");
   link("/mnt/flash/lighttpd", "etc/lighttpd");

@@ -24,6 +24,7 @@ class Root {
  private:
   void skeleton() const;
   void userland() const;
+  [[nodiscard]] Path holes() const;
   void etc() const;
   void var() const;
   void devices() const;

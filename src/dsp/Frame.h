@@ -16,6 +16,13 @@ struct Field {
 };
 
 namespace frame {
+inline constexpr Field kClockSecond{0x10, 1, 1};  // the clock runs in UTC
+inline constexpr Field kClockMinute{0x10, 2, 1};
+inline constexpr Field kClockHour{0x10, 3, 1};
+inline constexpr Field kClockDay{0x10, 5, 1};
+inline constexpr Field kClockMonth{0x10, 6, 1};  // 1 to 12
+inline constexpr Field kClockYear{0x10, 7, 1};   // counted from 2000
+
 inline constexpr Field kDeviceId{0x18, 1, 1};
 inline constexpr Field kRegisterAddress{0x19, 1, 2};
 inline constexpr Field kRegisterData{0x1A, 1, 2};

@@ -4,28 +4,23 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <cassert>
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 
 #include "local/ArgumentVector.h"
+#include "local/CommandOutput.h"
 #include "request/Log.h"
 
 namespace {
 
 constexpr int32_t kPollInterval = 10;  // microseconds
+constexpr size_t kPidLength = 10;
 
 void removeIfThere(const std::string& path) {
   if (CommonInterface::isFileExist(path)) CommonInterface::removeFile(path);
 }
-
-struct PipeCloser {
-  void operator()(FILE* pipe) const { pclose(pipe); }
-};
 
 }  // namespace
 
@@ -130,16 +125,10 @@ int32_t CommonInterface::Process::StopKillWait(pid_t pid, int32_t polls) {
 }
 
 std::vector<pid_t> CommonInterface::Process::GetPsPID(const std::string& name) {
-  std::vector<pid_t> pids;
   const std::string command = "ps  | grep " + name + " | grep -v grep |awk '{print $1}'";
-  const std::unique_ptr<FILE, PipeCloser> pipe(popen(command.c_str(), "re"));
-  if (pipe == nullptr) {
-    TMX_LOG(LOG_ERR, "popen(%m)");
-    return pids;
-  }
-  std::array<char, 11> line{};  // ten characters and the NUL
-  while (fgets(line.data(), line.size(), pipe.get()) != nullptr) {
-    pids.push_back(static_cast<pid_t>(strtol(line.data(), nullptr, 10)));
+  std::vector<pid_t> pids;
+  for (const std::string& line : linesOf(command, kPidLength).value_or(std::vector<std::string>())) {
+    pids.push_back(static_cast<pid_t>(strtol(line.c_str(), nullptr, 10)));
     TMX_LOG(LOG_DEBUG, "ps  pid =%d", pids.back());
   }
   return pids;

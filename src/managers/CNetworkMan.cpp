@@ -94,5 +94,9 @@ int32_t CNetworkMan::init() {
   add<Network::CInterface::CIpv6::CStatus>("interface.ipv6.status", "RWR-R-");
   add<Network::CInterface::CIpv6::CLinkLocal>("interface.ipv6.link_local", "R-R-R-");
   add<Network::CInterface::CIpv6::CGlobal>("interface.ipv6.global", "R-R-R-");
+
+  m_replayStored("network.hostname");
+  m_replay("network.dns.status=restart");
+  m_replay("network.gateway(ipv4).status=save");
   return 0;
 }

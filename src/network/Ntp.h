@@ -1,7 +1,12 @@
 #pragma once
 
-#include "network/CNetworkApiBase.h"
+#include <cstdint>
 
+#include "network/CNetworkApiBase.h"
+#include "network/NtpClient.h"
+#include "tree/Node.h"
+
+/** The time client: how often it asks which server. All is staged until `network.ntp.status=restart`. */
 namespace Network {
 
 struct CNtp : CNetworkApiBase {
@@ -11,12 +16,26 @@ struct CNtp : CNetworkApiBase {
   struct CHost;
 };
 
-struct CNtp::CInterval : CNetworkApiBase {};
+/** Counted in units; what is too long for the unit is cut when it is taken over. */
+struct CNtp::CInterval : CNetworkApiBase {
+  static constexpr Rule rule = staged(Number{.low = 1, .high = 60}, network_row::NTP_INTERVAL, kNtpHint);
+};
 
-struct CNtp::CUnit : CNetworkApiBase {};
+struct CNtp::CUnit : CNetworkApiBase {
+  static constexpr Rule rule = staged(Words{"min", "hour", "day"}, network_row::NTP_UNIT, kNtpHint);
+};
 
-struct CNtp::CStatus : CNetworkApiBase {};
+/** "restart" with nothing staged lets the client synchronise at once. */
+struct CNtp::CStatus : CNetworkApiBase {
+  static constexpr Rule rule =
+      staged(Words{"on", "off"}, network_row::NTP, kNtpHint, nullptr, {"restart", ntp_client::restart});
+};
 
-struct CNtp::CHost : CNetworkApiBase {};
+/** An address or a name; a read shows the server that the address client brought. */
+struct CNtp::CHost : CNetworkApiBase {
+  static int32_t checkHost(Request& request);
+  static constexpr Rule rule = staged(Test{checkHost}, network_row::NTP_HOST, kNtpHint,
+                                      leased<network_row::IF1_DHCP_NTP, ntp_client::fetchServer>);
+};
 
 }  // namespace Network

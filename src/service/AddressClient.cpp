@@ -2,21 +2,20 @@
 
 #include <cstdlib>
 
-#include "config/Config.h"
 #include "config/Initialising.h"
 #include "local/Process.h"
 #include "request/InternalRequest.h"
 #include "request/Log.h"
 #include "request/Parameter.h"
 #include "service/CTmxdUtility.h"
+#include "service/NetworkRows.h"
 
 namespace {
 
 constexpr int32_t kStopPolls = 500;
 
-std::string networkValue(network_row::Row row) { return Config::getInstance()->get(row); }
-
-bool isOn(network_row::Row row) { return networkValue(row) == "on"; }
+using network_rows::active;
+using network_rows::isOn;
 
 /** Carries out what the store holds: an internal request that acts although nothing has changed, and keeps nothing. */
 bool replay(const std::string& query) {
@@ -34,7 +33,7 @@ void stopDhcpcd() {
 }
 
 void setHostName() {
-  const std::string name = networkValue(network_row::HOSTNAME);
+  const std::string name = active(network_row::HOSTNAME);
   if (sethostname(name.c_str(), name.size()) == 0) return;
   TMX_LOG(LOG_ERR, "sethostname err str[%s] len[%d]", name.c_str(), static_cast<int>(name.size()));
 }
@@ -57,9 +56,9 @@ std::vector<std::string> prepareDhcpcd() {
 }
 
 int32_t setFixedAddress() {
-  const std::string address = networkValue(network_row::IF1_IP);
-  const std::string mask = networkValue(network_row::IF1_NETMASK);
-  const std::string broadcast = networkValue(network_row::IF1_BROADCAST);
+  const std::string address = active(network_row::IF1_IP);
+  const std::string mask = active(network_row::IF1_NETMASK);
+  const std::string broadcast = active(network_row::IF1_BROADCAST);
   const int32_t result =
       CTmxdUtility::execProcess({"/sbin/ifconfig", "eth0", address, "netmask", mask, "broadcast", broadcast});
   if (result != 0) {

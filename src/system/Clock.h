@@ -1,11 +1,32 @@
 #pragma once
 
+#include <cstdint>
+#include <string>
+
 #include "system/CSystemApiBase.h"
+#include "tree/Node.h"
 
 namespace System {
 
-struct CDate : CSystemApiBase {};
+/** The time of day in the camera's zone, YYYYMMDDhhmmss: that of the operating system and of the DSP together. */
+struct CDate : CSystemApiBase {
+  static int32_t checkDate(Request& request);
+  static int32_t setClocks(Request& request);
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{.accepts = Test{checkDate}, .act = setClocks, .fetch = fetch};
+};
 
-struct CTimezone : CSystemApiBase {};
+/** The other daemons read the zone's file only when they start: the client is told to restart the camera. */
+struct CTimezone : CSystemApiBase {
+  static int32_t checkZone(Request& request);
+  static int32_t setZone(Request& request);
+  static constexpr Rule rule{
+      .accepts = Test{checkZone},
+      .place = system_row::TIMEZONE,
+      .act = setZone,
+      .keeps = Keeps::WriteThrough,
+      .answers = {.layer = "system", .command = ".status=restart"},
+  };
+};
 
 }  // namespace System

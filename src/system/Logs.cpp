@@ -1,12 +1,11 @@
 #include "system/Logs.h"
 
 #include <array>
-#include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <optional>
 #include <vector>
 
+#include "local/CommandOutput.h"
 #include "request/Log.h"
 #include "request/Parameter.h"
 #include "service/Numbers.h"
@@ -38,29 +37,13 @@ constexpr std::array<Category, 4> kCategories = {{
 }};
 constexpr size_t kAllEvents = 3;
 
-/** The lines that a command prints; none when it cannot be run. */
-std::optional<std::vector<std::string>> linesOf(const std::string& command) {
-  const std::unique_ptr<FILE, decltype(&pclose)> pipe(popen(command.c_str(), "r"), &pclose);
-  if (pipe == nullptr) return std::nullopt;
-  std::vector<std::string> lines(1);
-  for (int character = 0; (character = std::fgetc(pipe.get())) != EOF;) {
-    if (character == '\n') {
-      lines.emplace_back();
-    } else if (lines.back().size() < kLineLength) {
-      lines.back() += static_cast<char>(character);
-    }
-  }
-  if (lines.back().empty()) lines.pop_back();
-  return lines;
-}
-
 std::string firstOf(const std::vector<std::string>& lines) { return lines.empty() ? std::string() : lines.front(); }
 
 /** Appends the last lines of a category; false when a tool could not be run. */
 bool appendEvents(const Category& category, const Parameter& parameter, std::string& text) {
   if (category.extract != nullptr && std::system(category.extract) < 0) return false;
   const std::string file = category.file;
-  const auto printed = linesOf("/bin/sed -n $= " + file);
+  const auto printed = linesOf("/bin/sed -n $= " + file, kLineLength);
   if (!printed) return false;
   const int32_t count = parseNumber(firstOf(*printed)).value_or(0);
   if (count == 0) {
@@ -72,7 +55,8 @@ bool appendEvents(const Category& category, const Parameter& parameter, std::str
     text += category.heading + (" (total " + std::to_string(count)) + " times)" + lineEnd;
   }
   const int32_t first = std::max(count - category.mostLines + 1, 1);
-  const auto shown = linesOf("/bin/sed -n " + std::to_string(first) + "," + std::to_string(count) + "p " + file);
+  const auto shown =
+      linesOf("/bin/sed -n " + std::to_string(first) + "," + std::to_string(count) + "p " + file, kLineLength);
   if (!shown) return false;
   for (const std::string& line : *shown) {
     text += line + lineEnd;
@@ -83,7 +67,7 @@ bool appendEvents(const Category& category, const Parameter& parameter, std::str
 /** The whole answer; none when a tool could not be run. */
 std::optional<std::string> compose(const Parameter& parameter) {
   const std::string lineEnd = parameter.getLineEnd();
-  const auto uptime = linesOf("cat /proc/uptime");
+  const auto uptime = linesOf("cat /proc/uptime", kLineLength);
   if (!uptime) return std::nullopt;
   const std::string line = firstOf(*uptime);
   std::string text = "system.log=&200 OK" + lineEnd;

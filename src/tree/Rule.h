@@ -237,6 +237,7 @@ struct Rule {
   Act act = nullptr;      ///< what a write does besides, behind the peer
   Fetch fetch = nullptr;  ///< where a read gets its value when no peer and no row has it
   Keeps keeps = Keeps::Nothing;
+  Act then = nullptr;  ///< what follows once the value is kept; a negative result refuses, and the value stays kept
   Unchanged unchanged = Unchanged::IsWritten;
   Image compares = Image::Config;  ///< the image that Unchanged looks at
   Shows shows{};
@@ -303,9 +304,9 @@ constexpr bool forgetsValue(const Rule& rule) {
 }
 
 constexpr bool actsOnNothing(const Rule& rule) {
-  return !takesValues(rule) &&
-         (rule.act != nullptr || rule.keeps != Keeps::Nothing || rule.unchanged != Unchanged::IsWritten ||
-          (!takesCommands(rule) && (hasHint(rule) || rule.guard.write != nullptr)));
+  return !takesValues(rule) && (rule.act != nullptr || rule.then != nullptr || rule.keeps != Keeps::Nothing ||
+                                rule.unchanged != Unchanged::IsWritten ||
+                                (!takesCommands(rule) && (hasHint(rule) || rule.guard.write != nullptr)));
 }
 
 constexpr bool keepsWithoutPlace(const Rule& rule) {

@@ -125,6 +125,9 @@ int32_t carryOut(const Rule& rule, Request& request) {
   if (result < 0) return refusalFor(rule, result);
   if (result == kNothingWaits) return status::kOk;
   if (!keep(rule, request)) return status::kInternalError;
+  if (rule.then != nullptr) {
+    if (const int32_t refused = rule.then(request); refused < 0) return refusalFor(rule, refused);
+  }
 
   if (result == status::kAccepted) return result;
   if (rule.answers.layer.empty()) return status::kOk;

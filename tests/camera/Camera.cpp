@@ -100,6 +100,20 @@ void Camera::cut() { sandbox({"cut"}); }
 
 bool Camera::reboot() { return sandbox({"reboot"}) == 0; }
 
+bool Camera::restartsBehind(std::string_view request) {
+  // The first line that the daemon logs.
+  const auto starts = [this] {
+    const std::string text = log();
+    size_t count = 0;
+    for (size_t at = text.find("setLogLevel="); at != std::string::npos; at = text.find("setLogLevel=", at + 1))
+      ++count;
+    return count;
+  };
+  const size_t before = starts();
+  EXPECT_TRUE(ask(request).ends_with("&200 OK")) << request;
+  return eventually([&] { return starts() > before; }) && eventually([this] { return ask("system.model") != kClosed; });
+}
+
 std::string Camera::ask(std::string_view text, UserClass user, LineEnd lineEnd) {
   const tmx::Reply reply = tmx::Client(path("tmp/request"), kPatience).exchange(user, lineEnd, text);
   return reply.outcome == tmx::Outcome::kAnswered ? withoutLineEnd(reply.text) : kClosed;
@@ -225,6 +239,13 @@ int Camera::exec(const std::vector<std::string>& words) const {
 
 bool Camera::isLogged(std::string_view text) const {
   return eventually([&] { return log().find(text) != std::string::npos; });
+}
+
+std::string Camera::shell(const std::string& line) const {
+  exec({"/bin/sh", "-c", line});
+  std::string text = read("sandbox-output");
+  if (text.ends_with('\n')) text.pop_back();
+  return text;
 }
 
 bool eventually(const std::function<bool()>& happened) {

@@ -41,6 +41,8 @@ class Camera {
   void down();
   void cut();
   [[nodiscard]] bool reboot();
+  /** Asks for something that restarts the camera behind its answer; whether it came back. */
+  [[nodiscard]] bool restartsBehind(std::string_view request);
 
   /** The answer without its last line end; "<closed>" when the camera closes without one. */
   std::string ask(std::string_view text, UserClass user = UserClass::kAdmin, LineEnd lineEnd = LineEnd::kPlain);
@@ -78,6 +80,8 @@ class Camera {
   [[nodiscard]] bool isLogged(std::string_view text) const;
   /** Runs a command inside; its exit status. */
   int exec(const std::vector<std::string>& words) const;
+  /** What a line of shell prints inside, without its last line end. */
+  std::string shell(const std::string& line) const;
 
  private:
   int sandbox(std::vector<std::string> words) const;

@@ -57,6 +57,7 @@ int32_t act(Request& request) {
   request.detail = results.contains("detail") ? "(why)" : "";
   return step("act:" + request.value);
 }
+int32_t then(Request& request) { return step("then:" + request.value); }
 int32_t run(Request& request) { return step("run:" + request.value); }
 int32_t fetch(const Request& /*request*/, std::string& text) {
   text = "live";
@@ -81,6 +82,7 @@ constexpr Rule whole(Keeps keeps, Unchanged unchanged, const Hint& answers = {})
       .peer = {.tell = tell},
       .act = act,
       .keeps = keeps,
+      .then = then,
       .unchanged = unchanged,
       .answers = answers,
   };
@@ -294,11 +296,10 @@ class Engine : public testing::Test {
 
 using Trace = std::vector<std::string>;
 
-TEST_F(Engine, AWriteTakesItsStepsInOrderAndStoresLast) {
+TEST_F(Engine, AWriteTakesItsStepsInOrder) {
   EXPECT_EQ(request("toy.through=new"), "200");
   EXPECT_EQ(trace, (Trace{"access old,old,old", "write old,old,old", "test old,old,old", "tell:<new> old,old,old",
-                          "act:<new> old,old,old"}));
-  EXPECT_EQ(everywhere(), "<new>,<new>,<new>");
+                          "act:<new> old,old,old", "then:<new> <new>,<new>,<new>"}));
 }
 
 TEST_F(Engine, ARefusalEndsTheWriteBeforeTheNextStep) {
@@ -320,6 +321,10 @@ TEST_F(Engine, ARefusalEndsTheWriteBeforeTheNextStep) {
     EXPECT_EQ(trace.size(), test.steps) << test.step;
     EXPECT_EQ(everywhere(), "old,old,old") << test.step;
   }
+  SetUp();
+  results["then:<new>"] = -status::kForbidden;
+  EXPECT_EQ(request("toy.through=new"), "403");
+  EXPECT_EQ(everywhere(), "<new>,<new>,<new>");
   SetUp();
   results = {{"act:<new>", -status::kPreconditionFailed}, {"detail", 1}};
   EXPECT_EQ(request("toy.through=new"), "412(why)");
@@ -350,10 +355,10 @@ TEST_F(Engine, AnUnchangedValueEndsTheWriteWhereTheRuleSays) {
     const char* answer;
     size_t steps;
   } kCases[] = {
-      {"before=same", "other", "same", "200", 2},   {"before=same", "same", "other", "200", 5},
-      {"after=same", "other", "<same>", "200", 3},  {"after=same", "other", "same", "200", 5},
+      {"before=same", "other", "same", "200", 2},   {"before=same", "same", "other", "200", 6},
+      {"after=same", "other", "<same>", "200", 3},  {"after=same", "other", "same", "200", 6},
       {"afteruser=a", "a", "b", "200", 0},          {"afteruser=a", "b", "a", "202(toy.save)", 1},
-      {"staged=same", "other", "<same>", "200", 5}, {"staged=same", "<same>", "other", "202(toy.save)", 5},
+      {"staged=same", "other", "<same>", "200", 6}, {"staged=same", "<same>", "other", "202(toy.save)", 6},
   };
   for (const auto& test : kCases) {
     SetUp();
@@ -367,17 +372,18 @@ TEST_F(Engine, AReplayGoesTheWholeWayAndKeepsNothing) {
   set("same", "same");
   const InitialisingGuard initialising;
   EXPECT_EQ(request("toy.before=same"), "200");
-  EXPECT_EQ(trace.size(), 5U);
+  EXPECT_EQ(trace.size(), 6U);
   EXPECT_EQ(everywhere(), "same,same,old");
   trace.clear();
   EXPECT_EQ(tree.replay("root.toy.through"), 0);
-  EXPECT_EQ(trace.back(), "act:<same> same,same,old");
+  EXPECT_EQ(trace.back(), "then:<same> same,same,old");
 }
 
 TEST_F(Engine, AFileThatCannotBeWrittenIs500WithTheValueInMemory) {
   std::filesystem::remove(kFile);
   EXPECT_EQ(request("toy.through=new"), "500");
   EXPECT_EQ(everywhere(), "<new>,<new>,-");
+  EXPECT_EQ(trace.back(), "act:<new> old,old,-") << "nothing follows";
   std::ofstream(kFile).flush();
   std::filesystem::remove("/mnt/sysinfo/system.conf");
   EXPECT_EQ(request("toy.spread=x"), "500");
