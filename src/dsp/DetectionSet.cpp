@@ -56,6 +56,12 @@ int32_t DetectionSet::setStatus(int32_t status) const {
   return result;
 }
 
+int32_t DetectionSet::sendStatus(bool isOn) const {
+  const int32_t result = m_daemon.putString(static_cast<int32_t>(Kind::Status), statusWord(isOn ? 1 : 0));
+  if (result < 0) TMX_LOG(LOG_ERR, "set status failed (%ld) ", static_cast<long>(result));
+  return result;
+}
+
 int32_t DetectionSet::setLevel(int32_t level) const {
   TMX_LOG(LOG_DEBUG, "set mot adjlev(%ld) ", static_cast<long>(level));
   const int32_t result = sendAndKeep(Kind::Level, std::to_string(level), camera_row::DETECT_LEVEL);

@@ -77,7 +77,7 @@ int32_t CommonInterface::Process::Exec(pid_t pid, char* const* command) {
   return 1;
 }
 
-std::optional<int> CommonInterface::Process::waitForEnd(pid_t pid) {
+std::optional<int> CommonInterface::Process::waitForEnd(pid_t pid, int priority) {
   int status = 0;
   if (waitpid(pid, &status, 0) < 0) {
     if (errno != EINTR) {
@@ -86,11 +86,11 @@ std::optional<int> CommonInterface::Process::waitForEnd(pid_t pid) {
     }
     kill(pid, SIGTERM);
     waitpid(pid, &status, 0);
-    TMX_LOG(LOG_INFO, "waitpid interrupted");
+    TMX_LOG(priority, "waitpid interrupted");
     return std::nullopt;
   }
   if (WIFSIGNALED(status)) {
-    TMX_LOG(LOG_INFO, "child process signaled(%d)", WTERMSIG(status));
+    TMX_LOG(priority, "child process signaled(%d)", WTERMSIG(status));
   } else if (!WIFEXITED(status)) {
     TMX_LOG(LOG_ERR, "waitpid status(%d)", status);
   }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <sys/types.h>
+#include <syslog.h>
 
 #include <cstdint>
 #include <optional>
@@ -29,8 +30,11 @@ class CommonInterface::Process {
   static int32_t Exec(pid_t pid, char* const* command);
   /** Waits for the child's end: 1, or 0 when interrupted (the child is then ended) or impossible. */
   static int32_t Wait(pid_t pid);
-  /** The status of the child that has ended; none when the wait was interrupted or impossible. */
-  [[nodiscard]] static std::optional<int> waitForEnd(pid_t pid);
+  /**
+   * The status of the child that has ended; none when the wait was interrupted or impossible. An end by a signal, or an
+   * interruption, is logged with the priority.
+   */
+  [[nodiscard]] static std::optional<int> waitForEnd(pid_t pid, int priority = LOG_INFO);
   /** Ends the child and waits for it; the result of Wait. */
   static int32_t stopExec(pid_t pid);
   /** Ends a process and polls for its end, 10 microseconds apart: 1 when it has gone, else 0. */

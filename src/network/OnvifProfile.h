@@ -3,15 +3,7 @@
 #include <cstdint>
 #include <string>
 
-/** The settings of one encoder channel, as they are stored. */
-struct OnvifChannel {
-  std::string type;
-  std::string framesize;
-  std::string framerate;
-  std::string bitrate;  ///< bits per second
-  std::string quality;  ///< kilobytes
-  std::string iframeInterval;
-};
+#include "service/OnvifSettings.h"
 
 /** The ONVIF service's profile of a channel: a text of lines "KEY= value", each value filled up to its field. */
 namespace onvif_profile {

@@ -1,0 +1,37 @@
+#include "service/OnvifSettings.h"
+
+#include <mutex>
+#include <utility>
+
+#include "config/Config.h"
+
+namespace {
+
+std::mutex access;
+OnvifSettings settings;
+
+OnvifChannel channelOf(const Config& config, int32_t channel) {
+  const auto value = [&](encode_row::Row row) { return config.getEncodeConfig(channel, row); };
+  return {.type = value(encode_row::ENCTYPE_CH),
+          .framesize = value(encode_row::FRAME_SIZE),
+          .framerate = value(encode_row::FRAME_RATE),
+          .bitrate = value(encode_row::BITRATE),
+          .quality = value(encode_row::QUALITY),
+          .iframeInterval = value(encode_row::IFRAME_INTERVAL)};
+}
+
+}  // namespace
+
+void OnvifSettings::publish() {
+  const Config& config = *Config::getInstance();
+  OnvifSettings present{.isOn = config.getNetworkConfig(network_row::ONVIF_SERVER_STATUS) == "on",
+                        .httpPort = config.getNetworkConfig(network_row::HTTP_CONFIG_PORT),
+                        .channels = {channelOf(config, 0), channelOf(config, 1), channelOf(config, 2)}};
+  const std::lock_guard lock(access);
+  settings = std::move(present);
+}
+
+OnvifSettings OnvifSettings::published() {
+  const std::lock_guard lock(access);
+  return settings;
+}
