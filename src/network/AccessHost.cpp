@@ -3,7 +3,7 @@
 #include <arpa/inet.h>
 
 #include "request/Log.h"
-#include "service/CTmxdUtility.h"
+#include "service/Numbers.h"
 
 namespace {
 
@@ -24,8 +24,10 @@ std::optional<AccessHost> m_analyzeHost(const std::string& text) {
   if (!isAddress(isIpv6 ? AF_INET6 : AF_INET, host.address)) return std::nullopt;
   if (slash == std::string::npos || slash + 1 == text.size()) return host;
 
-  int32_t error = 0;
-  host.prefix = CTmxdUtility::toLong(text.substr(slash + 1), 0, &error);
-  const bool isInRange = isIpv6 ? host.prefix >= 16 && host.prefix <= 126 : host.prefix >= 8 && host.prefix <= 30;
-  return error == 0 && isInRange ? std::optional(host) : std::nullopt;
+  const auto prefix = parseNumber(text.substr(slash + 1));
+  const int32_t low = isIpv6 ? 16 : 8;
+  const int32_t high = isIpv6 ? 126 : 30;
+  if (!prefix || *prefix < low || *prefix > high) return std::nullopt;
+  host.prefix = *prefix;
+  return host;
 }

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "encoder/StoredNumber.h"
-#include "service/CTmxdUtility.h"
+#include "service/Numbers.h"
 
 namespace onvif_profile {
 namespace {
@@ -44,7 +44,7 @@ Pair sizeOf(std::string framesize) {
 std::string wholeRate(const std::string& rate) {
   const double number = storedDouble(rate);
   if (rate.find('.') == std::string::npos || number <= 0) return rate;
-  const std::string rounded = CTmxdUtility::doubleToString(number + 0.5);
+  const std::string rounded = doubleToString(number + 0.5);
   return rounded.substr(0, rounded.find('.'));
 }
 

@@ -14,7 +14,7 @@ namespace {
 constexpr int64_t kLimitKilobits = 20000;
 constexpr std::string_view kJpeg = "jpeg";
 
-bool isOn(const Config& config, int32_t number) { return config.getNetworkConfig(rows(number).status) == "on"; }
+bool isOn(const Config& config, int32_t number) { return config.get(rows(number).status) == "on"; }
 
 bool contains(const std::string& text, std::string_view part) { return text.find(part) != std::string::npos; }
 
@@ -47,7 +47,7 @@ std::optional<Stream> streamOf(const Config& config, int32_t number) {
   }
   const int32_t baseRate = storedInteger(config.getEncodeConfig(channel, encode_row::BITRATE));
   const int32_t bitrate = type == kJpeg
-                              ? m_jpegBitrate(storedFloat(config.getNetworkConfig(rows(number).framerate)),
+                              ? m_jpegBitrate(storedFloat(config.get(rows(number).framerate)),
                                               storedInteger(config.getEncodeConfig(channel, encode_row::QUALITY)))
                               : baseRate / 1000;
   TMX_LOG(LOG_DEBUG, "enctype = %s // bitrate = %ld(baserate:%ld) // chnum = %ld", type.c_str(),
@@ -83,12 +83,12 @@ std::optional<RtpdParams> m_setRtpdParams(const Config& config, int32_t number, 
   const Rows& row = rows(number);
   RtpdParams params{
       .bitrate = std::to_string(stream.bitrate),
-      .host = config.getNetworkConfig(row.host),
-      .port = config.getNetworkConfig(row.port),
-      .framerate = stream.type == kJpeg ? config.getNetworkConfig(row.framerate) : "",
+      .host = config.get(row.host),
+      .port = config.get(row.port),
+      .framerate = stream.type == kJpeg ? config.get(row.framerate) : "",
       .device = "eth0",
-      .ttl = config.getNetworkConfig(network_row::IF1_TTL_MULTICAST),
-      .tos = config.getNetworkConfig(network_row::IF1_DSCP_VIDEO),
+      .ttl = config.get(network_row::IF1_TTL_MULTICAST),
+      .tos = config.get(network_row::IF1_DSCP_VIDEO),
   };
   const bool lacksRate = stream.type == kJpeg && params.framerate.empty();
   if (params.host.empty() || params.port.empty() || lacksRate) return std::nullopt;

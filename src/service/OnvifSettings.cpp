@@ -24,8 +24,8 @@ OnvifChannel channelOf(const Config& config, int32_t channel) {
 
 void OnvifSettings::publish() {
   const Config& config = *Config::getInstance();
-  OnvifSettings present{.isOn = config.getNetworkConfig(network_row::ONVIF_SERVER_STATUS) == "on",
-                        .httpPort = config.getNetworkConfig(network_row::HTTP_CONFIG_PORT),
+  OnvifSettings present{.isOn = config.get(network_row::ONVIF_SERVER_STATUS) == "on",
+                        .httpPort = config.get(network_row::HTTP_CONFIG_PORT),
                         .channels = {channelOf(config, 0), channelOf(config, 1), channelOf(config, 2)}};
   const std::lock_guard lock(access);
   settings = std::move(present);

@@ -18,12 +18,12 @@ class StreamDestinations : public testing::Test {
     m_before = all();
     for (int32_t channel = 0; channel < 3; ++channel) {
       encodes(channel, "jpeg", "100", "2000000");
-      config.setNetworkConfig(rows(channel + 1).framerate, "10");
+      config.set(rows(channel + 1).framerate, "10");
     }
   }
   void TearDown() override {
     for (const auto& [family, table, row, value] : m_before)
-      config.set(family, table, row, value);
+      config.set({family, row}, value, table);
   }
 
   void encodes(int32_t channel, const char* type, const char* quality, const char* bitrate) {
@@ -45,7 +45,7 @@ class StreamDestinations : public testing::Test {
   [[nodiscard]] std::vector<Cell> all() const {
     std::vector<Cell> cells;
     for (int32_t row = 0; row < network_row::kCount; ++row)
-      cells.push_back({Family::Network, 0, row, config.getNetworkConfig(row)});
+      cells.push_back({Family::Network, 0, row, config.get({Family::Network, row})});
     for (int32_t channel = 0; channel < 3; ++channel) {
       for (int32_t row = 0; row < encode_row::kCount; ++row)
         cells.push_back({Family::Encode, channel, row, config.getEncodeConfig(channel, row)});
@@ -124,20 +124,20 @@ TEST_F(StreamDestinations, ShareTheBandwidth) {
   };
   encodes(0, "jpeg", "100", "2000000");
   for (const auto& c : cases) {
-    config.setNetworkConfig(network_row::DEST1_FRAMERATE, "10");  // 8000 kilobits
-    config.setNetworkConfig(network_row::DEST2_FRAMERATE, c.rate);
-    config.setNetworkConfig(network_row::DEST3_FRAMERATE, "13");  // 10400 kilobits
+    config.set(network_row::DEST1_FRAMERATE, "10");  // 8000 kilobits
+    config.set(network_row::DEST2_FRAMERATE, c.rate);
+    config.set(network_row::DEST3_FRAMERATE, "13");  // 10400 kilobits
     for (const int32_t number : {1, 2, 3})
-      config.setNetworkConfig(rows(number).status, "off");
+      config.set(rows(number).status, "off");
     for (const int32_t number : c.others)
-      config.setNetworkConfig(rows(number).status, "on");
+      config.set(rows(number).status, "on");
     EXPECT_EQ(hasBandwidth(config, 2, c.live), c.fits) << c.name;
   }
 }
 
 TEST_F(StreamDestinations, StreamsOfOtherKindsCountWithTheirBitRate) {
-  config.setNetworkConfig(network_row::DEST1, "on");
-  config.setNetworkConfig(network_row::DEST2_FRAMERATE, "15");  // 12000 kilobits
+  config.set(network_row::DEST1, "on");
+  config.set(network_row::DEST2_FRAMERATE, "15");  // 12000 kilobits
   encodes(0, "h264high", "1", "8000000");
   EXPECT_TRUE(hasBandwidth(config, 2, {}));
   encodes(0, "h264high", "1", "8001000");
@@ -183,10 +183,10 @@ TEST_F(StreamDestinations, AreSentByACommandLine) {
     EXPECT_EQ(commandOf(config, c.number, {c.type, 7}, c.hasUserdata), "/bin/rtpd" + c.line);
     EXPECT_EQ(sender(c.number).pidFile, "/var/run/rtpd_channel" + std::to_string(c.number - 1) + ".pid");
   }
-  config.setNetworkConfig(network_row::DEST1_FRAMERATE, "");
+  config.set(network_row::DEST1_FRAMERATE, "");
   EXPECT_EQ(commandOf(config, 1, {"jpeg", 7}, true), "<none>");
   EXPECT_NE(commandOf(config, 1, {"mpeg4", 7}, true), "<none>");
-  config.setNetworkConfig(network_row::DEST4_HOST, "");
+  config.set(network_row::DEST4_HOST, "");
   EXPECT_EQ(commandOf(config, 4, {"ulaw", 7}, true), "<none>");
 }
 
