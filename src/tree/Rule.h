@@ -184,11 +184,12 @@ enum class Unchanged {
 
 // ---- What is shown and answered ------------------------------------------------------------------------------------
 
-/** "(layer(selector)command)" behind a 202, the request that takes the value over; an empty selector is left out. */
+/** "(layer(selector)command)" behind a 202, the request that takes the value over. */
 struct Hint {
   std::string_view layer{};
   std::string_view command{};
-  int32_t selector = -1;  ///< which selector of the path stands behind the layer; -1 for none
+  int32_t selector = -1;         ///< which selector of the path stands behind the layer; -1 for none
+  std::string_view byDefault{};  ///< stands for an empty selector, which is left out otherwise
 };
 
 /** A result of an action and the status for it. */

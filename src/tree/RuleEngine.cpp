@@ -188,7 +188,8 @@ int32_t answerStatus(Parameter& parameter, int32_t code) {
 std::string hintText(const Hint& hint, const Selectors& selectors) {
   std::string text = "(" + std::string(hint.layer);
   if (hint.selector >= 0) {
-    const std::string& selector = selectors.at(static_cast<size_t>(hint.selector));
+    std::string selector = selectors.at(static_cast<size_t>(hint.selector));
+    if (selector.empty()) selector = hint.byDefault;
     if (!selector.empty()) text += "(" + selector + ")";
   }
   return text + std::string(hint.command) + ")";
