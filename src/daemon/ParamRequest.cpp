@@ -58,7 +58,7 @@ ParamRequest::ParamRequest() : m_userType(user_class::kUnknown), m_contentType(c
   const InitialisingGuard initialising;
   // A later root's replay can rely on the earlier ones.
   auto* system = create<CSystemMan>();
-  auto* network = create<CNetworkMan>();
+  m_network = create<CNetworkMan>();
   auto* encode = create<CEncodeMan>();
   auto* camera = create<CCameraMan>();
   auto* peripheral = create<CPeripheralMan>();
@@ -70,7 +70,7 @@ ParamRequest::ParamRequest() : m_userType(user_class::kUnknown), m_contentType(c
   auto* onvif = create<COnvifMan>();
   m_rootTable = {
       {system, "system"},
-      {network, "network"},
+      {m_network, "network"},
       {camera, "camera"},
       {encode, "encode"},
       {peripheral, "peripheral"},
@@ -87,6 +87,8 @@ ParamRequest::ParamRequest() : m_userType(user_class::kUnknown), m_contentType(c
 }
 
 ParamRequest::~ParamRequest() { m_rootTable.clear(); }
+
+void ParamRequest::startNvtAplThread() { m_network->startNvtAplThread(); }
 
 CManBase* ParamRequest::findRoot(std::string_view layer) {
   for (const auto& [manager, name] : m_rootTable) {

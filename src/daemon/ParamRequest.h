@@ -9,6 +9,7 @@
 #include <vector>
 
 class CManBase;
+class CNetworkMan;
 class Parameter;
 
 /**
@@ -28,6 +29,9 @@ class ParamRequest {
 
   /** The whole exchange for one connection; 0, or -1 on any refusal. The descriptor stays the caller's. */
   int32_t processRequest(int32_t descriptor);
+
+  /** Has the network manager keep the ONVIF service running from now on. */
+  void startNvtAplThread();
 
   /** The list mode: writes the list of all parameters. */
   static void writeList();
@@ -52,6 +56,7 @@ class ParamRequest {
   int8_t m_contentType;
   std::vector<std::string> m_params;
   std::vector<std::unique_ptr<CManBase>> m_managers;  ///< in the order of creation
+  CNetworkMan* m_network = nullptr;                   ///< one of them
 
   /** Root names and their managers, searched front to back; static, so that internal requests need no object. */
   static std::vector<std::pair<CManBase*, std::string>> m_rootTable;

@@ -123,6 +123,7 @@ int serve(const Config& config) {
     showReady();
     CTmxdUtility::rebootDhcpcd();
     CTmxdUtility::rebootLighttpd();
+    requests.startNvtAplThread();
     startDestinations(config);
     acceptLoop(requests, server);
   }

@@ -11,6 +11,7 @@
 #include "request/Log.h"
 #include "request/Parameter.h"
 #include "service/CTmxdUtility.h"
+#include "service/OnvifSettings.h"
 
 namespace Encode {
 namespace {
@@ -115,6 +116,7 @@ int32_t CStatus::m_saveEncodeConfig() {
 
 /** It reads its profiles at its start, and is started anew when it has gone. */
 void CStatus::m_stopOnvifService() {
+  OnvifSettings::publish();
   if (Config::getInstance()->get(network_row::ONVIF_SERVER_STATUS) != "on") return;
   const pid_t pid = CommonInterface::readPid("/var/run/nvt_apld.pid");
   if (pid > 0) kill(pid, SIGTERM);

@@ -6,6 +6,7 @@
 #include "network/Routing.h"
 #include "network/Services.h"
 #include "network/WebServer.h"
+#include "service/OnvifSettings.h"
 
 int32_t CNetworkMan::init() {
   add<Network::CHostname>("hostname", "RWR-R-");
@@ -97,6 +98,16 @@ int32_t CNetworkMan::init() {
 
   m_replayStored("network.hostname");
   m_replay("network.dns.status=restart");
+  m_replayStored("network.http(streaming).priority");
+  m_replayStored("network.snmp_agent.status");
+  m_replayStored("network.onvif.status");
+  m_replayStored("network.amx_beacon.status");
+  m_replay("network.rtsp.status=restart");
   m_replay("network.gateway(ipv4).status=save");
   return 0;
+}
+
+void CNetworkMan::startNvtAplThread() {
+  OnvifSettings::publish();
+  m_onvifThread.start();
 }

@@ -1,9 +1,16 @@
 #pragma once
 
+#include "network/OnvifThread.h"
 #include "tree/CManBase.h"
 
-/** The root `network`. */
+/** The root `network`, and the thread that keeps the ONVIF service running. */
 class CNetworkMan : public CManBase {
  public:
   int32_t init() override;
+
+  /** Once the tree stands; the thread ends with this object. */
+  void startNvtAplThread();
+
+ private:
+  OnvifThread m_onvifThread;
 };

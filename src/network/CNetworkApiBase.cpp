@@ -1,15 +1,15 @@
 #include "network/CNetworkApiBase.h"
 
 #include <netinet/in.h>
+#include <unistd.h>
 
-#include "local/CommonInterface.h"
 #include "service/CTmxdNetworkUtility.h"
 
 using Net = CTmxdNetworkUtility;
 
-bool CNetworkApiBase::hasOpenssl() { return CommonInterface::isFileExist("/bin/openssl"); }
+bool CNetworkApiBase::hasOpenssl() { return access("/bin/openssl", F_OK) == 0; }
 
-bool CNetworkApiBase::hasSnmpd() { return CommonInterface::isFileExist("/bin/snmpd"); }
+bool CNetworkApiBase::hasSnmpd() { return access("/bin/snmpd", F_OK) == 0; }
 
 int32_t CNetworkApiBase::checkAddress(Request& request) {
   in_addr address{};

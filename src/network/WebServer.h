@@ -3,7 +3,32 @@
 #include "network/CNetworkApiBase.h"
 #include "tree/Node.h"
 
+/**
+ * On which ports, and for which of its two uses, the web server answers: configuration and streaming. Ports and states
+ * wait for a restart, which is refused where a use would be closed on both protocols.
+ */
 namespace Network {
+
+/** Place::locate: the row of the use that the path speaks of; the rule names that of the configuration. */
+template <network_row::Row Streaming>
+Cell ofUse(const Selectors& selectors, Row configuration) {
+  return {selectors.at(1) == "streaming" ? Row(Streaming) : configuration};
+}
+
+/** Rule::accepts and Rule::fetch of a port: the server has one for both uses, under the configuration. */
+int32_t isPort(Request& request);
+int32_t portShown(const Request& request, std::string& text);
+
+constexpr Rule webServerPort(network_row::Row row, std::string_view layer) {
+  return {
+      .accepts = Test{isPort},
+      .place = row,
+      .fetch = portShown,
+      .keeps = Keeps::Staged,
+      .unchanged = Unchanged::AfterTest,
+      .answers = {.layer = layer, .command = "(configuration).status=restart"},
+  };
+}
 
 struct CHttp : CNetworkApiBase {
   static constexpr Selector selector{.takes = SelectorWord{.words = Words{"streaming", "configuration"}}};
@@ -13,13 +38,40 @@ struct CHttp : CNetworkApiBase {
   struct CType;
 };
 
-struct CHttp::CStatus : CNetworkApiBase {};
+struct CHttp::CStatus : CNetworkApiBase {
+  /** A change of a state alone restarts nothing. */
+  static int32_t restart(Request& request);
+  static constexpr Rule rule{
+      .accepts = Words{"on", "off"},
+      .commands = {{{"restart", restart, PostAction::RestartWebServer}}},
+      .place = {network_row::HTTP_CONFIG_STATUS, ofUse<network_row::HTTP_CONFIG_STREAMING_STATUS>},
+      .keeps = Keeps::Staged,
+      .unchanged = Unchanged::AfterKeeping,
+      .answers = {.layer = "network.http", .command = ".status=restart", .selector = 1, .byDefault = "configuration"},
+  };
+};
 
-struct CHttp::CPriority : CNetworkApiBase {};
+/** What the camera gives up first when its streams take too much: the number of clients, or the rate of pictures. */
+struct CHttp::CPriority : CNetworkApiBase {
+  static int32_t isStreaming(const Selectors& selectors);
+  static int32_t isIdle(const Selectors& selectors);
+  static int32_t tellSessionDaemon(Request& request);
+  static constexpr Rule rule{
+      .guard = {.access = isStreaming, .write = isIdle},
+      .accepts = Words{Word{"framerate", 1}, Word{"clientnumber", 0}},
+      .place = network_row::HTTP_CONFIG_STREAMING_PRIORITY,
+      .act = tellSessionDaemon,
+      .keeps = Keeps::WriteThrough,
+  };
+};
 
-struct CHttp::CPort : CNetworkApiBase {};
+struct CHttp::CPort : CNetworkApiBase {
+  static constexpr Rule rule = webServerPort(network_row::HTTP_CONFIG_PORT, "network.http");
+};
 
-struct CHttp::CType : CNetworkApiBase {};
+struct CHttp::CType : CNetworkApiBase {
+  static constexpr Rule rule{.shows = {.fixed = "http"}};
+};
 
 struct CHttps : CNetworkApiBase {
   static constexpr Selector selector{.available = hasOpenssl,
@@ -28,8 +80,22 @@ struct CHttps : CNetworkApiBase {
   struct CPort;
 };
 
-struct CHttps::CStatus : CNetworkApiBase {};
+struct CHttps::CStatus : CNetworkApiBase {
+  static int32_t needsCertificate(Request& request);
+  static int32_t restart(Request& request);
+  static constexpr Rule rule{
+      .accepts = Words{"on", "off"},
+      .commands = {{{"restart", restart, PostAction::RestartWebServer}}},
+      .place = {network_row::HTTPS_CONFIG_STATUS, ofUse<network_row::HTTPS_CONFIG_STREAMING_STATUS>},
+      .act = needsCertificate,
+      .keeps = Keeps::Staged,
+      .unchanged = Unchanged::AfterKeeping,
+      .answers = {.layer = "network.https", .command = ".status=restart", .selector = 1, .byDefault = "configuration"},
+  };
+};
 
-struct CHttps::CPort : CNetworkApiBase {};
+struct CHttps::CPort : CNetworkApiBase {
+  static constexpr Rule rule = webServerPort(network_row::HTTPS_CONFIG_PORT, "network.https");
+};
 
 }  // namespace Network

@@ -1,0 +1,309 @@
+// The services that are switched on and off: RTSP, ONVIF, SNMP, beacon, PSIA; and the access list.
+
+#include <algorithm>
+
+#include "tests/camera/Answers.h"
+#include "tests/camera/Camera.h"
+
+namespace test {
+namespace {
+
+std::string networkRow(const Camera& camera, const char* key) {
+  return camera.row("flash/sysconfig/network.conf", key);
+}
+
+/** The command lines of one program, and "ends" for each end. */
+Texts lifeOf(const Camera& camera, const std::string& program) {
+  Texts life;
+  for (const std::string& line : camera.journal("child")) {
+    const std::string what = Camera::field(line, "what");
+    if (what == program) life.push_back(Camera::field(line, "command"));
+    if (what == program + " ends") life.emplace_back("ends");
+  }
+  return life;
+}
+
+class Services : public CameraTest {
+ protected:
+  void SetUp() override {
+    for (const char* program : {"rtspd", "nvt_apl", "amx_beacond"})
+      camera().tell(std::string("program ") + program + " normal");
+    camera().tell("session up");
+    camera().tell("detection up");
+    camera().flash("off");
+    CameraTest::SetUp();
+  }
+
+  static std::string row(const char* key) { return networkRow(camera(), key); }
+  static int shell(const std::string& script) { return camera().exec({"/bin/bash", "-c", script}); }
+  static bool runs(const std::string& pidFile) { return shell("kill -0 $(cat /var/run/" + pidFile + ")") == 0; }
+  static std::string pid(const std::string& pidFile) {
+    shell("cat /var/run/" + pidFile);
+    return camera().read("sandbox-output");
+  }
+  static bool lives(const std::string& program, const Texts& life) {
+    return eventually([&] { return lifeOf(camera(), program) == life; });
+  }
+};
+
+TEST_F(Services, TakeTheirValues) {
+  const std::string rtspHint = "&202 Accepted(network.rtsp(configuration).status=restart)";
+  expectAnswers(
+      camera(),
+      {
+          {"network.rtsp.status=off", "network.rtsp.status" + rtspHint},
+          {"network.rtsp(configuration).status=on", "network.rtsp(configuration).status&200 OK"},
+          {"network.rtsp.status=x", std::string("network.rtsp.status") + k451},
+          {"network.rtsp.port=555", "network.rtsp.port" + rtspHint},
+          {"network.rtsp.port=554", "network.rtsp.port&200 OK"},
+          {"network.rtsp.port=x", std::string("network.rtsp.port") + k451},
+          {"network.rtsp.port=0", std::string("network.rtsp.port") + k457},
+          {"network.rtsp.port=65536", std::string("network.rtsp.port") + k457},
+          {"network.onvif.status=yes", std::string("network.onvif.status") + k451},
+          {"network.onvif.comment=a %26 b", "network.onvif.comment&200 OK"},
+          {"network.onvif.comment", "network.onvif.comment=a %26 b&200 OK"},
+          {"network.onvif.comment=a\nb", std::string("network.onvif.comment") + k451},
+          {"network.onvif.comment=" + std::string(550, 'a'), std::string("network.onvif.comment") + k457},
+          {"network.onvif.quality.priority(jpeg)=bitrate", "network.onvif.quality.priority(jpeg)&200 OK"},
+          {"network.onvif.quality.priority(h264)=quality", "network.onvif.quality.priority(h264)&200 OK"},
+          {"network.onvif.quality.priority(h264)=size", std::string("network.onvif.quality.priority(h264)") + k451},
+          {"network.onvif.quality.priority", std::string("network.onvif.quality.priority") + k451},
+          {"network.onvif.metadata(MotionDetectionEvent)=off", "network.onvif.metadata(MotionDetectionEvent)&200 OK"},
+          {"network.onvif.metadata(MotionDetectionEvent)=x",
+           std::string("network.onvif.metadata(MotionDetectionEvent)") + k451},
+          {"network.psia.status=on", "network.psia.status&200 OK"},
+          {"network.psia.status=x", std::string("network.psia.status") + k451},
+          {"network.snmp_agent.status=x", std::string("network.snmp_agent.status") + k451},
+          {"network.amx_beacon.status=x", std::string("network.amx_beacon.status") + k451},
+          {"network.access_control.logic=allow", "network.access_control.logic&200 OK"},
+          {"network.access_control.logic=x", std::string("network.access_control.logic") + k451},
+          {"network.access_control(stream_out).host=10.0.0.0/8", "network.access_control(stream_out).host&200 OK"},
+          {"network.access_control.host(10)=fe80::/16", "network.access_control.host(10)&200 OK"},
+          {"network.access_control.host(10)=fe80::/15", std::string("network.access_control.host(10)") + k451},
+          {"network.access_control.host(2)=10.0.0.1", "network.access_control.host(2)&200 OK"},
+          {"network.access_control.host(2)=%00", "network.access_control.host(2)&200 OK"},
+          {"network.access_control.host(11)", std::string("network.access_control.host(11)") + k456},
+          {"network.access_control.host(x)=%00", std::string("network.access_control.host(x)") + k451},
+      });
+  ASSERT_TRUE(camera().reboot());
+  expectAnswers(
+      camera(),
+      {
+          {"network.onvif.comment", "network.onvif.comment=a %26 b&200 OK"},
+          {"network.onvif.quality.priority(jpeg)", "network.onvif.quality.priority(jpeg)=bitrate&200 OK"},
+          {"network.onvif.quality.priority(h264)", "network.onvif.quality.priority(h264)=quality&200 OK"},
+          {"network.onvif.metadata(MotionDetectionEvent)", "network.onvif.metadata(MotionDetectionEvent)=off&200 OK"},
+          {"network.psia.status", "network.psia.status=on&200 OK"},
+          {"network.access_control.logic", "network.access_control.logic=allow&200 OK"},
+          {"network.access_control.host", "network.access_control.host=10.0.0.0/8&200 OK"},
+          {"network.access_control.host(2)", "network.access_control.host(2)=&200 OK"},
+          {"network.access_control.host(10)", "network.access_control.host(10)=fe80::/16&200 OK"},
+      });
+  camera().flash("full");
+  for (const char* write : {"network.onvif.comment=x", "network.psia.status=off", "network.access_control.logic=deny",
+                            "network.access_control.host(3)=1.2.3.4", "network.onvif.quality.priority(jpeg)=quality"})
+    EXPECT_TRUE(camera().ask(write).ends_with(k500)) << write;
+}
+
+TEST_F(Services, RtspRunsAsItIsSet) {
+  ASSERT_TRUE(runs("rtsp.pid")) << "since the start";
+  const std::string before = pid("rtsp.pid");
+  EXPECT_EQ(camera().ask("network.rtsp.status=restart"), "network.rtsp.status&200 OK");
+  EXPECT_EQ(pid("rtsp.pid"), before) << "nothing has changed";
+  EXPECT_EQ(camera().ask("network.rtsp.port=8554&network.rtsp.status=restart"),
+            "network.rtsp.port&202 Accepted(network.rtsp(configuration).status=restart)\r\nnetwork.rtsp.status&200 OK");
+  EXPECT_EQ(lifeOf(camera(), "rtspd"), (Texts{"ends", "rtspd -port 8554 -ipv6status off"}));
+  EXPECT_EQ(row("RTSP_CONFIG_PORT"), "8554");
+
+  // A server that has died is found gone; one whose pid file names nobody is left alone.
+  shell("kill -9 $(cat /var/run/rtsp.pid)");
+  EXPECT_EQ(camera().ask("network.rtsp.port=554&network.rtsp(configuration).status=restart").substr(82),
+            "network.rtsp(configuration).status&200 OK");
+  EXPECT_TRUE(runs("rtsp.pid"));
+  EXPECT_EQ(camera().ask("network.rtsp.status=off&network.rtsp.status=restart").substr(84),
+            "network.rtsp.status&200 OK");
+  EXPECT_EQ(row("RTSP_SERVER_STATUS"), "off");
+  EXPECT_FALSE(runs("rtsp.pid"));
+  for (const char* pid : {"0", "-1"}) {
+    shell(std::string("echo ") + pid + " > /var/run/rtsp.pid");
+    camera().ask(std::string("network.rtsp.port=") + (pid[0] == '0' ? "600" : "554"));
+    EXPECT_EQ(camera().ask("network.rtsp.status=restart"), "network.rtsp.status&200 OK") << pid;
+    EXPECT_TRUE(camera().isLogged("rtsp pid error :: -1"));
+  }
+  shell("rm /var/run/rtsp.pid");
+  camera().ask("network.rtsp.status=on&network.rtsp.status=restart");
+  EXPECT_TRUE(runs("rtsp.pid"));
+}
+
+TEST_F(Services, AStubbornRtspServerIsAnError) {
+  camera().tell("program rtspd hang");
+  camera().ask("network.rtsp.port=600");
+  EXPECT_EQ(camera().ask("network.rtsp.status=restart"), std::string("network.rtsp.status") + k500);
+  EXPECT_TRUE(camera().isLogged("rtsp prosess Zombie :: "));
+  camera().tell("program rtspd normal");
+  camera().ask("network.rtsp.port=554");
+  EXPECT_EQ(camera().ask("network.rtsp.status=restart"), "network.rtsp.status&200 OK");
+}
+
+TEST_F(Services, AgentAnswersOnLoopback) {
+  EXPECT_EQ(camera().ask("network.snmp_agent.status=on"), "network.snmp_agent.status&200 OK");
+  EXPECT_EQ(row("SNMP_AGENT_STATUS"), "on");
+  // The name of the system, asked for with version 1 and the community "public".
+  const std::string question =
+      R"(\x30\x26\x02\x01\x00\x04\x06public\xa0\x19\x02\x01\x01\x02\x01\x00\x02\x01\x00\x30\x0e\x30\x0c\x06\x08)"
+      R"(\x2b\x06\x01\x02\x01\x01\x05\x00\x05\x00)";
+  const std::string ask =
+      "exec 3<>/dev/udp/127.0.0.1/161; printf '" + question + "' >&3; timeout 20 head -c 40 <&3 | grep -aq public";
+  EXPECT_EQ(shell(ask), 0);
+  EXPECT_EQ(shell("tr '\\0' ' ' < /proc/$(cat /var/run/snmpd.pid)/cmdline | grep -qx "
+                  "'/bin/snmpd -Lsd -Lf /dev/null -p /var/run/snmpd.pid -a '"),
+            0);
+  ASSERT_TRUE(camera().reboot());
+  EXPECT_EQ(shell(ask), 0);
+  EXPECT_EQ(camera().ask("network.snmp_agent.status=off"), "network.snmp_agent.status&200 OK");
+  EXPECT_FALSE(runs("snmpd.pid"));
+  EXPECT_EQ(row("SNMP_AGENT_STATUS"), "off");
+}
+
+TEST_F(Services, BeaconRunsAsItIsSet) {
+  ASSERT_TRUE(runs("amx_beacond.pid")) << "since the start";
+  camera().ask("network.amx_beacon.status=on&network.amx_beacon.status=restart");
+  EXPECT_EQ(lifeOf(camera(), "amx_beacond"), Texts{}) << "nothing has changed";
+  EXPECT_EQ(camera().ask("network.amx_beacon.status=off"), "network.amx_beacon.status&200 OK");
+  EXPECT_EQ(camera().ask("network.amx_beacon.status=on"), "network.amx_beacon.status&200 OK");
+  EXPECT_EQ(lifeOf(camera(), "amx_beacond"), (Texts{"ends", "amx_beacond"}));
+  EXPECT_EQ(row("AMX_BEACON_SERVER"), "on");
+
+  // What cannot be done leaves the state as it was.
+  camera().tell("program amx_beacond hang");
+  EXPECT_EQ(camera().ask("network.amx_beacon.status=off"), std::string("network.amx_beacon.status") + k500);
+  EXPECT_EQ(camera().ask("network.amx_beacon.status"), "network.amx_beacon.status=on&200 OK");
+  EXPECT_EQ(row("AMX_BEACON_SERVER"), "on");
+  camera().tell("program amx_beacond normal");
+  EXPECT_EQ(camera().ask("network.amx_beacon.status=off"), "network.amx_beacon.status&200 OK");
+  camera().tell("program amx_beacond fail");
+  EXPECT_EQ(camera().ask("network.amx_beacon.status=on"), std::string("network.amx_beacon.status") + k500);
+  EXPECT_TRUE(camera().isLogged("startAMXBeacond error"));
+  EXPECT_EQ(row("AMX_BEACON_SERVER"), "off");
+  camera().tell("program amx_beacond normal");
+  camera().ask("network.amx_beacon.status=on");
+}
+
+class Onvif : public Services {
+ protected:
+  void TearDown() override {
+    camera().tell("program nvt_apl normal");
+    camera().ask("network.onvif.status=off");
+  }
+
+  /** What the session daemon heard about the service. */
+  static Texts told() {
+    Texts states;
+    for (const std::string& line : camera().journal("session")) {
+      if (Camera::field(line, "what") == "onvif") states.push_back(Camera::field(line, "index"));
+    }
+    return states;
+  }
+  static std::string profile(int channel) {
+    shell("cat /etc/onvif/default.vecfg_" + std::to_string(channel));
+    return camera().read("sandbox-output");
+  }
+};
+
+TEST_F(Onvif, IsSwitchedOnAndOff) {
+  camera().ask("network.rtsp.status=off&network.rtsp.status=restart&network.destination(5).status=start");
+  camera().clearJournal();
+  EXPECT_EQ(camera().ask("network.onvif.status=on"), "network.onvif.status&200 OK");
+  EXPECT_EQ(camera().ask("network.onvif.status=on"), std::string("network.onvif.status") + k456);
+  EXPECT_EQ(camera().ask("network.onvif.status"), "network.onvif.status=on&200 OK");
+  EXPECT_EQ(row("ONVIF_SERVER_STATUS"), "on");
+  EXPECT_TRUE(lives("nvt_apl", {"nvt_apl -np 80"}));
+  EXPECT_TRUE(eventually([] { return camera().toldDetection() == Texts{"motion.status on"}; }));
+
+  EXPECT_EQ(camera().ask("network.onvif.status=off"), "network.onvif.status&200 OK");
+  EXPECT_TRUE(lives("nvt_apl", {"nvt_apl -np 80", "ends"}));
+  EXPECT_EQ(row("ONVIF_SERVER_STATUS"), "off");
+  EXPECT_EQ(row("RTSP_SERVER_STATUS"), "on");
+  EXPECT_TRUE(runs("rtsp.pid"));
+  EXPECT_EQ(row("DEST5"), "off");
+  EXPECT_EQ(camera().ask("network.onvif.status=off"), "network.onvif.status&200 OK");
+  EXPECT_EQ(told(), (Texts{"1", "0", "0"}));
+}
+
+TEST_F(Onvif, StaysOffWhenTheStreamsCannotBeMadeReady) {
+  camera().ask("network.onvif.status=on&network.destination(5).status=start");
+  ASSERT_TRUE(lives("nvt_apl", {"nvt_apl -np 80"}));
+  camera().tell("program rtpd hang");
+  EXPECT_EQ(camera().ask("network.onvif.status=off"), std::string("network.onvif.status") + k500);
+  EXPECT_EQ(camera().ask("network.onvif.status"), "network.onvif.status=on&200 OK");
+  camera().tell("program rtpd normal");
+}
+
+TEST_F(Onvif, ComesBackWithNewProfiles) {
+  camera().ask("network.onvif.status=on");
+  ASSERT_TRUE(lives("nvt_apl", {"nvt_apl -np 80"}));
+  EXPECT_EQ(profile(0).substr(0, 53), "CODEC_TYPE= \"JPEG\"\nQUALITY= 100.0\nWIDTH= 1920\nHEIGHT=");
+
+  camera().ask(
+      "encode(2).type=h264high&encode(2).framerate=7&encode(2).cbr_mode=cbr&encode(2).bitrate=1500999&encode(2)."
+      "iframeinterval=60");
+  EXPECT_EQ(camera().ask("encode.status=save"), "encode.status&200 OK");
+  EXPECT_TRUE(lives("nvt_apl", {"nvt_apl -np 80", "ends", "nvt_apl -np 80"}));
+  EXPECT_EQ(profile(1),
+            "CODEC_TYPE= \"H264\"\nQUALITY= 0.0  \nWIDTH= 1280\nHEIGHT= 720 \nVIDEORATECONTROL_FPS_LIMIT= 8 \n"
+            "VIDEORATECONTROL_BPS_LIMIT= 1500\nH264CFG_GOVLEN= 60 \nH264CFG_PROFILE= \"High\"    \n");
+
+  // The ONVIF user's own commit leaves the service alone; one that dies, for whatever reason, comes back.
+  camera().ask("encode(2).framerate=5", UserClass::kOnvif);
+  EXPECT_EQ(camera().ask("encode.status=save", UserClass::kOnvif), "encode.status&200 OK");
+  shell("killall -9 nvt_apl");
+  EXPECT_TRUE(lives("nvt_apl", {"nvt_apl -np 80", "ends", "nvt_apl -np 80", "nvt_apl -np 80"}));
+  EXPECT_TRUE(camera().isLogged("child process signaled(9)"));
+  camera().ask("encode(2).type=jpeg&encode(2).type=off&encode(2).cbr_mode=vfs&encode.status=save");
+}
+
+TEST_F(Onvif, IsThereBehindAStartAndEndsWithTheDaemon) {
+  camera().ask("network.onvif.status=on");
+  ASSERT_TRUE(camera().reboot());
+  EXPECT_TRUE(eventually([] { return runs("nvt_apld.pid"); }));
+  // Nothing keeps the daemon from its end: a service that does not go, a detection daemon that does not answer.
+  for (const char* fault : {"program nvt_apl hang", "detection silent"}) {
+    camera().tell(fault);
+    camera().ask("encode(3).quality=15&encode.status=save");
+    EXPECT_EQ(shell("pid=$(cat /var/run/tmxd.pid); kill $pid; while kill -0 $pid 2>/dev/null; do sleep 0.02; done; "
+                    "test ! -e /var/run/tmxd.pid && ! pidof nvt_apl"),
+              0)
+        << fault;
+    camera().tell("program nvt_apl normal");
+    camera().tell("detection up");
+    shell("/opt/camera/bin/tmxd");
+    ASSERT_TRUE(eventually([] { return camera().ask("system.model") == "system.model=KT-A10&200 OK"; }));
+    EXPECT_TRUE(eventually([] { return runs("nvt_apld.pid"); }));
+  }
+}
+
+TEST(MissingServices, AreRefused) {
+  Camera camera({.without = {"/bin/snmpd", "/bin/rtspd", "/bin/amx_beacond", "/bin/nvt_apl", "/bin/rtpd"}});
+  ASSERT_TRUE(camera.up());
+  expectAnswers(
+      camera,
+      {
+          {"network.snmp_agent.status", std::string("network.snmp_agent.status") + k461},
+          {"network.amx_beacon.status=off", "network.amx_beacon.status&200 OK"},
+          {"network.amx_beacon.status=on", std::string("network.amx_beacon.status") + k500},
+          {"network.rtsp.port=600", "network.rtsp.port&202 Accepted(network.rtsp(configuration).status=restart)"},
+          {"network.rtsp.status=restart", std::string("network.rtsp.status") + k500},
+          {"network.destination(4).status=start", std::string("network.destination(4).status") + k412},
+          {"network.onvif.status=on", "network.onvif.status&200 OK"},
+          {"network.onvif.status=off", "network.onvif.status&200 OK"},
+      });
+  EXPECT_TRUE(camera.isLogged("/bin/rtspd :: command not found"));
+
+  Camera small({.without = {"ONVIF", "PSIA", "AMX_PROTOCOL"}});
+  ASSERT_TRUE(small.up());
+  for (const char* request : {"network.onvif.status=on", "network.psia.status", "network.amx_beacon.status=off"})
+    EXPECT_TRUE(small.ask(request).ends_with(k461)) << request;
+}
+
+}  // namespace
+}  // namespace test
