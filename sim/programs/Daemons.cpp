@@ -39,7 +39,7 @@ sigset_t awaited() {
   return set;
 }
 
-/** Serves signals until SIGTERM, then removes the pid file. */
+/** Serves signals until SIGTERM, then removes the pid file, unless it is another's by now. */
 int live(const Daemon& daemon) {
   const sigset_t set = awaited();
   int number = 0;
@@ -50,7 +50,8 @@ int live(const Daemon& daemon) {
   }
   daemon.pauseIfSlow();
   Journal("child", daemon.name + " ends").text("file", daemon.pidFile).write();
-  unlink(daemon.pidFile.c_str());
+  pid_t pid = 0;
+  if (std::ifstream(daemon.pidFile) >> pid && pid == getpid()) unlink(daemon.pidFile.c_str());
   return 0;
 }
 

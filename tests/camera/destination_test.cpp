@@ -56,7 +56,8 @@ class Destinations : public CameraTest {
   static std::string row(const char* key) { return camera().row(kNetworkFile, key); }
   static bool isSending(int channel) {
     return camera().exec(
-               {"/bin/sh", "-c", "kill -0 $(cat /var/run/rtpd_channel" + std::to_string(channel) + ".pid)"}) == 0;
+               {"/bin/sh", "-c",
+                "exec 2>/dev/null; kill -0 $(cat /var/run/rtpd_channel" + std::to_string(channel) + ".pid)"}) == 0;
   }
 };
 
@@ -178,7 +179,7 @@ TEST_F(Destinations, FallBackWhenTheSenderDoesNotStart) {
   EXPECT_EQ(camera().ask(of(2, "status=start")), of(2, "status=on&200 OK"));
   EXPECT_EQ(camera().ask(of(2, "status=stop")), of(2, "status=off&200 OK"));
   EXPECT_FALSE(isSending(1));
-  camera().exec({"/bin/sh", "-c", "killall rtpd"});
+  camera().exec({"/bin/sh", "-c", "killall -9 rtpd"});
 }
 
 TEST_F(Destinations, AStubbornSenderIsNotStopped) {
@@ -252,6 +253,7 @@ TEST_F(Destinations, FollowTheCamera) {
 }
 
 TEST_F(Destinations, MakeWayForTheEncoders) {
+  camera().ask(of(1, "framerate=5&") + of(3, "framerate=5&") + of(3, "status=save"));
   for (const int number : {1, 3, 4, 5})
     camera().ask(of(number, "status=start"));
   camera().ask(of(4, "port=6006"));
