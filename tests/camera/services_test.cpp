@@ -119,11 +119,10 @@ TEST_F(Services, RtspRunsAsItIsSet) {
 
   // A server that has died is found gone; one whose pid file names nobody is left alone.
   shell("kill -9 $(cat /var/run/rtsp.pid)");
-  EXPECT_EQ(camera().ask("network.rtsp.port=554&network.rtsp(configuration).status=restart").substr(81),
-            "network.rtsp(configuration).status&200 OK");
+  EXPECT_TRUE(
+      camera().ask("network.rtsp.port=554&network.rtsp(configuration).status=restart").ends_with("status&200 OK"));
   EXPECT_TRUE(runs("rtsp.pid"));
-  EXPECT_EQ(camera().ask("network.rtsp.status=off&network.rtsp.status=restart").substr(83),
-            "network.rtsp.status&200 OK");
+  EXPECT_TRUE(camera().ask("network.rtsp.status=off&network.rtsp.status=restart").ends_with("status&200 OK"));
   EXPECT_EQ(row("RTSP_SERVER_STATUS"), "off");
   EXPECT_FALSE(runs("rtsp.pid"));
   for (const char* pid : {"0", "-1"}) {
