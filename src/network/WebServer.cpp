@@ -68,10 +68,14 @@ int32_t CHttp::CPriority::isIdle(const Selectors& /*selectors*/) {
   return parseNumber(Session().getSessionCount()).value_or(0) > 0 ? -status::kForbidden : 0;
 }
 
-int32_t CHttp::CPriority::tellSessionDaemon(Request& request) {
-  const Session daemon;
-  daemon.setStreamingPriority(request.number);
-  daemon.reloadStreamingPriority();
+/** A session daemon that is not there asks for it later. */
+int32_t CHttp::CPriority::tell(Request& request) {
+  Session().setStreamingPriority(request.number);
+  return 0;
+}
+
+int32_t CHttp::CPriority::reload(Request& /*request*/) {
+  Session().reloadStreamingPriority();
   return 0;
 }
 

@@ -55,13 +55,15 @@ struct CHttp::CStatus : CNetworkApiBase {
 struct CHttp::CPriority : CNetworkApiBase {
   static int32_t isStreaming(const Selectors& selectors);
   static int32_t isIdle(const Selectors& selectors);
-  static int32_t tellSessionDaemon(Request& request);
+  static int32_t tell(Request& request);
+  static int32_t reload(Request& request);
   static constexpr Rule rule{
       .guard = {.access = isStreaming, .write = isIdle},
       .accepts = Words{Word{"framerate", 1}, Word{"clientnumber", 0}},
       .place = network_row::HTTP_CONFIG_STREAMING_PRIORITY,
-      .act = tellSessionDaemon,
+      .act = tell,
       .keeps = Keeps::WriteThrough,
+      .then = reload,
   };
 };
 

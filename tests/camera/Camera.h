@@ -94,7 +94,7 @@ class Camera {
 /** Waits for something that another process does; whether it happened. */
 [[nodiscard]] bool eventually(const std::function<bool()>& happened);
 
-/** A request and the answer that it must get. */
+/** A request and the answer that it must get; one that begins with "&" or "=" stands behind the path. */
 struct Exchange {
   std::string request;
   std::string answer;

@@ -19,7 +19,7 @@ Texts stations(const Camera& camera) {
   for (const std::string& line : camera.journal()) {
     const std::string address = Camera::field(line, "addr");
     std::string station = address.empty() ? Camera::field(line, "who") : address;
-    if (station == "0x18" || station == "0x19" || station == "0x1a") continue;  // the probe of the board
+    if (station == "0x18" || station == "0x19" || station == "0x1a") continue;      // the probe of the board
     if (station == "gpio" || station == "session" || station == "child") continue;  // the network's services
     if (list.empty() || list.back() != station) list.push_back(station);
   }

@@ -50,57 +50,53 @@ class Services : public CameraTest {
 
 TEST_F(Services, TakeTheirValues) {
   const std::string rtspHint = "&202 Accepted(network.rtsp(configuration).status=restart)";
-  expectAnswers(
-      camera(),
-      {
-          {"network.rtsp.status=off", "network.rtsp.status" + rtspHint},
-          {"network.rtsp(configuration).status=on", "network.rtsp(configuration).status&200 OK"},
-          {"network.rtsp.status=x", std::string("network.rtsp.status") + k451},
-          {"network.rtsp.port=555", "network.rtsp.port" + rtspHint},
-          {"network.rtsp.port=554", "network.rtsp.port&200 OK"},
-          {"network.rtsp.port=x", std::string("network.rtsp.port") + k451},
-          {"network.rtsp.port=0", std::string("network.rtsp.port") + k457},
-          {"network.rtsp.port=65536", std::string("network.rtsp.port") + k457},
-          {"network.onvif.status=yes", std::string("network.onvif.status") + k451},
-          {"network.onvif.comment=a %26 b", "network.onvif.comment&200 OK"},
-          {"network.onvif.comment", "network.onvif.comment=a %26 b&200 OK"},
-          {"network.onvif.comment=a\nb", std::string("network.onvif.comment") + k451},
-          {"network.onvif.comment=" + std::string(550, 'a'), std::string("network.onvif.comment") + k457},
-          {"network.onvif.quality.priority(jpeg)=bitrate", "network.onvif.quality.priority(jpeg)&200 OK"},
-          {"network.onvif.quality.priority(h264)=quality", "network.onvif.quality.priority(h264)&200 OK"},
-          {"network.onvif.quality.priority(h264)=size", std::string("network.onvif.quality.priority(h264)") + k451},
-          {"network.onvif.quality.priority", std::string("network.onvif.quality.priority") + k451},
-          {"network.onvif.metadata(MotionDetectionEvent)=off", "network.onvif.metadata(MotionDetectionEvent)&200 OK"},
-          {"network.onvif.metadata(MotionDetectionEvent)=x",
-           std::string("network.onvif.metadata(MotionDetectionEvent)") + k451},
-          {"network.psia.status=on", "network.psia.status&200 OK"},
-          {"network.psia.status=x", std::string("network.psia.status") + k451},
-          {"network.snmp_agent.status=x", std::string("network.snmp_agent.status") + k451},
-          {"network.amx_beacon.status=x", std::string("network.amx_beacon.status") + k451},
-          {"network.access_control.logic=allow", "network.access_control.logic&200 OK"},
-          {"network.access_control.logic=x", std::string("network.access_control.logic") + k451},
-          {"network.access_control(stream_out).host=10.0.0.0/8", "network.access_control(stream_out).host&200 OK"},
-          {"network.access_control.host(10)=fe80::/16", "network.access_control.host(10)&200 OK"},
-          {"network.access_control.host(10)=fe80::/15", std::string("network.access_control.host(10)") + k451},
-          {"network.access_control.host(2)=10.0.0.1", "network.access_control.host(2)&200 OK"},
-          {"network.access_control.host(2)=%00", "network.access_control.host(2)&200 OK"},
-          {"network.access_control.host(11)", std::string("network.access_control.host(11)") + k456},
-          {"network.access_control.host(x)=%00", std::string("network.access_control.host(x)") + k451},
-      });
+  expectAnswers(camera(),
+                {
+                    {"network.rtsp.status=off", rtspHint},
+                    {"network.rtsp(configuration).status=on", kOk},
+                    {"network.rtsp.status=x", k451},
+                    {"network.rtsp.port=555", rtspHint},
+                    {"network.rtsp.port=554", kOk},
+                    {"network.rtsp.port=x", k451},
+                    {"network.rtsp.port=0", k457},
+                    {"network.rtsp.port=65536", k457},
+                    {"network.onvif.status=yes", k451},
+                    {"network.onvif.comment=a %26 b", kOk},
+                    {"network.onvif.comment", "=a %26 b&200 OK"},
+                    {"network.onvif.comment=a\nb", k451},
+                    {"network.onvif.comment=" + std::string(550, 'a'), k457},
+                    {"network.onvif.quality.priority(jpeg)=bitrate", kOk},
+                    {"network.onvif.quality.priority(h264)=quality", kOk},
+                    {"network.onvif.quality.priority(h264)=size", k451},
+                    {"network.onvif.quality.priority", k451},
+                    {"network.onvif.metadata(MotionDetectionEvent)=off", kOk},
+                    {"network.onvif.metadata(MotionDetectionEvent)=x", k451},
+                    {"network.psia.status=on", kOk},
+                    {"network.psia.status=x", k451},
+                    {"network.snmp_agent.status=x", k451},
+                    {"network.amx_beacon.status=x", k451},
+                    {"network.access_control.logic=allow", kOk},
+                    {"network.access_control.logic=x", k451},
+                    {"network.access_control(stream_out).host=10.0.0.0/8", kOk},
+                    {"network.access_control.host(10)=fe80::/16", kOk},
+                    {"network.access_control.host(10)=fe80::/15", k451},
+                    {"network.access_control.host(2)=10.0.0.1", kOk},
+                    {"network.access_control.host(2)=%00", kOk},
+                    {"network.access_control.host(11)", k456},
+                    {"network.access_control.host(x)=%00", k451},
+                });
   ASSERT_TRUE(camera().reboot());
-  expectAnswers(
-      camera(),
-      {
-          {"network.onvif.comment", "network.onvif.comment=a %26 b&200 OK"},
-          {"network.onvif.quality.priority(jpeg)", "network.onvif.quality.priority(jpeg)=bitrate&200 OK"},
-          {"network.onvif.quality.priority(h264)", "network.onvif.quality.priority(h264)=quality&200 OK"},
-          {"network.onvif.metadata(MotionDetectionEvent)", "network.onvif.metadata(MotionDetectionEvent)=off&200 OK"},
-          {"network.psia.status", "network.psia.status=on&200 OK"},
-          {"network.access_control.logic", "network.access_control.logic=allow&200 OK"},
-          {"network.access_control.host", "network.access_control.host=10.0.0.0/8&200 OK"},
-          {"network.access_control.host(2)", "network.access_control.host(2)=&200 OK"},
-          {"network.access_control.host(10)", "network.access_control.host(10)=fe80::/16&200 OK"},
-      });
+  expectAnswers(camera(), {
+                              {"network.onvif.comment", "=a %26 b&200 OK"},
+                              {"network.onvif.quality.priority(jpeg)", "=bitrate&200 OK"},
+                              {"network.onvif.quality.priority(h264)", "=quality&200 OK"},
+                              {"network.onvif.metadata(MotionDetectionEvent)", "=off&200 OK"},
+                              {"network.psia.status", "=on&200 OK"},
+                              {"network.access_control.logic", "=allow&200 OK"},
+                              {"network.access_control.host", "=10.0.0.0/8&200 OK"},
+                              {"network.access_control.host(2)", "=&200 OK"},
+                              {"network.access_control.host(10)", "=fe80::/16&200 OK"},
+                          });
   camera().flash("full");
   for (const char* write : {"network.onvif.comment=x", "network.psia.status=off", "network.access_control.logic=deny",
                             "network.access_control.host(3)=1.2.3.4", "network.onvif.quality.priority(jpeg)=quality"})
@@ -292,18 +288,16 @@ TEST_F(Onvif, IsThereBehindAStartAndEndsWithTheDaemon) {
 TEST(MissingServices, AreRefused) {
   Camera camera({.without = {"/bin/snmpd", "/bin/rtspd", "/bin/amx_beacond", "/bin/nvt_apl", "/bin/rtpd"}});
   ASSERT_TRUE(camera.up());
-  expectAnswers(
-      camera,
-      {
-          {"network.snmp_agent.status", std::string("network.snmp_agent.status") + k461},
-          {"network.amx_beacon.status=off", "network.amx_beacon.status&200 OK"},
-          {"network.amx_beacon.status=on", std::string("network.amx_beacon.status") + k500},
-          {"network.rtsp.port=600", "network.rtsp.port&202 Accepted(network.rtsp(configuration).status=restart)"},
-          {"network.rtsp.status=restart", std::string("network.rtsp.status") + k500},
-          {"network.destination(4).status=start", std::string("network.destination(4).status") + k412},
-          {"network.onvif.status=on", "network.onvif.status&200 OK"},
-          {"network.onvif.status=off", "network.onvif.status&200 OK"},
-      });
+  expectAnswers(camera, {
+                            {"network.snmp_agent.status", k461},
+                            {"network.amx_beacon.status=off", kOk},
+                            {"network.amx_beacon.status=on", k500},
+                            {"network.rtsp.port=600", "&202 Accepted(network.rtsp(configuration).status=restart)"},
+                            {"network.rtsp.status=restart", k500},
+                            {"network.destination(4).status=start", k412},
+                            {"network.onvif.status=on", kOk},
+                            {"network.onvif.status=off", kOk},
+                        });
   EXPECT_TRUE(camera.isLogged("/bin/rtspd :: command not found"));
 
   Camera small({.without = {"ONVIF", "PSIA", "AMX_PROTOCOL"}});
