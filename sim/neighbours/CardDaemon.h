@@ -25,13 +25,16 @@ class CardDaemon : public Neighbour {
   void show(JsonObject& state) const override;
 
  private:
-  enum class Card { empty, readOnly, on };
+  enum class Card { empty, readOnly, on, full, broken };
   enum class Initialised { off, no, yes };
 
   [[nodiscard]] bool initialise();
-  [[nodiscard]] bool mark(const std::string& file, const std::string& value) const;
+  void insert(Card card);
+  void mark(std::string_view file, bool present) const;
+  [[nodiscard]] bool setMark(std::string_view file, const std::string& value) const;
   [[nodiscard]] bool isMarked(const std::string& file) const;
 
+  std::string m_root;
   std::string m_folder;
   Card m_card = Card::on;
   Initialised m_initialised = Initialised::yes;

@@ -129,8 +129,9 @@ bool Neighbour::exchange(unsigned id, const std::string& request) {
     reply = answer(request);
   }
   Journal line(m_name, name);
-  describe(request, line);
-  const std::string_view shown = withoutPadding(request);
+  const std::string open = recorded(request);
+  describe(open, line);
+  const std::string_view shown = withoutPadding(open);
   line.raw(shown.data(), shown.size());
   if (!reply.empty()) line.text("answer", readable(reply));
   if (fault != Fault::Kind::none) line.text("fault", faultName(fault));

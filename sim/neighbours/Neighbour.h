@@ -45,6 +45,9 @@ class Neighbour {
   /** The message's name, which the journal shows under "what" and by which faults are limited. */
   [[nodiscard]] virtual std::string messageName(std::string_view request) const = 0;
 
+  /** The request as the journal may show it: as it is, but for what must stay secret. */
+  [[nodiscard]] virtual std::string recorded(std::string_view request) const { return std::string(request); }
+
   /** Adds the decoded fields of the request. */
   virtual void describe(std::string_view request, Journal& line) const = 0;
 

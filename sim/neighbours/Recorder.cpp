@@ -62,18 +62,33 @@ std::string ledName(int argument) {
   return std::string(ledNames[index]);
 }
 
+bool isPassword(std::uint32_t id) { return recorderIdName(id).ends_with(".password"); }
+
+std::string hidden(const std::string& text) { return std::string(text.size(), '*'); }
+
 const char* ledState(int argument) { return argument % 2 == 0 ? "on" : "off"; }
 
 }  // namespace
 
 Recorder::Recorder(Loop& loop, const std::string& root, Pins& pins)
-    : Neighbour(loop, "recorder", root + "/tmp/localrec"), m_pins(pins) {}
+    : Neighbour(loop, "recorder", root + "/tmp/localrec"), m_pins(pins), m_rules(m_values, root + "/run/camera/clock") {
+  m_pins.onInput = [this](const std::string& word) { m_rules.happened(word); };
+}
 
 std::size_t Recorder::requestSize(std::string_view bytes) const { return bytes.size() < packetSize ? 0 : packetSize; }
 
 std::string Recorder::messageName(std::string_view request) const {
   const auto* found = std::ranges::find(commandNames, signed32(request, 0), &CommandName::number);
   return found == commandNames.end() ? "unknown" : std::string(found->name);
+}
+
+std::string Recorder::recorded(std::string_view request) const {
+  std::string shown(request);
+  if (signed32(request, 0) == put_ && isPassword(word32(request, idAt))) {
+    const std::string text = textAt(request, valueAt);
+    shown.replace(valueAt, text.size(), hidden(text));
+  }
+  return shown;
 }
 
 void Recorder::describe(std::string_view request, Journal& line) const {
@@ -104,6 +119,7 @@ std::string Recorder::answer(std::string_view request) {
       return reply;
     case restart:
       m_lastRestart = signed32(request, valueAt);
+      m_rules.restart(m_lastRestart);
       return reply;
     case status:
       return packet(success, m_status);
@@ -141,26 +157,30 @@ bool* Recorder::pinOf(std::uint32_t id) const {
 }
 
 std::string Recorder::valueOf(std::uint32_t id) const {
-  std::string word(4, '\0');
   if (const bool* pin = pinOf(id)) {
+    std::string word(4, '\0');
     putWord32(word, 0, *pin ? 1 : 0);
     return word;
   }
-  const auto found = m_values.find(id);
-  return found == m_values.end() ? word : found->second;
+  return m_values.bytes(id);
 }
 
 void Recorder::put(std::uint32_t id, std::string_view value) {
   if (bool* pin = pinOf(id)) {
     *pin = signed32(value, 0) != 0;
   } else {
-    m_values[id] = value;
+    m_values.put(id, value);
   }
 }
 
-/** A pin, "status=N", or "0x210200=TEXT" with "#5" for a number. */
+/** A pin, "status=N", "now=monday-120000" or "now=clock", or "0x210200=TEXT" with "#5" for a number. */
 bool Recorder::set(const std::string& key, const std::string& value) {
   if (key == "status") return setNumber(m_status, value);
+  if (key == "now") {
+    const auto moment = parseWeekTime(value);
+    m_rules.setNow(moment);
+    return moment.has_value() || value == "clock";
+  }
   if (!key.starts_with("0x")) return m_pins.set(key, value);
   std::uint32_t id = 0;
   const auto [end, fault] = std::from_chars(key.data() + 2, key.data() + key.size(), id, 16);
@@ -184,9 +204,10 @@ void Recorder::show(JsonObject& state) const {
   state.text("model", m_model).text("image_mode", m_imageMode);
   for (const auto& [name, on] : m_leds)
     state.text(name, on ? "on" : "off");
-  for (const auto& [id, value] : m_values) {
-    const std::string text = textAt(value, 0);
-    const bool isText = text.size() > 1 && isPrintable(text);
+  for (const auto& [id, value] : m_values.all()) {
+    const bool isSecret = isPassword(id);
+    const std::string text = isSecret ? hidden(textAt(value, 0)) : textAt(value, 0);
+    const bool isText = isSecret || (text.size() > 1 && isPrintable(text));
     state.text(hexNumber(id), isText ? text : std::to_string(signed32(value, 0)));
   }
 }

@@ -5,15 +5,16 @@
 #include <string>
 
 #include "Bytes.h"
+#include "EventRules.h"
 #include "Neighbour.h"
 #include "Pins.h"
+#include "RecorderValues.h"
 
 namespace sim {
 
 /**
- * The recorder and event daemon: keeps what it is told by parameter id, so that a read gives it back, and answers for
- * the alarm pins. The bytes of a value are kept as they came, since only the reader knows whether they are a number or
- * a text.
+ * The recorder and event daemon: keeps what it is told by parameter id, so that a read gives it back, answers for the
+ * alarm pins and runs the event rules. Passwords that it is told show as asterisks in the journal and in its state.
  */
 class Recorder : public Neighbour {
  public:
@@ -22,6 +23,7 @@ class Recorder : public Neighbour {
  protected:
   [[nodiscard]] std::size_t requestSize(std::string_view bytes) const override;
   [[nodiscard]] std::string messageName(std::string_view request) const override;
+  [[nodiscard]] std::string recorded(std::string_view request) const override;
   void describe(std::string_view request, Journal& line) const override;
   [[nodiscard]] std::string readable(std::string_view reply) const override { return numbersText(reply, 4); }
   [[nodiscard]] std::string answer(std::string_view request) override;
@@ -35,7 +37,8 @@ class Recorder : public Neighbour {
   [[nodiscard]] bool* pinOf(std::uint32_t id) const;
 
   Pins& m_pins;
-  std::map<std::uint32_t, std::string> m_values;
+  RecorderValues m_values;
+  EventRules m_rules;
   int m_status = 0;
   std::string m_model;
   std::map<std::string, bool> m_leds;
