@@ -7,9 +7,11 @@
 #include <string_view>
 
 #include "dsp/ExposureTables.h"
+#include "dsp/FocusTables.h"
 #include "dsp/Frame.h"
 #include "dsp/Results.h"
 #include "dsp/ServiceTables.h"
+#include "service/Gpio.h"
 
 namespace dsp {
 
@@ -138,6 +140,53 @@ class CameraDSP {
   void setAspect(int32_t aspect) { m_aspect = aspect; }
   [[nodiscard]] int32_t getAspect() const { return m_aspect; }
 
+  // Focus (Focus.cpp): the GPIO daemon drives the lens and reports; the DSP has to know the result (frame 0x84). While
+  // the lens moves, what concerns its place is refused. kSendFailed also when the daemon could not be told or asked.
+  /** The word of the state (FocusTables.h). */
+  [[nodiscard]] std::string getFocusStateAf() const;
+  /** The state as the daemon reports it, by its word or number; a run that has ended refreshes the fields below. */
+  [[nodiscard]] int32_t setFocusStateAf(const std::string& text);
+  void enterFocusState(dsp::focus::State state) { m_focusState = state; }
+  [[nodiscard]] bool isFocusAdjusting() const { return m_focusState == dsp::focus::kAdjusting; }
+  /** 0 near, 1 far; -1 when the daemon cannot be asked. */
+  [[nodiscard]] int32_t getFocusDirection(int32_t& direction) const;
+  /** Where the cut filter is: 0 black-and-white, 1 colour, -1 unknown; recorded, it is what "select" returns to. */
+  [[nodiscard]] int32_t getCurrentDspIcr(bool isRecorded);
+  int32_t setFocusDirection(int32_t direction);
+  int32_t setFocusIrtype(int32_t filter, bool sendflag);
+  int32_t setFocusCurrentPos(int32_t position);
+  int32_t setFocusFactoryPos(int32_t position);
+  int32_t setFocusBlackoutStatus(bool flag, bool sendflag);
+  /** The stored place of the filter, "day" or "night". */
+  [[nodiscard]] std::string getFocusIrtype() const;
+  /** The filter has moved, says the daemon: has the focus corrected for its new place. */
+  [[nodiscard]] int32_t setFocusIrtype(const std::string& text);
+  // Runs of the lens.
+  [[nodiscard]] int32_t stepFocus(int32_t step);
+  [[nodiscard]] int32_t setNightFocus(int32_t offset);
+  [[nodiscard]] int32_t setFocusOpauto(int32_t run);
+  [[nodiscard]] int32_t setFocusFactoryInitialize();
+  /** Whether a stored flag says that the focus has not been checked since something moved. */
+  [[nodiscard]] static bool isBlackoutFlagged();
+  /** Whether the night focus differs from that of the day. */
+  [[nodiscard]] static bool hasNightFocusOffset();
+  int32_t loadFocusData();
+  int32_t setFocusNightOffsetReload();
+
+  // Adjust mode (FocusMode.cpp): "select" leaves the filter to the day/night logic, the other modes hold it.
+  [[nodiscard]] std::string getAFadjustmode() const;
+  [[nodiscard]] bool isAFadjustmode(dsp::focus::Mode mode) const { return m_afAdjustMode == mode; }
+  /** kRefused when the filter's place cannot be read; kNotUnderstood for a mode that this model has not. */
+  [[nodiscard]] int32_t setAFadjustmode(int32_t mode);
+  /** Whether the filter is back, or need not be, so that a fixed mode can be left; takes 0.4 s where it is. */
+  [[nodiscard]] bool checkIcrStateCurrent();
+  /** Tells the daemon that a fixed mode has been left. */
+  [[nodiscard]] bool releaseAFadjustmode();
+
+  /** A picture that makes focusing easier (FocusAssist.cpp). */
+  [[nodiscard]] int32_t setFocusAssist(bool on);
+  [[nodiscard]] bool getFocusAssist() const { return m_focusAssist; }
+
   // Privacy mask (PrivacyMask.cpp).
   int32_t setPrivacymaskStatus(uint32_t on, bool sendflag);
   int32_t setPrivacymaskColor(const std::string& color, bool sendflag);
@@ -213,6 +262,16 @@ class CameraDSP {
   int32_t m_loadService(const dsp::ServiceGroup& group);
   int32_t m_readService(const dsp::ServiceGroup& group);
 
+  int32_t m_setFocusField(dsp::Field field, int32_t value, int32_t row, std::string_view text, bool sendflag);
+  int32_t m_refreshFocus();
+  [[nodiscard]] bool m_isFocusMoving() const;
+  [[nodiscard]] int32_t m_checkFocusStep(int32_t value, int32_t low, int32_t high) const;
+  [[nodiscard]] int32_t m_runFocus(gpio::Command command, int32_t argument);
+  [[nodiscard]] bool m_checkChangingIRposition(int32_t mode);
+  [[nodiscard]] int32_t m_setPictureOfMode(int32_t mode);
+  int32_t m_startFocusAssist();
+  int32_t m_endFocusAssist();
+
   int32_t m_loadExposure();
   int32_t m_loadColor();
   int32_t m_loadCameraWide();
@@ -226,4 +285,10 @@ class CameraDSP {
   uint32_t m_subadjustState = 0;
   dsp::Area m_aeArea{0, 0, 1920, 1080};
   int32_t m_aspect = 0;
+
+  int32_t m_focusState = dsp::focus::kInitialize;
+  int32_t m_afAdjustMode = dsp::focus::kSelect;
+  bool m_isFilterMoving = false;                ///< the last change of the mode moves the filter
+  int32_t m_filterBefore = dsp::focus::kColor;  ///< where "select" has left it
+  bool m_focusAssist = false;
 };

@@ -101,6 +101,13 @@ inline constexpr Field kLumxGain{0x78, 2, 1};
 
 inline constexpr Field kAfForIr{0x82, 1, 1};   // One byte with several meanings:
 inline constexpr Field kAfSwitch{0x82, 1, 1};  // each of its writers overwrites the others' value
+inline constexpr Field kNightFocusOffset{0x82, 1, 1};
+
+inline constexpr Field kFocusDirection{0x84, 1, 1};
+inline constexpr Field kFocusFilter{0x84, 2, 1};
+inline constexpr Field kFocusPosition{0x84, 3, 2};
+inline constexpr Field kFocusFactoryPosition{0x84, 5, 2};
+inline constexpr Field kFocusBlackout{0x84, 7, 1};
 
 inline constexpr Field kMaskPage{0xD0, 1, 1};
 inline constexpr Field kMaskData{0xD0, 2, 8};  // eight bytes of the mask bitmap, no number

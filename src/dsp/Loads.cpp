@@ -1,25 +1,9 @@
 #include "config/Config.h"
 #include "dsp/CameraDSP.h"
+#include "dsp/LoadResult.h"
 #include "service/Numbers.h"
 
-namespace {
-
-/**
- * Collects what a load's steps returned. A setting that is refused beside the others (a fixed gain under an automatic
- * shutter, a priority while flickerless) is no failure of the load; a frame that did not go out is.
- */
-class LoadResult {
- public:
-  void operator+=(int32_t result) {
-    if (result == dsp::kSendFailed) m_result = result;
-  }
-  [[nodiscard]] int32_t get() const { return m_result; }
-
- private:
-  int32_t m_result = dsp::kDone;
-};
-
-}  // namespace
+using dsp::LoadResult;
 
 int32_t CameraDSP::loadScpServiceData(const dsp::ServiceLoad& load) {
   const struct {
