@@ -78,14 +78,14 @@ std::string DefectDaemon::answer(std::string_view request) {
       return {accepted, 0};
     case stopStatic:
     case stopPattern:
-      run.state = "completed";
+      if (run.state == "adjusting") end(run, found(run));
       return {accepted, 0};
     case staticStatus:
     case patternStatus:
       return status(run);
     case staticCount:
     case patternCount:
-      return countText(run.count);
+      return countText(found(run));
     default:
       return {declined, 0};
   }
@@ -101,25 +101,39 @@ std::string DefectDaemon::refusal(std::string_view request, std::optional<int> n
 
 void DefectDaemon::start(Run& run) {
   run.state = "adjusting";
+  run.begin = Loop::Clock::now();
   const unsigned number = ++run.number;
   loop().after(std::chrono::milliseconds(m_runMilliseconds), [&run, number] {
-    if (number == run.number && run.state == "adjusting") run.state = "completed";
+    if (number == run.number && run.state == "adjusting") end(run, run.present);
   });
 }
 
+void DefectDaemon::end(Run& run, std::uint16_t count) {
+  run.state = "completed";
+  run.count = count;
+}
+
+std::uint16_t DefectDaemon::found(const Run& run) const {
+  if (run.state != "adjusting" || m_runMilliseconds == 0) return run.count;
+  const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(Loop::Clock::now() - run.begin).count();
+  return static_cast<std::uint16_t>(run.present * std::min<std::int64_t>(elapsed, m_runMilliseconds) /
+                                    m_runMilliseconds);
+}
+
 /** A count beyond one byte is told by its own command. */
-std::string DefectDaemon::status(const Run& run) {
+std::string DefectDaemon::status(const Run& run) const {
   if (run.state == "adjusting") return {adjustingCode, 0};
   if (run.state == "error") return {errorCode, static_cast<char>(run.error)};
   return {completedCode, static_cast<char>(std::min<int>(run.count, 255))};
 }
 
 bool DefectDaemon::setRun(Run& run, const std::string& item, const std::string& value) {
-  if (item == "_count") return setNumber(run.count, value);
+  if (item == "_count") return setNumber(run.present, value) && setNumber(run.count, value);
   if (item == "_error") return setNumber(run.error, value);
   if (!item.empty() || (value != "completed" && value != "adjusting" && value != "error")) return false;
   ++run.number;
   run.state = value;
+  run.begin = Loop::Clock::now();
   return true;
 }
 
@@ -131,8 +145,8 @@ bool DefectDaemon::set(const std::string& key, const std::string& value) {
 }
 
 void DefectDaemon::show(JsonObject& state) const {
-  state.text("static", m_static.state).number("static_count", m_static.count).number("static_error", m_static.error);
-  state.text("fpn", m_pattern.state).number("fpn_count", m_pattern.count).number("fpn_error", m_pattern.error);
+  state.text("static", m_static.state).number("static_count", found(m_static)).number("static_error", m_static.error);
+  state.text("fpn", m_pattern.state).number("fpn_count", found(m_pattern)).number("fpn_error", m_pattern.error);
   state.number("run", m_runMilliseconds);
 }
 

@@ -1,6 +1,7 @@
 #include "Gpio.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace sim {
 
@@ -8,7 +9,6 @@ namespace {
 
 constexpr std::size_t messageSize = 16;
 constexpr int acknowledgement = 99;
-constexpr int lastPosition = 2000;
 
 struct Command {
   int number;
@@ -24,6 +24,9 @@ constexpr auto commands = std::to_array<Command>({
     {45, "focus_progress", true}, {50, "mic_gain", true},   {51, "mic_power", true},       {52, "halfduplex", true},
     {53, "loopback", true},
 });
+
+constexpr auto sticks = std::to_array<std::pair<std::string_view, Lens::Stick>>(
+    {{"off", Lens::Stick::nothing}, {"lens", Lens::Stick::lens}, {"filter", Lens::Stick::filter}});
 
 constexpr Command unknown{-1, "unknown", true};
 constexpr int firstAudioCommand = 50;
@@ -41,12 +44,20 @@ std::string reply(int acknowledge, int command, int value) {
   return bytes;
 }
 
+std::string_view stickWord(Lens::Stick stick) {
+  return std::ranges::find(sticks, stick, [](const auto& known) { return known.second; })->first;
+}
+
 const char* filterWord(int filter) { return filter == 0 ? "night" : "day"; }
 
 }  // namespace
 
 Gpio::Gpio(Loop& loop, const std::string& root, Pins& pins)
-    : Neighbour(loop, "gpio", root + "/tmp/gpio"), m_pins(pins), m_reporter(loop, root + "/tmp/request") {}
+    : Neighbour(loop, "gpio", root + "/tmp/gpio"),
+      m_pins(pins),
+      m_reporter(loop, root + "/tmp/request"),
+      m_picturePath(root + "/run/camera/picture"),
+      m_lens(loop, root + "/run/camera/lens") {}
 
 std::size_t Gpio::requestSize(std::string_view bytes) const { return bytes.size() < messageSize ? 0 : messageSize; }
 
@@ -72,7 +83,7 @@ std::string Gpio::refusal(std::string_view request, std::optional<int> number) c
 int Gpio::query(int command, int first) const {
   switch (command) {
     case 9:
-      return m_filter;
+      return m_lens.filter();
     case 16:
       return first >= 0 && first < static_cast<int>(m_counters.size()) ? m_counters[static_cast<std::size_t>(first)]
                                                                        : 0;
@@ -81,13 +92,13 @@ int Gpio::query(int command, int first) const {
     case 40:
       return m_kind;
     case 41:
-      return m_running ? 0 : 1;
+      return m_lens.isRunning() ? 0 : 1;
     case 42:
-      return m_direction;
+      return m_lens.direction();
     case 43:
-      return m_position;
+      return m_lens.position();
     case 45:
-      return progress();
+      return m_lens.progress();
     default:
       return 0;
   }
@@ -105,20 +116,19 @@ void Gpio::order(int command, int first, int second) {
         m_counters[static_cast<std::size_t>(first)] = second;
       return;
     case 30:
-      m_direction = first < 0 ? 0 : 1;
-      return startRun(0, m_position + first);
+      return startRun(0, m_lens.position() + first);
     case 31:
       return runAuto(first);
     case 32:
       m_nightOffset = first;
-      return startRun(0, m_position);
+      return startRun(0, m_lens.position());
     case 33:
       return startRun(0, m_factoryPosition);
     case 34:
-      return startRun(0, m_position);
+      return startRun(0, m_lens.position());
     case 35:
       m_adjustMode = first;
-      if (first == 1) startRun(0, m_position);
+      if (first == 1) startRun(0, m_lens.position());
       return;
     case firstAudioCommand:
     case firstAudioCommand + 1:
@@ -134,42 +144,67 @@ void Gpio::order(int command, int first, int second) {
 void Gpio::runAuto(int mode) {
   constexpr std::array<int, 4> kinds{0, 1, 5, 6};
   if (mode < 0 || mode >= static_cast<int>(kinds.size())) return;
-  if (mode == 0) return endRun();
+  if (mode == 0) return m_lens.stop();
   startRun(kinds[static_cast<std::size_t>(mode)], m_sharpPosition);
 }
 
 void Gpio::startRun(int kind, int target) {
   m_kind = kind;
-  m_position = std::clamp(target, 0, lastPosition);
   ++m_counters[1];
-  m_running = true;
-  m_runStart = Loop::Clock::now();
-  const unsigned number = ++m_runNumber;
-  loop().after(std::chrono::milliseconds(m_runMilliseconds), [this, number] {
-    if (number == m_runNumber) endRun();
-  });
-}
-
-void Gpio::endRun() {
-  if (!m_running) return;
-  m_running = false;
-  report("camera.focus.gpiofrom.status=" + m_result);
-}
-
-int Gpio::progress() const {
-  constexpr int complete = 100;
-  if (!m_running || m_runMilliseconds == 0) return complete;
-  const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(Loop::Clock::now() - m_runStart).count();
-  return static_cast<int>(std::min<decltype(elapsed)>(complete * elapsed / m_runMilliseconds, complete - 1));
+  m_lens.run(target, [this] { report("camera.focus.gpiofrom.status=" + m_result); });
 }
 
 bool Gpio::setFilter(const std::string& value) {
-  const int before = m_filter;
-  if (!setNumber(m_filter, value)) return false;
-  if (before == m_filter) return true;
+  int place = m_lens.filter();
+  if (!setNumber(place, value)) return false;
+  if (place == m_lens.filter()) return true;
+  m_lens.setFilter(place);
   ++m_counters[0];
-  report(std::string("camera.focus.gpiofrom.check_status=") + filterWord(m_filter));
-  report(std::string("camera.focus.gpiofrom.icr_status=") + filterWord(m_filter));
+  report(std::string("camera.focus.gpiofrom.check_status=") + filterWord(place));
+  report(std::string("camera.focus.gpiofrom.icr_status=") + filterWord(place));
+  return true;
+}
+
+/** The move is announced, takes its time, and is reported. */
+void Gpio::follow(int filter) {
+  if (filter == m_lens.filter()) return;
+  report(std::string("camera.focus.gpiofrom.check_status=") + filterWord(filter));
+  m_lens.moveFilter(filter, [this, filter] {
+    ++m_counters[0];
+    report(std::string("camera.focus.gpiofrom.icr_status=") + filterWord(filter));
+  });
+}
+
+bool Gpio::setFollow(const std::string& value) {
+  bool follows = false;
+  if (!setSwitch(follows, value, "on", "off")) return false;
+  m_picture.reset();
+  if (follows) m_picture = std::make_unique<PictureLine>(loop(), m_picturePath, [this](int filter) { follow(filter); });
+  return true;
+}
+
+bool Gpio::setStick(const std::string& value) {
+  const auto* found = std::ranges::find(sticks, value, [](const auto& stick) { return stick.first; });
+  if (found == sticks.end()) return false;
+  m_lens.setStick(found->second);
+  return true;
+}
+
+bool Gpio::setLens(const std::string& key, const std::string& value) {
+  int number = 0;
+  if (!setNumber(number, value)) return false;
+  if (key == "direction") {
+    m_lens.setDirection(number);
+  } else {
+    m_lens.put(number);
+  }
+  return true;
+}
+
+bool Gpio::setRunTime(const std::string& value) {
+  int milliseconds = 0;
+  if (!setNumber(milliseconds, value) || milliseconds < 0) return false;
+  m_lens.setRunTime(milliseconds);
   return true;
 }
 
@@ -181,14 +216,15 @@ bool Gpio::set(const std::string& key, const std::string& value) {
   if (key == "icr") return setFilter(value);
   if (key == "switch") return setNumber(m_switch, value);
   if (key == "kind") return setNumber(m_kind, value);
-  if (key == "direction") return setNumber(m_direction, value);
-  if (key == "position") return setNumber(m_position, value);
+  if (key == "direction" || key == "position") return setLens(key, value);
   if (key == "factory") return setNumber(m_factoryPosition, value);
   if (key == "sharp") return setNumber(m_sharpPosition, value);
   if (key == "ir_counter") return setNumber(m_counters[0], value);
   if (key == "run_counter") return setNumber(m_counters[1], value);
   if (key == "led_counter") return setNumber(m_counters[2], value);
-  if (key == "run") return setNumber(m_runMilliseconds, value) && m_runMilliseconds >= 0;
+  if (key == "run") return setRunTime(value);
+  if (key == "follow") return setFollow(value);
+  if (key == "stick") return setStick(value);
   if (key == "report") return setSwitch(m_reports, value, "on", "off");
   if (key == "result") {
     m_result = value;
@@ -198,12 +234,14 @@ bool Gpio::set(const std::string& key, const std::string& value) {
 }
 
 void Gpio::show(JsonObject& state) const {
-  state.number("icr", m_filter).number("switch", m_switch);
+  state.number("icr", m_lens.filter()).number("switch", m_switch);
   state.number("ir_counter", m_counters[0]).number("run_counter", m_counters[1]).number("led_counter", m_counters[2]);
-  state.text("drive", m_running ? "running" : "idle").number("kind", m_kind).number("progress", progress());
-  state.number("direction", m_direction).number("position", m_position).number("factory", m_factoryPosition);
+  state.text("drive", m_lens.isRunning() ? "running" : "idle").number("kind", m_kind);
+  state.number("progress", m_lens.progress()).number("direction", m_lens.direction());
+  state.number("position", m_lens.position()).number("factory", m_factoryPosition);
   state.number("sharp", m_sharpPosition).number("assist", m_assist).number("night_offset", m_nightOffset);
-  state.number("adjust_mode", m_adjustMode).number("run", m_runMilliseconds).text("result", m_result);
+  state.number("adjust_mode", m_adjustMode).number("run", m_lens.runTime()).text("result", m_result);
+  state.text("follow", m_picture ? "on" : "off").text("stick", stickWord(m_lens.stick()));
   state.number("mic_gain", m_audio[0]).number("mic_power", m_audio[1]).number("halfduplex", m_audio[2]);
   state.number("loopback", m_audio[3]).text("report", m_reports ? "on" : "off");
 }

@@ -1,20 +1,23 @@
 #pragma once
 
 #include <array>
+#include <memory>
 #include <string>
 
 #include "Bytes.h"
+#include "Lens.h"
 #include "Neighbour.h"
+#include "PictureLine.h"
 #include "Pins.h"
 #include "Reporter.h"
 
 namespace sim {
 
 /**
- * The GPIO daemon: focus drive, infrared cut filter, run counters, format switch, audio driver. A focus run takes its
- * time, during which the drive is not idle; the lens is at its new place at once. With reports on, the daemon tells the
- * parameter daemon what a run came to and when the filter moves, as it does on the camera; they are off at first, so
- * that nothing happens that a test has not asked for.
+ * The GPIO daemon: focus drive, infrared cut filter, run counters, format switch, audio driver. With reports on, the
+ * daemon tells the parameter daemon what a run came to and when the filter moves, as it does on the camera; where it
+ * follows, the filter goes where the picture wants it. Both are off at first, so that nothing happens that a test has
+ * not asked for.
  */
 class Gpio : public Neighbour {
  public:
@@ -35,34 +38,32 @@ class Gpio : public Neighbour {
   void order(int command, int first, int second);
   void runAuto(int mode);
   void startRun(int kind, int target);
-  void endRun();
   [[nodiscard]] bool setFilter(const std::string& value);
+  void follow(int filter);
+  [[nodiscard]] bool setFollow(const std::string& value);
+  [[nodiscard]] bool setLens(const std::string& key, const std::string& value);
+  [[nodiscard]] bool setStick(const std::string& value);
+  [[nodiscard]] bool setRunTime(const std::string& value);
   void report(const std::string& text);
-  [[nodiscard]] int progress() const;
 
   Pins& m_pins;
   Reporter m_reporter;
   bool m_reports = false;
+  std::string m_picturePath;
+  std::unique_ptr<PictureLine> m_picture;  ///< where the filter follows the picture
 
-  int m_filter = 1;
+  Lens m_lens;
   int m_switch = 1;
   /** Filter, focus and lamp, by the index of commands 16 and 17. */
   std::array<int, 3> m_counters{};
 
   int m_kind = 0;
-  int m_direction = 1;
-  int m_position = 500;
   int m_factoryPosition = 500;
   int m_sharpPosition = 520;
   int m_assist = 0;
   int m_nightOffset = 0;
   int m_adjustMode = 0;
   std::array<int, 4> m_audio{};
-
-  int m_runMilliseconds = 300;
-  bool m_running = false;
-  unsigned m_runNumber = 0;
-  Loop::Clock::time_point m_runStart;
   std::string m_result = "stop";
 };
 

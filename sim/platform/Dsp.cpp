@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <fstream>
 #include <string>
 
 namespace sim {
@@ -12,6 +13,9 @@ namespace {
 constexpr std::uint8_t deviceAddress = 0x18;
 constexpr std::uint8_t registerAddress = 0x19;
 constexpr std::uint8_t registerDataAddress = 0x1A;
+constexpr std::uint8_t exposureAddress = 0x20;
+constexpr std::size_t dayNightByte = 5;
+constexpr std::uint8_t lastFixedMode = 1;  // 0 black-and-white, 1 colour; above, the light decides
 constexpr std::uint8_t onePushAddress = 0x41;
 constexpr std::uint8_t subAdjustAddress = 0x50;
 
@@ -39,6 +43,7 @@ std::string presetSubAdjust(int step) {
 }  // namespace
 
 void Dsp::set(const DspFrame& frame) {
+  if (frame[0] == exposureAddress) moveFilter(m_frames[exposureAddress][dayNightByte], frame[dayNightByte]);
   m_frames[frame[0]] = frame;
   if (frame[0] == registerDataAddress) {
     m_registers[{m_frames[deviceAddress][1], dspWord(m_frames[registerAddress], 1)}] = dspWord(frame, 1);
@@ -49,6 +54,11 @@ void Dsp::set(const DspFrame& frame) {
   if (frame[0] == subAdjustAddress && frame[1] != 0) {
     m_subAdjust = {m_orders.number("run_reads", presetRunReads), true};
   }
+}
+
+/** The picture's mode goes out on the line to the cut filter; nobody listens there unless told to. */
+void Dsp::moveFilter(std::uint8_t before, std::uint8_t mode) {
+  if (mode != before && mode <= lastFixedMode) std::ofstream("/run/camera/picture", std::ios::trunc) << int{mode};
 }
 
 DspFrame Dsp::get(std::uint8_t address) {

@@ -29,6 +29,7 @@ class Dsp {
     bool started = false;
   };
 
+  static void moveFilter(std::uint8_t before, std::uint8_t mode);
   DspFrame registerData() const;
   DspFrame outcome(std::uint8_t address, Run& run, const std::string& order);
 

@@ -85,7 +85,13 @@ TEST_F(Neighbours, RefuseWordsThatMeanNothing) {
                                  "program sh slow",
                                  "program rtpd lazy",
                                  "dhcp lease",
-                                 "dhcp lease 10.0.0.7 color=red", "recorder now=noon", "recorder now=monday-240000", "recorder now=monday-1200"}) {
+                                 "dhcp lease 10.0.0.7 color=red",
+                                 "recorder now=noon",
+                                 "recorder now=monday-240000",
+                                 "recorder now=monday-1200",
+                                 "gpio stick=much",
+                                 "gpio run=-1",
+                                 "gpio follow=1"}) {
     EXPECT_TRUE(tell(line).starts_with("error: ")) << line << " gave " << tell(line);
   }
   EXPECT_EQ(exchange("gpio", words({9, 0, 0, 0}), 16).bytes, words({99, 9, 1, 0}));
@@ -211,14 +217,78 @@ TEST_F(Neighbours, OrdersOfTheGpioHaveNoAnswer) {
 
 TEST_F(Neighbours, AFocusRunTakesItsTime) {
   const auto ask = [this](int command) { return exchange("gpio", words({command, 0, 0, 0}), 16).bytes; };
-  ASSERT_EQ(tell("gpio run=60000 sharp=77"), "ok");
+  const auto order = [this](int command, int value) {
+    (void)exchange("gpio", words({command, value, 0, 0}), 16, Milliseconds(1));
+  };
+  ASSERT_EQ(tell("gpio run=60000000 position=1000 sharp=77"), "ok");
   EXPECT_EQ(ask(41), words({99, 41, 1, 0}));
-  (void)exchange("gpio", words({31, 2, 0, 0}), 16, Milliseconds(1));
+  order(31, 2);
   EXPECT_EQ(ask(41), words({99, 41, 0, 0}));
   EXPECT_EQ(ask(40), words({99, 40, 5, 0}));
-  EXPECT_EQ(ask(43), words({99, 43, 77, 0}));
-  (void)exchange("gpio", words({31, 0, 0, 0}), 16, Milliseconds(1));
+  EXPECT_EQ(ask(42), words({99, 42, 0, 0}));
+  EXPECT_EQ(ask(43), words({99, 43, 1000, 0})) << "a lens on its way is not there yet";
+  order(31, 0);
   EXPECT_EQ(ask(41), words({99, 41, 1, 0}));
+  EXPECT_EQ(ask(43), words({99, 43, 1000, 0})) << "a stop leaves it where it is";
+
+  ASSERT_EQ(tell("gpio run=0 stick=lens"), "ok");
+  order(30, 100);
+  EXPECT_EQ(ask(41), words({99, 41, 0, 0}));
+  EXPECT_EQ(ask(45), words({99, 45, 50, 0}));
+  EXPECT_EQ(ask(43), words({99, 43, 1050, 0})) << "it sticks half way";
+  ASSERT_EQ(tell("gpio stick=off"), "ok");
+  EXPECT_EQ(ask(43), words({99, 43, 1100, 0}));
+}
+
+/** The next lens is the same one, in the place in which the last was when the power went. */
+TEST_F(Neighbours, ALensKeepsItsPlaceWithoutPower) {
+  const auto found = [this] {
+    sim::Loop loop;
+    return sim::Lens(loop, m_root + "/run/camera/lens").position();
+  };
+  ASSERT_EQ(tell("gpio run=60000000 position=400 icr=0"), "ok");
+  EXPECT_EQ(found(), 400);
+  (void)exchange("gpio", words({30, 200, 0, 0}), 16, Milliseconds(1));
+  EXPECT_EQ(exchange("gpio", words({41, 0, 0, 0}), 16).bytes, words({99, 41, 0, 0}));
+  EXPECT_EQ(found(), 500);
+  sim::Loop loop;
+  EXPECT_EQ(sim::Lens(loop, m_root + "/run/camera/lens").filter(), 0);
+}
+
+TEST_F(Neighbours, TheFilterFollowsThePictureWhereItIsToldTo) {
+  const auto picture = [this](int mode) { std::ofstream(m_root + "/run/camera/picture") << mode; };
+  const auto becomes = [this](int place) {
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (exchange("gpio", words({9, 0, 0, 0}), 16).bytes != words({99, 9, place, 0})) {
+      if (std::chrono::steady_clock::now() > end) return false;
+    }
+    return true;
+  };
+  picture(0);
+  ASSERT_EQ(tell("gpio run=0 follow=on"), "ok");
+  EXPECT_EQ(exchange("gpio", words({9, 0, 0, 0}), 16).bytes, words({99, 9, 1, 0}));
+  picture(0);
+  EXPECT_TRUE(becomes(0));
+  picture(1);
+  EXPECT_TRUE(becomes(1));
+  EXPECT_EQ(exchange("gpio", words({16, 0, 0, 0}), 16).bytes, words({99, 16, 2, 0})) << "both moves count";
+}
+
+TEST_F(Neighbours, ASearchForDefectsFindsThemBitByBit) {
+  const auto ask = [this](char command) { return exchange("dd_request", std::string(1, command), 2).bytes; };
+  ASSERT_EQ(tell("defect run=60000000 static_count=12"), "ok");
+  EXPECT_EQ(ask(0x20), "\x20\x0c");
+  EXPECT_EQ(ask(0x11), "\x01\0"s);
+  EXPECT_EQ(ask(0x20), "\x21\0"s);
+  EXPECT_EQ(ask(0x30), "\0\0"s);
+  EXPECT_EQ(ask(0x10), "\x01\0"s);
+  EXPECT_EQ(ask(0x20), "\x20\0"s) << "a stop leaves it with what it has found";
+  ASSERT_EQ(tell("defect run=1"), "ok");
+  EXPECT_EQ(ask(0x11), "\x01\0"s);
+  const auto end = std::chrono::steady_clock::now() + patience;
+  while (ask(0x20) != "\x20\x0c" && std::chrono::steady_clock::now() < end)
+    ;
+  EXPECT_EQ(ask(0x30), "\x0c\0"s);
 }
 
 TEST_F(Neighbours, TheJournalHasTheMessageBeforeTheAnswer) {
