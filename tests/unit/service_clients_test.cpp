@@ -13,6 +13,7 @@
 #include "local/LittleEndian.h"
 #include "local/UnixDomain.h"
 #include "service/CTmxdUtility.h"
+#include "service/DefectDaemon.h"
 #include "service/ParamPitcher.h"
 #include "service/ParamPitcherDetection.h"
 #include "service/Session.h"
@@ -249,6 +250,54 @@ TEST(Session, PutsTheActionOfTheBrokenPipeBack) {
   struct sigaction after {};
   sigaction(SIGPIPE, &before, &after);
   EXPECT_EQ(after.sa_handler, action.sa_handler);
+}
+
+/** Commands, and what is made of the two bytes of each answer. */
+TEST(DefectDaemon, RequestsAndResults) {
+  using D = const DefectDaemon&;
+  const auto number = [](const std::optional<int32_t>& count) { return count ? std::to_string(*count) : "none"; };
+  constexpr auto kStatic = DefectDaemon::Search::StaticDefects;
+  constexpr auto kPattern = DefectDaemon::Search::FixedPattern;
+  const struct {
+    DefectDaemon::Search search;
+    std::string (*operation)(D);
+    std::vector<Bytes> replies;
+    std::vector<Bytes> requests;
+    std::string result;
+  } cases[] = {
+      {kStatic, [](D d) { return std::to_string(d.stop()); }, {{1, 0}}, {{0x10}}, "0"},
+      {kStatic, [](D d) { return std::to_string(d.start()); }, {{2, 0}}, {{0x11}}, "-1"},
+      {kPattern, [](D d) { return std::to_string(d.stop()); }, {{0, 1}}, {{0x12}}, "-1"},
+      {kPattern, [](D d) { return std::to_string(d.start()); }, {{1, 9}}, {{0x13}}, "0"},
+      {kPattern, [](D d) { return std::to_string(d.start()); }, {{1}}, {{0x13}}, "-1"},
+      {kStatic, [](D d) { return std::to_string(d.stopIfAdjusting()); }, {{0x21, 0}, {1, 0}}, {{0x20}, {0x10}}, "0"},
+      {kStatic, [](D d) { return std::to_string(d.stopIfAdjusting()); }, {{0x22, 0}}, {{0x20}}, "0"},
+      {kPattern, [](D d) { return std::to_string(d.startUnlessAdjusting()); }, {{0x21, 0}}, {{0x21}}, "0"},
+      {kPattern,
+       [](D d) { return std::to_string(d.startUnlessAdjusting()); },
+       {{0x20, 0}, {2, 0}},
+       {{0x21}, {0x13}},
+       "-1"},
+      {kStatic, [](D d) { return d.status(); }, {{0x20, 12}}, {{0x20}}, "completed"},
+      {kPattern, [](D d) { return d.status(); }, {{0x21, 12}}, {{0x21}}, "adjusting"},
+      {kStatic, [](D d) { return d.status(); }, {{0x22, 12}}, {{0x20}}, "error"},
+      {kStatic, [](D d) { return d.status(); }, {{0x23, 12}}, {{0x20}}, "error"},
+      {kStatic, [](D d) { return d.statusDetail(); }, {{0x20, 255}}, {{0x20}}, "completed(255)"},
+      {kStatic, [](D d) { return d.statusDetail(); }, {{0x21, 12}}, {{0x20}}, "adjusting"},
+      {kPattern, [](D d) { return d.statusDetail(); }, {{0x22, 3}}, {{0x21}}, "error(3)"},
+      {kPattern, [](D d) { return d.statusDetail(); }, {{0, 3}}, {{0x21}}, "error"},
+      {kStatic, [](D d) { return std::to_string(d.count().value_or(-1)); }, {{0x2c, 1}}, {{0x30}}, "300"},
+      {kPattern, [](D d) { return std::to_string(d.count().value_or(-1)); }, {{0xff, 0xff}}, {{0x31}}, "65535"},
+  };
+  Neighbour daemon;
+  for (const auto& c : cases) {
+    const DefectDaemon client(c.search, daemon.path());
+    const auto requests = daemon.answer(c.replies, [&] { EXPECT_EQ(c.operation(client), c.result); });
+    EXPECT_EQ(requests, c.requests) << c.result;
+  }
+  const DefectDaemon alone(kStatic, daemon.path());
+  EXPECT_EQ(alone.status() + "," + alone.statusDetail() + "," + number(alone.count()), ",error,none");
+  EXPECT_EQ(alone.start() + alone.stopIfAdjusting() + alone.startUnlessAdjusting(), -3);
 }
 
 }  // namespace
