@@ -262,11 +262,11 @@ class CameraDSP {
   int32_t m_loadService(const dsp::ServiceGroup& group);
   int32_t m_readService(const dsp::ServiceGroup& group);
 
-  int32_t m_setFocusField(dsp::Field field, int32_t value, int32_t row, std::string_view text, bool sendflag);
+  int32_t m_setFocusField(dsp::Field field, int32_t value, Row row, std::string_view text, bool sendflag);
   int32_t m_refreshFocus();
   [[nodiscard]] bool m_isFocusMoving() const;
   [[nodiscard]] int32_t m_checkFocusStep(int32_t value, int32_t low, int32_t high) const;
-  [[nodiscard]] int32_t m_runFocus(gpio::Command command, int32_t argument);
+  [[nodiscard]] int32_t m_runFocus(GpioCommand command, int32_t argument);
   [[nodiscard]] bool m_checkChangingIRposition(int32_t mode);
   [[nodiscard]] int32_t m_setPictureOfMode(int32_t mode);
   int32_t m_startFocusAssist();

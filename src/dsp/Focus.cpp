@@ -5,21 +5,19 @@
 #include "dsp/CameraDSP.h"
 #include "dsp/FocusTables.h"
 #include "request/Log.h"
-#include "service/CTmxdUtility.h"
 #include "service/Gpio.h"
+#include "service/Numbers.h"
 
 namespace focus = dsp::focus;
 namespace frame = dsp::frame;
 
 namespace {
 
-std::string stored(int32_t row) { return CUserConfig::getInstance()->getCamFocusConfig(row); }
+std::string stored(Row row) { return CUserConfig::getInstance()->get(row); }
 
-int32_t nightOffset() { return CTmxdUtility::toLong(stored(cam_focus_row::NIGHTFOCUS_OFFSET), 0); }
+int32_t nightOffset() { return parseNumber(stored(cam_focus_row::NIGHTFOCUS_OFFSET)).value_or(0); }
 
-void keep(int32_t row, std::string_view text) {
-  CUserConfig::getInstance()->setCamFocusConfig(row, std::string(text));
-}
+void keep(Row row, std::string_view text) { CUserConfig::getInstance()->set(row, std::string(text)); }
 
 }  // namespace
 
@@ -45,7 +43,7 @@ int32_t CameraDSP::m_refreshFocus() {
   TMX_LOG(LOG_DEBUG, " set to dspworker :mode(%ld)", long{m_focusState});
   int32_t position = 0;
   int32_t direction = 0;
-  if (gpio::ask(gpio::Command::FocusPosition, position) < 0) return dsp::kSendFailed;
+  if (gpio::ask(GpioCommand::FocusPosition, position) < 0) return dsp::kSendFailed;
   if (const int32_t result = setFocusCurrentPos(position); result < 0) return result;
   if (getFocusDirection(direction) < 0) return dsp::kSendFailed;
   if (const int32_t result = setFocusDirection(direction); result < 0) return result;
@@ -54,18 +52,18 @@ int32_t CameraDSP::m_refreshFocus() {
 }
 
 int32_t CameraDSP::getFocusDirection(int32_t& direction) const {
-  return gpio::ask(gpio::Command::FocusDirection, direction);
+  return gpio::ask(GpioCommand::FocusDirection, direction);
 }
 
 int32_t CameraDSP::getCurrentDspIcr(bool isRecorded) {
   int32_t filter = -1;
-  if (gpio::ask(gpio::Command::Filter, filter) < 0) return -1;
+  if (gpio::ask(GpioCommand::Filter, filter) < 0) return -1;
   if (filter != focus::kBlackWhite && filter != focus::kColor) return -1;
   if (isRecorded) m_filterBefore = filter;
   return filter;
 }
 
-int32_t CameraDSP::m_setFocusField(dsp::Field field, int32_t value, int32_t row, std::string_view text, bool sendflag) {
+int32_t CameraDSP::m_setFocusField(dsp::Field field, int32_t value, Row row, std::string_view text, bool sendflag) {
   m_frames.set(field, value);
   const int32_t result = m_send(field.address, sendflag);
   if (result == dsp::kDone) keep(row, text);
@@ -94,7 +92,7 @@ int32_t CameraDSP::setFocusIrtype(int32_t filter, bool sendflag) {
 
 int32_t CameraDSP::setFocusCurrentPos(int32_t position) {
   if (m_isFocusMoving()) return dsp::kRefused;
-  const std::string text = CTmxdUtility::longToString(position);
+  const std::string text = std::to_string(position);
   return m_setFocusField(frame::kFocusPosition, position, cam_focus_row::FOCUS_POS, text, true);
 }
 
@@ -103,7 +101,7 @@ int32_t CameraDSP::setFocusFactoryPos(int32_t position) {
     TMX_LOG(LOG_ERR, " failed to unmach focus.status");
     return dsp::kRefused;
   }
-  const std::string text = CTmxdUtility::longToString(position);
+  const std::string text = std::to_string(position);
   return m_setFocusField(frame::kFocusFactoryPosition, position, cam_focus_row::FOCUS_FACTORY_POS, text, true);
 }
 
@@ -122,7 +120,7 @@ std::string CameraDSP::getFocusIrtype() const {
 int32_t CameraDSP::setFocusIrtype(const std::string& text) {
   const auto filter = dsp::numberOf(focus::kFilters, text);
   if (!filter) return dsp::kNotUnderstood;
-  constexpr auto kCommand = gpio::Command::FilterRun;
+  constexpr auto kCommand = GpioCommand::FilterRun;
   TMX_LOG(LOG_DEBUG, " set ir(%s:%ld) formGpio", text.c_str(), long{*filter});
   TMX_LOG(LOG_DEBUG, " send gpio irstart[%ld:type(%s:%ld)]", static_cast<long>(kCommand), text.c_str(), long{*filter});
   if (gpio::tell(kCommand) < 0) {
@@ -147,32 +145,32 @@ int32_t CameraDSP::stepFocus(int32_t step) {
   if (const int32_t refused = m_checkFocusStep(step, -focus::kLargestStep, focus::kLargestStep); refused < 0) {
     return refused;
   }
-  TMX_LOG(LOG_DEBUG, "set manual(%lx,%lx,%lx,%lx)", static_cast<unsigned long>(gpio::Command::FocusStep),
+  TMX_LOG(LOG_DEBUG, "set manual(%lx,%lx,%lx,%lx)", static_cast<unsigned long>(GpioCommand::FocusStep),
           static_cast<unsigned long>(static_cast<uint32_t>(step)), 0UL, 0UL);
-  return m_runFocus(gpio::Command::FocusStep, step);
+  return m_runFocus(GpioCommand::FocusStep, step);
 }
 
 int32_t CameraDSP::setNightFocus(int32_t offset) {
   if (const int32_t refused = m_checkFocusStep(offset, 0, focus::kLargestNightOffset); refused < 0) return refused;
-  TMX_LOG(LOG_DEBUG, "set night_afir(%lx,%lx,%lx,%lx)", static_cast<unsigned long>(gpio::Command::NightOffset),
+  TMX_LOG(LOG_DEBUG, "set night_afir(%lx,%lx,%lx,%lx)", static_cast<unsigned long>(GpioCommand::NightOffset),
           static_cast<unsigned long>(offset), 0UL, 0UL);
-  const int32_t result = m_runFocus(gpio::Command::NightOffset, offset);
-  if (result == dsp::kDone) keep(cam_focus_row::NIGHTFOCUS_OFFSET, CTmxdUtility::longToString(offset));
+  const int32_t result = m_runFocus(GpioCommand::NightOffset, offset);
+  if (result == dsp::kDone) keep(cam_focus_row::NIGHTFOCUS_OFFSET, std::to_string(offset));
   return result;
 }
 
 int32_t CameraDSP::setFocusOpauto(int32_t run) {
-  const int32_t result = m_runFocus(gpio::Command::FocusAuto, run);
+  const int32_t result = m_runFocus(GpioCommand::FocusAuto, run);
   if (result < 0) TMX_LOG(LOG_ERR, "gpio send error %m");
   return result;
 }
 
 int32_t CameraDSP::setFocusFactoryInitialize() {
-  return m_isFocusMoving() ? dsp::kRefused : m_runFocus(gpio::Command::FactoryPosition, 0);
+  return m_isFocusMoving() ? dsp::kRefused : m_runFocus(GpioCommand::FactoryPosition, 0);
 }
 
 /** Starts a run: from here on the lens moves until the daemon reports. */
-int32_t CameraDSP::m_runFocus(gpio::Command command, int32_t argument) {
+int32_t CameraDSP::m_runFocus(GpioCommand command, int32_t argument) {
   if (gpio::tell(command, argument) < 0) return dsp::kSendFailed;
   m_focusState = focus::kAdjusting;
   return dsp::kDone;
@@ -182,13 +180,13 @@ bool CameraDSP::hasNightFocusOffset() { return nightOffset() != 0; }
 
 bool CameraDSP::isBlackoutFlagged() {
   for (int32_t row = focus::kFirstFlag; row <= focus::kLastFlag; ++row) {
-    if (stored(row) != "0") return true;
+    if (stored({Family::CamFocus, row}) != "0") return true;
   }
   return false;
 }
 
 int32_t CameraDSP::loadFocusData() {
-  const auto number = [](int32_t row) { return CTmxdUtility::toLong(stored(row), 0); };
+  const auto number = [](Row row) { return parseNumber(stored(row)).value_or(0); };
   const std::string direction = stored(cam_focus_row::FOCUS_DIR);
   const std::string filter = stored(cam_focus_row::FOCUS_IR);
   m_frames.set(frame::kFocusDirection, dsp::numberOf(focus::kStoredDirections, direction).value_or(focus::kFar));

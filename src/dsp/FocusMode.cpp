@@ -22,9 +22,9 @@ int32_t CameraDSP::setAFadjustmode(int32_t mode) {
   if (const int32_t result = m_setPictureOfMode(mode); result < 0) return result;
   if (mode != focus::kSelect) {
     constexpr int32_t kEnter = 1;
-    TMX_LOG(LOG_DEBUG, ": gpio send[ %2lx:%2lx;%2lx;%2lx ] ", static_cast<unsigned long>(gpio::Command::AdjustMode),
+    TMX_LOG(LOG_DEBUG, ": gpio send[ %2lx:%2lx;%2lx;%2lx ] ", static_cast<unsigned long>(GpioCommand::AdjustMode),
             static_cast<unsigned long>(kEnter), 0UL, 0UL);
-    if (gpio::tell(gpio::Command::AdjustMode, kEnter) < 0) {
+    if (gpio::tell(GpioCommand::AdjustMode, kEnter) < 0) {
       m_focusState = focus::kStop;
       return dsp::kSendFailed;
     }
@@ -84,7 +84,7 @@ bool CameraDSP::checkIcrStateCurrent() {
 bool CameraDSP::releaseAFadjustmode() {
   TMX_LOG(LOG_DEBUG, " send the end of adjustmode to gpio");
   constexpr int32_t kLeave = 0;
-  if (gpio::tell(gpio::Command::AdjustMode, kLeave) == 0) return true;
+  if (gpio::tell(GpioCommand::AdjustMode, kLeave) == 0) return true;
   TMX_LOG(LOG_ERR, "failed to releae afadjustmode");
   return false;
 }

@@ -4,6 +4,7 @@
 #include <cctype>
 #include <cstdlib>
 
+#include "request/Log.h"
 #include "service/CTmxdUtility.h"
 #include "service/Numbers.h"
 
@@ -28,7 +29,10 @@ int32_t test(const Number& range, Request& request) {
   if (range.steps && isStep(request)) return 0;
   const auto number = parseNumber(request.value);
   if (!number) return -range.noNumber;
-  if (*number < range.low || *number > range.high) return -range.outside;
+  if (*number < range.low || *number > range.high) {
+    if (range.logged != nullptr) TMX_LOG(LOG_ERR, "%s out of range", range.logged);
+    return -range.outside;
+  }
   request.number = *number;
   if (range.snap == nullptr) return 0;
   request.number = range.snap(*number);

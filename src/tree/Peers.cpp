@@ -24,6 +24,25 @@ int32_t tellDetection(const Peer& peer, Request& request) {
   return ParamPitcherDetection().putString(peer.idFor(request.selectors), request.value);
 }
 
+int32_t askGpio(const Peer& peer, const Request& /*request*/, std::string& text) {
+  int32_t value = 0;
+  if (gpio::ask(static_cast<GpioCommand>(peer.id), value) < 0) return -status::kInternalError;
+  text = std::to_string(value);
+  return 0;
+}
+
+int32_t tellGpioCounter(const Peer& peer, Request& request) {
+  const auto counter = static_cast<gpio::Counter>(peer.id);
+  return gpio::setCounter(counter, request.number) < 0 ? -status::kInternalError : 0;
+}
+
+int32_t askGpioCounter(const Peer& peer, const Request& /*request*/, std::string& text) {
+  int32_t value = 0;
+  if (gpio::askCounter(static_cast<gpio::Counter>(peer.id), value) < 0) return -status::kInternalError;
+  text = std::to_string(value);
+  return 0;
+}
+
 int32_t tellSequencer(const Peer& peer, Request& request) {
   return request.value.empty() ? 0 : sequencer::tell(std::string(peer.path) + "=" + request.value);
 }

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "service/Gpio.h"
 #include "tree/Rule.h"
 
 /** The neighbours that a rule tells and asks (Rule::peer). Results are 0, or the negated status of the refusal. */
@@ -17,6 +18,9 @@ int32_t tellRecorderNumber(const Peer& peer, Request& request);
 int32_t tellRecorderText(const Peer& peer, Request& request);
 int32_t askRecorder(const Peer& peer, const Request& request, std::string& text);
 int32_t tellDetection(const Peer& peer, Request& request);
+int32_t askGpio(const Peer& peer, const Request& request, std::string& text);
+int32_t tellGpioCounter(const Peer& peer, Request& request);
+int32_t askGpioCounter(const Peer& peer, const Request& request, std::string& text);
 int32_t tellSequencer(const Peer& peer, Request& request);
 int32_t askSequencer(const Peer& peer, const Request& request, std::string& text);
 
@@ -36,6 +40,13 @@ constexpr Peer recorderText(uint32_t id, OfPath ofPath = nullptr) {
 /** The detection daemon, which hears a text of some kind. */
 constexpr Peer detection(uint32_t kind, OfPath ofPath = nullptr) {
   return {.tell = tellDetection, .id = kind, .ofPath = ofPath};
+}
+
+/** The GPIO daemon, which is asked for a value. */
+constexpr Peer gpioValue(GpioCommand query) { return {.ask = askGpio, .id = static_cast<uint32_t>(query)}; }
+/** One of the GPIO daemon's counters, which hears its new number. */
+constexpr Peer gpioCounter(gpio::Counter counter) {
+  return {.tell = tellGpioCounter, .ask = askGpioCounter, .id = static_cast<uint32_t>(counter)};
 }
 
 /** The PTZ sequencer, whose language are the paths: "path=value", of which an emptied value is not told. */

@@ -52,6 +52,7 @@ struct Number {
   int32_t outside = status::kInvalidRange;
   int32_t noNumber = status::kNotUnderstood;
   int32_t (*snap)(int32_t number) = nullptr;  ///< the number that is taken for it, and kept in its place
+  const char* logged = nullptr;               ///< the name by which the log tells of a number outside
 };
 
 /** A decimal number, else 451, that is one of the list, else 457. With `steps` also the words "+" and "-". */

@@ -13,9 +13,9 @@ class DspFocus : public DspTest {
     for (int32_t row = 0; row < row::kCount; ++row)
       setFocusText(row, "0");
   }
-  static std::string focusText(int32_t row) { return CUserConfig::getInstance()->getCamFocusConfig(row); }
+  static std::string focusText(int32_t row) { return CUserConfig::getInstance()->get({Family::CamFocus, row}); }
   static void setFocusText(int32_t row, const std::string& value) {
-    CUserConfig::getInstance()->setCamFocusConfig(row, value);
+    CUserConfig::getInstance()->set({Family::CamFocus, row}, value);
   }
 
   CameraDSP m_dsp{kDayNight};
