@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <string>
 
@@ -43,6 +44,9 @@ struct CCameraApiBase : CApiBase {
   static bool m_sceneLocked;         ///< a save of a scene is refused
 };
 
+/** What follows a change of the settings of the camera as a whole: it is in force, and waits to be written. */
+inline constexpr Hint kSaveCamera{.layer = "camera", .command = ".status=save"};
+
 /**
  * Rule::act that hands the number of a value, or its text, to one operation of the DSP, and a step to another. The DSP
  * puts an accepted value in force and into the working copy.
@@ -60,5 +64,33 @@ int32_t toDsp(Request& request) {
     return (cameraDsp().*Set)(request.value);
   } else {
     return (cameraDsp().*Set)(request.number);
+  }
+}
+
+/** The same for an operation that takes the text of a value. */
+template <auto Set>
+int32_t textToDsp(Request& request) {
+  if constexpr (requires { (cameraDsp().*Set)(request.value, true); }) {
+    return (cameraDsp().*Set)(request.value, true);
+  } else {
+    return (cameraDsp().*Set)(request.value);
+  }
+}
+
+/** Rule::fetch of what the channel to the DSP tells: a text, or a number, which refuses below 0. */
+template <auto Get>
+int32_t fromDsp(const Request& /*request*/, std::string& text) {
+  if constexpr (requires { (cameraDsp().*Get)(text); }) {
+    return (cameraDsp().*Get)(text);
+  } else if constexpr (requires {
+                         text = (cameraDsp().*Get)();
+                         requires !std::integral<decltype((cameraDsp().*Get)())>;
+                       }) {
+    text = (cameraDsp().*Get)();
+    return 0;
+  } else {
+    const auto number = static_cast<int32_t>((cameraDsp().*Get)());
+    text = std::to_string(number);
+    return number < 0 ? number : 0;
   }
 }

@@ -1,11 +1,17 @@
 #pragma once
 
-#include "camera/CCameraApiBase.h"
-#include "tree/Node.h"
+#include <cstdint>
+#include <string>
 
+#include "camera/Area.h"
+#include "camera/CCameraApiBase.h"
+#include "dsp/ServiceTables.h"
+
+/** The calibration of one camera: what the factory measures, keeps in its own table, and saves there. */
 namespace Camera {
 
 struct CDspadjust : CCameraApiBase {
+  using enum camdsp_row::Row;
   struct CIris;
   struct CAe;
   struct CAdjustmode;
@@ -32,62 +38,128 @@ struct CDspadjust : CCameraApiBase {
   struct CSensor;
 };
 
+inline constexpr Hint kSaveAdjust{.layer = "camera.dspadjust", .command = ".status=save"};
+
+/** A value with a field in a frame; the range is the field's. */
+template <camdsp_row::Row row>
+struct CalibrationValue : CCameraApiBase {
+  static int32_t act(Request& request) { return cameraDsp().setAdjust(row, request.number, true); }
+  static constexpr Rule rule{
+      .accepts = Number{.low = 0, .high = dsp::largestAdjust(row)},
+      .place = row,
+      .act = act,
+      .shows = {.image = Image::User},
+      .answers = kSaveAdjust,
+  };
+};
+
+/** The same value, kept for the next start: neither the DSP nor the frame gets it. */
+template <camdsp_row::Row row>
+struct KeptCalibrationValue : CCameraApiBase {
+  static constexpr Rule rule{
+      .accepts = Number{.low = 0, .high = dsp::largestAdjust(row)},
+      .place = row,
+      .keeps = Keeps::Staged,
+      .shows = {.image = Image::User},
+      .answers = kSaveAdjust,
+  };
+};
+
+// The points of the white balance in front of its loop, and the colour in infrared light.
+struct CDspadjust::CPreWbNormr : CalibrationValue<PREWBNORMR> {};
+struct CDspadjust::CPreWbNormrKeep : KeptCalibrationValue<PREWBNORMR> {};
+struct CDspadjust::CPreWbNormb : CalibrationValue<PREWBNORMB> {};
+struct CDspadjust::CPreWbNormbKeep : KeptCalibrationValue<PREWBNORMB> {};
+struct CDspadjust::CPreWbLowr : CalibrationValue<PREWBLOWR> {};
+struct CDspadjust::CPreWbLowrKeep : KeptCalibrationValue<PREWBLOWR> {};
+struct CDspadjust::CPreWbLowb : CalibrationValue<PREWBLOWB> {};
+struct CDspadjust::CPreWbLowbKeep : KeptCalibrationValue<PREWBLOWB> {};
+struct CDspadjust::CPreWbHighr : CalibrationValue<PREWBHIGHR> {};
+struct CDspadjust::CPreWbHighrKeep : KeptCalibrationValue<PREWBHIGHR> {};
+struct CDspadjust::CPreWbHighb : CalibrationValue<PREWBHIGHB> {};
+struct CDspadjust::CPreWbHighbKeep : KeptCalibrationValue<PREWBHIGHB> {};
+struct CDspadjust::CIrygain1 : CalibrationValue<IRYGAIN1> {};
+struct CDspadjust::CIbygain1 : CalibrationValue<IBYGAIN1> {};
+struct CDspadjust::CIryhue1 : CalibrationValue<IRYHUE1> {};
+struct CDspadjust::CIbyhue1 : CalibrationValue<IBYHUE1> {};
+
+/** How many static defects are known; a read asks the defect daemon. */
+struct CDspadjust::CStaticNum : CCameraApiBase {
+  static constexpr Rule rule{
+      .accepts = Number{.low = 0, .high = 255},
+      .place = SPOTNUM,
+      .fetch = fromDsp<&CameraDSP::countDefects>,
+      .keeps = Keeps::Staged,
+      .answers = kSaveAdjust,
+  };
+};
+
 struct CDspadjust::CIris : CCameraApiBase {
   struct CEvref;
 };
 
-struct CDspadjust::CIris::CEvref : CCameraApiBase {};
+/** An offset of the iris, in force until the next start. */
+struct CDspadjust::CIris::CEvref : CCameraApiBase {
+  static constexpr Rule rule{
+      .accepts = Number{.low = -32, .high = 32},
+      .place = EVREF,
+      .act = toDsp<&CameraDSP::setEvref>,
+      .shows = {.image = Image::User},
+  };
+};
 
 struct CDspadjust::CAe : CCameraApiBase {
   struct CArea;
 };
 
-struct CDspadjust::CAe::CArea : CCameraApiBase {};
-
-struct CDspadjust::CAdjustmode : CCameraApiBase {};
-
-struct CDspadjust::CSubadjust : CCameraApiBase {};
-
-struct CDspadjust::CStaticNum : CCameraApiBase {};
-
-struct CDspadjust::CPreWbNormr : CCameraApiBase {};
-
-struct CDspadjust::CPreWbNormrKeep : CCameraApiBase {};
-
-struct CDspadjust::CPreWbNormb : CCameraApiBase {};
-
-struct CDspadjust::CPreWbNormbKeep : CCameraApiBase {};
-
-struct CDspadjust::CPreWbLowr : CCameraApiBase {};
-
-struct CDspadjust::CPreWbLowrKeep : CCameraApiBase {};
-
-struct CDspadjust::CPreWbLowb : CCameraApiBase {};
-
-struct CDspadjust::CPreWbLowbKeep : CCameraApiBase {};
-
-struct CDspadjust::CPreWbHighr : CCameraApiBase {};
-
-struct CDspadjust::CPreWbHighrKeep : CCameraApiBase {};
-
-struct CDspadjust::CPreWbHighb : CCameraApiBase {};
-
-struct CDspadjust::CPreWbHighbKeep : CCameraApiBase {};
-
-struct CDspadjust::CIrygain1 : CCameraApiBase {};
-
-struct CDspadjust::CIbygain1 : CCameraApiBase {};
-
-struct CDspadjust::CIryhue1 : CCameraApiBase {};
-
-struct CDspadjust::CIbyhue1 : CCameraApiBase {};
-
-struct CDspadjust::CFocus : CCameraApiBase {
-  static constexpr Selector selector{.available = has<Feature::FOCUS_CTRL>};
+/** The part of the picture that the exposure looks at, until the next start. */
+struct CDspadjust::CAe::CArea : CCameraApiBase {
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{
+      .accepts = Text{},
+      .act = areaToDsp<&CameraDSP::setAutoExposureArea>,
+      .fetch = fetch,
+  };
 };
 
-struct CDspadjust::CStatus : CCameraApiBase {};
+/** Which procedure the steps of `subadjust` belong to: 1 static defects, 2 white balance. */
+struct CDspadjust::CAdjustmode : CCameraApiBase {
+  static constexpr Rule rule{
+      .accepts = Number{.low = 0, .high = 4},
+      .act = toDsp<&CameraDSP::setAdjustmode>,
+      .fetch = fromDsp<&CameraDSP::getAdjustmode>,
+      .refusals = {{{dsp::kBadArgument, status::kPreconditionFailed}}},
+  };
+};
 
-struct CDspadjust::CSensor : CCameraApiBase {};
+/** Goes to a step of the procedure, and shows how far it is. */
+struct CDspadjust::CSubadjust : CCameraApiBase {
+  static constexpr Rule rule{
+      .accepts = Number{.low = 0, .high = 255},
+      .act = toDsp<&CameraDSP::setSubadjust>,
+      .fetch = fromDsp<&CameraDSP::getSubadjust>,
+  };
+};
+
+/** Makes the present position of the focus, or 0, that of the factory. */
+struct CDspadjust::CFocus : CCameraApiBase {
+  static int32_t act(Request& request);
+  static constexpr Selector selector{.available = has<Feature::FOCUS_CTRL>};
+  static constexpr Rule rule{
+      .accepts = Words{"set", "initialize"},
+      .peer = peer::gpioValue(GpioCommand::FocusPosition),
+      .act = act,
+  };
+};
+
+struct CDspadjust::CStatus : CCameraApiBase {
+  static int32_t save(Request& request);
+  static int32_t saveWhitePoint(Request& request);
+  static constexpr Rule rule{.commands = {{{"save", save}, {"whitepointsave", saveWhitePoint}}}};
+};
+
+struct CDspadjust::CSensor : CCameraApiBase {
+  static constexpr Rule rule{.accepts = oneOf(1, 2), .act = toDsp<&CameraDSP::setSensor>};
+};
 
 }  // namespace Camera

@@ -4,10 +4,26 @@
 
 namespace Camera {
 
+/** Closed, automatic or open, until something else moves it; no setting. */
 struct CIris : CCameraApiBase {
+  static constexpr Rule rule{
+      .accepts = Text{},
+      .act = textToDsp<&CameraDSP::setIrisMode>,
+      .refusals = {{{dsp::kOutOfRange, status::kInvalidRange}}},
+  };
   struct CLenstype;
 };
 
-struct CIris::CLenstype : CCameraApiBase {};
+/** Which lens is fitted: each has service values of its own for the iris loop. */
+struct CIris::CLenstype : CCameraApiBase {
+  static constexpr Rule rule{
+      .accepts = Text{},
+      .place = camera_row::IRIS_LENSTYPE,
+      .act = textToDsp<&CameraDSP::setLensType>,
+      .shows = {.image = Image::User},
+      .answers = kSaveCamera,
+      .refusals = {{{dsp::kOutOfRange, status::kInvalidRange}, {dsp::kNotUnderstood, status::kMethodNotAllowed}}},
+  };
+};
 
 }  // namespace Camera

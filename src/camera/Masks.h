@@ -2,6 +2,7 @@
 
 #include "camera/CCameraApiBase.h"
 
+/** The privacy mask. */
 namespace Camera {
 
 struct CPrivateMask : CCameraApiBase {
@@ -10,10 +11,42 @@ struct CPrivateMask : CCameraApiBase {
   struct CArea;
 };
 
-struct CPrivateMask::CStatus : CCameraApiBase {};
+struct CPrivateMask::CStatus : CCameraApiBase {
+  static constexpr Rule rule{
+      .accepts = Words{"off", "on"},
+      .place = camera_row::PRIVACY_MASK_STATUS,
+      .act = toDsp<&CameraDSP::setPrivacymaskStatus>,
+      .keeps = Keeps::Staged,
+      .unchanged = Unchanged::AfterKeeping,
+      .shows = {.image = Image::User},
+      .answers = kSaveCamera,
+  };
+};
 
-struct CPrivateMask::CColor : CCameraApiBase {};
+/** The rule of a look of the mask: the one that it has already is not sent again. */
+constexpr Rule maskRule(camera_row::Row row, const Accepts& accepts, Act act) {
+  return {
+      .accepts = accepts,
+      .place = row,
+      .act = act,
+      .unchanged = Unchanged::BeforeTest,
+      .compares = Image::User,
+      .shows = {.image = Image::User},
+      .answers = kSaveCamera,
+  };
+}
 
-struct CPrivateMask::CArea : CCameraApiBase {};
+/** Six hexadecimal digits, of which the DSP gets the first two: the mask is grey. */
+struct CPrivateMask::CColor : CCameraApiBase {
+  static constexpr Rule rule =
+      maskRule(camera_row::PRIVACY_MASK_COLOR, Hex{.digits = 6}, textToDsp<&CameraDSP::setPrivacymaskColor>);
+};
+
+/** A bit for each field of the picture, in hexadecimal digits. */
+struct CPrivateMask::CArea : CCameraApiBase {
+  static constexpr Text kDigits{.most = 510, .least = 510, .wrongLength = status::kInvalidRange};
+  static constexpr Rule rule =
+      maskRule(camera_row::PRIVACY_MASK_AREA, kDigits, textToDsp<&CameraDSP::setPrivacymaskArea>);
+};
 
 }  // namespace Camera

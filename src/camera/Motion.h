@@ -26,7 +26,6 @@ constexpr Rule motionSetting(const Accepts& accepts, const Place& place, const P
       .answers = answers,
   };
 }
-inline constexpr Hint kSaveCamera{.layer = "camera", .command = ".status=save"};
 inline constexpr Words kMoves{"start", "stop"};
 inline constexpr Number kSpeeds{.low = 0, .high = 100};
 

@@ -158,9 +158,9 @@ class CameraDSP {
   int32_t setFocusFactoryPos(int32_t position);
   int32_t setFocusBlackoutStatus(bool flag, bool sendflag);
   /** The stored place of the filter, "day" or "night". */
-  [[nodiscard]] std::string getFocusIrtype() const;
+  [[nodiscard]] std::string getStoredFilter() const;
   /** The filter has moved, says the daemon: has the focus corrected for its new place. */
-  [[nodiscard]] int32_t setFocusIrtype(const std::string& text);
+  [[nodiscard]] int32_t correctForFilter(const std::string& text);
   // Runs of the lens.
   [[nodiscard]] int32_t stepFocus(int32_t step);
   [[nodiscard]] int32_t setNightFocus(int32_t offset);
@@ -215,12 +215,18 @@ class CameraDSP {
   int32_t setEvref(int32_t value, bool sendflag);
   [[nodiscard]] int32_t setSensor(int32_t sensor);
 
-  // The adjustment procedures (Subadjust.cpp): 0 none, 1 defects, 2 white balance, 3 and 4 without steps of their own.
+  // The adjustment procedures (Subadjust.cpp): one mode, and the step that its procedure has reached.
+  /** kOutOfRange; kBadArgument for a mode that cannot be entered from the present one. Mode 0 starts anew. */
   [[nodiscard]] int32_t setAdjustmode(uint32_t mode);
   [[nodiscard]] uint32_t getAdjustmode() const { return m_adjustMode; }
-  /** The step that the procedure of the present mode has reached; entering mode 0 starts anew. */
-  [[nodiscard]] uint32_t getSubadjustState() const { return m_subadjustState; }
+  /** Goes to a step of the present mode; negative when it cannot follow the last one, or could not be ordered. */
+  [[nodiscard]] int32_t setSubadjust(uint32_t step);
+  /** How far the procedure is: the step reached, 255 after a failure; or a negative result. */
+  [[nodiscard]] int32_t getSubadjust();
+  /** How many static defects the defect daemon has found, which is stored; or kBadArgument. */
+  [[nodiscard]] int32_t countDefects();
   void setSubadjustState(uint32_t state) { m_subadjustState = state; }
+  [[nodiscard]] uint32_t getSubadjustState() const { return m_subadjustState; }
   [[nodiscard]] int32_t setWhiteBalanceSubadjust(uint32_t step);
   /** 0 while the point is measured, the step reached when it is done, 255 when it failed; or a negative result. */
   [[nodiscard]] int32_t getWhiteBalanceSubadjust();
@@ -253,6 +259,8 @@ class CameraDSP {
   int32_t m_setAvPk(dsp::Field field, int32_t row, int32_t value, bool sendflag);
 
   [[nodiscard]] int32_t m_pollOnePush(dsp::Frame& answer);
+  [[nodiscard]] int32_t m_setDefectSubadjust(uint32_t step);
+  [[nodiscard]] int32_t m_getDefectSubadjust();
   int32_t m_sendStoredPoint(int32_t redRow, int32_t blueRow);
   int32_t m_sendBlcArea(std::span<const uint8_t> grid);
 

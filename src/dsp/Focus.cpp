@@ -112,12 +112,12 @@ int32_t CameraDSP::setFocusBlackoutStatus(bool flag, bool sendflag) {
   return m_setFocusField(frame::kFocusBlackout, flag, cam_focus_row::AF_ICR_FLG, flag ? "1" : "0", sendflag);
 }
 
-std::string CameraDSP::getFocusIrtype() const {
+std::string CameraDSP::getStoredFilter() const {
   const int32_t filter = dsp::numberOf(focus::kStoredFilters, stored(cam_focus_row::FOCUS_IR)).value_or(focus::kColor);
   return std::string(focus::textOf(focus::kFilters, filter));
 }
 
-int32_t CameraDSP::setFocusIrtype(const std::string& text) {
+int32_t CameraDSP::correctForFilter(const std::string& text) {
   const auto filter = dsp::numberOf(focus::kFilters, text);
   if (!filter) return dsp::kNotUnderstood;
   constexpr auto kCommand = GpioCommand::FilterRun;

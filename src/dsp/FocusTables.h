@@ -29,9 +29,6 @@ inline constexpr Word kReportedNumbers[] = {{"0", kAdjusting}, {"1", kStop}, {"2
 enum Mode : int32_t { kSelect, kDay, kNight, kInitPos };
 inline constexpr Word kModes[] = {{"select", kSelect}, {"day", kDay}, {"night", kNight}, {"init_pos", kInitPos}};
 
-/** Runs by the argument that starts them. */
-inline constexpr Word kRuns[] = {{"stop", 0}, {"op_auto", 1}, {"op_auto_full", 2}, {"op_auto_full_forced", 3}};
-
 /** Places of the cut filter. */
 enum Filter : int32_t { kBlackWhite = 0, kColor = 1 };
 inline constexpr Word kFilters[] = {{"night", kBlackWhite}, {"day", kColor}};

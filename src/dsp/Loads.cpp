@@ -25,6 +25,7 @@ int32_t CameraDSP::loadScpServiceData(const dsp::ServiceLoad& load) {
   return result.get();
 }
 
+/** The offset of the iris was in force until this start; what is stored of it stays. */
 int32_t CameraDSP::loadDspAdjustData() {
   LoadResult result;
   for (const dsp::AdjustItem& item : dsp::kAdjustItems) {
@@ -32,7 +33,8 @@ int32_t CameraDSP::loadDspAdjustData() {
     result += setAdjust(item.row, value, item.endsFrame);
   }
   result += setIrisMode("auto", false);
-  result += setEvref(0, true);
+  m_frames.set(dsp::frame::kIrisOffset, 0);
+  result += m_send(dsp::frame::kIrisOffset.address, true);
   return result.get();
 }
 

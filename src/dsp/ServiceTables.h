@@ -109,6 +109,19 @@ inline constexpr ServiceGroup kWide{0x59, kWideItems, "ATW WIDE send error", "ge
 inline constexpr ServiceGroup kNarrow{0x5A, kNarrowItems, " ATW NARROW send error", "get atw narrow error "};
 inline constexpr ServiceGroup kLumx{0x78, kLumxItems, "LUMX send error", "get lumx error "};
 inline constexpr ServiceGroup kAfForIr{0x82, kAfForIrItems, "af for ir send error", "get af for ir error "};
+
+inline constexpr const ServiceGroup* kGroups[] = {&kAlc, &kIris, &kAtw, &kWide, &kNarrow, &kLumx, &kAfForIr};
+
+/** What the tables say of a row. */
+[[nodiscard]] constexpr const ServiceItem& itemOf(row::Row row) {
+  const ServiceItem* found = nullptr;
+  for (const ServiceGroup* group : kGroups) {
+    for (const ServiceItem& item : group->items) {
+      if (item.row == row) found = &item;
+    }
+  }
+  return *found;
+}
 }  // namespace service
 
 /** One calibration value of the camdsp table: its place in the frame; the value is cut to the field's width. */
@@ -130,5 +143,13 @@ inline constexpr AdjustItem kAdjustItems[] = {
     {camdsp_row::IRYHUE1, frame::kIrYHue, false},
     {camdsp_row::IBYHUE1, frame::kIbYHue, true},
 };
+
+/** The largest value that fits into the field of a row of kAdjustItems. */
+[[nodiscard]] constexpr int32_t largestAdjust(camdsp_row::Row row) {
+  const AdjustItem* item = kAdjustItems;
+  while (item->row != row)
+    ++item;
+  return (1 << 8 * item->field.width) - 1;
+}
 
 }  // namespace dsp

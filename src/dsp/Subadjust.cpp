@@ -3,17 +3,29 @@
 #include "config/Config.h"
 #include "dsp/CameraDSP.h"
 #include "request/Log.h"
+#include "service/DefectDaemon.h"
 #include "service/Numbers.h"
 
 namespace frame = dsp::frame;
 
 namespace {
 
-constexpr uint32_t kNoProcedure = 0;
-constexpr uint32_t kLastMode = 4;  // entered from mode 0 alone; leaving it closes the iris
+/** Modes without a procedure know step 0 alone. */
+enum Mode : uint32_t {
+  kNoProcedure = 0,
+  kDefects = 1,
+  kWhiteBalance = 2,
+  kLastMode = 4,  ///< entered from mode 0 alone; leaving it closes the iris
+};
+
+/** The steps of the search for defects. */
+enum DefectStep : uint32_t { kBegin = 0, kPrepare = 1, kPrepared = 2, kSearch = 3, kFound = 4 };
+
 constexpr uint32_t kLastStep = 6;
 constexpr uint32_t kFinished = 1;
-constexpr int32_t kPointFailed = 255;
+constexpr int32_t kFailed = 255;
+
+DefectDaemon defectDaemon() { return DefectDaemon(DefectDaemon::Search::StaticDefects); }
 
 /** A point of the white balance: the step that measures it (the next one stands for done), and where it is kept. */
 struct Point {
@@ -47,6 +59,50 @@ int32_t CameraDSP::setAdjustmode(uint32_t mode) {
   return dsp::kDone;
 }
 
+int32_t CameraDSP::setSubadjust(uint32_t step) {
+  if (m_adjustMode == kDefects) return m_setDefectSubadjust(step);
+  if (m_adjustMode == kWhiteBalance) return setWhiteBalanceSubadjust(step);
+  if (step != 0) return dsp::kBadArgument;
+  m_subadjustState = step;
+  return dsp::kDone;
+}
+
+int32_t CameraDSP::getSubadjust() {
+  if (m_adjustMode == kDefects) return m_getDefectSubadjust();
+  return m_adjustMode == kWhiteBalance ? getWhiteBalanceSubadjust() : dsp::kBadArgument;
+}
+
+/** The preparation is nobody's work: it is done as soon as it is asked for. */
+int32_t CameraDSP::m_setDefectSubadjust(uint32_t step) {
+  if (step == kPrepare && m_subadjustState == kBegin) {
+    m_subadjustState = kPrepared;
+    return dsp::kDone;
+  }
+  const bool isSearch = step == kSearch && m_subadjustState == kPrepared;
+  if (!isSearch && step != kBegin) return dsp::kBadArgument;
+  if (isSearch && defectDaemon().start() < 0) return dsp::kSendFailed;
+  if (step == kBegin && m_subadjustState == kSearch && defectDaemon().stop() < 0) return dsp::kSendFailed;
+  m_subadjustState = step;
+  return dsp::kDone;
+}
+
+int32_t CameraDSP::m_getDefectSubadjust() {
+  if (m_subadjustState != kSearch) return static_cast<int32_t>(m_subadjustState);
+  const std::string status = defectDaemon().status();
+  if (status == "adjusting") return kSearch;
+  if (status != "completed") return kFailed;
+  if (countDefects() < 0) return dsp::kBadArgument;
+  m_subadjustState = kFound;
+  return kFound;
+}
+
+int32_t CameraDSP::countDefects() {
+  const auto count = defectDaemon().count();
+  if (!count) return dsp::kBadArgument;
+  CUserConfig::getInstance()->set(camdsp_row::SPOTNUM, std::to_string(*count));
+  return *count;
+}
+
 /** A point may be measured when no other one is being measured. */
 int32_t CameraDSP::setWhiteBalanceSubadjust(uint32_t step) {
   if (step > kLastStep) return dsp::kBadArgument;
@@ -73,7 +129,7 @@ int32_t CameraDSP::getWhiteBalanceSubadjust() {
   if (state > kFinished) {
     TMX_LOG(LOG_DEBUG, "[ state is %ld ] ", static_cast<long>(state));
     if (point != nullptr && m_sendStoredPoint(point->redRow, point->blueRow) < 0) return dsp::kSendFailed;
-    result = kPointFailed;
+    result = kFailed;
   } else if (state == kFinished) {
     if (point == nullptr) {
       TMX_LOG(LOG_ERR, "[ unknown current_subadjust is %ld ] ", static_cast<long>(m_subadjustState));

@@ -10,6 +10,7 @@
 #include "camera/Iris.h"
 #include "camera/Masks.h"
 #include "camera/Motion.h"
+#include "camera/OutBlackWorker.h"
 #include "camera/Register.h"
 #include "camera/Scene.h"
 #include "camera/SceneExposure.h"
@@ -254,6 +255,8 @@ int32_t CCameraMan::init() {
   m_setUpEncoders();
   m_loadPicture();
   m_tellNeighbours();
+  m_loadFocus();
+  m_setGpioInitDone();
   m_replayShutters();
   m_replayMotion();
   // The replay has spoken of every scene.
@@ -283,12 +286,24 @@ void CCameraMan::m_tellNeighbours() {
   DetectionSet detection;
   static_cast<void>(detection.motionResend());
   static_cast<void>(detection.tamperResend());
-  if (ModelFeature::has(Feature::ALARM_IO)) m_setGpioInitDone();
+}
+
+void CCameraMan::m_loadFocus() {
+  if (!ModelFeature::has(Feature::FOCUS_CTRL)) return;
+  m_dsp.loadFocusData();
+  m_blackOutInitialize();
+}
+
+/** The power has gone while the focus was not checked: the date of that is kept. */
+void CCameraMan::m_blackOutInitialize() {
+  if (!CameraDSP::isBlackoutFlagged()) return;
+  TMX_LOG(LOG_INFO, "status set moving  for set blackout flag");
+  m_dsp.enterFocusState(dsp::focus::kInitialize);
+  OutBlackWorker().KeepTmpFile();
 }
 
 void CCameraMan::m_setGpioInitDone() {
-  constexpr uint32_t kInitDone = 0;
-  static_cast<void>(CTmxdUtility::sendGPIO(GpioMessage{.words = {kInitDone}}));
+  if (ModelFeature::has(Feature::ALARM_IO)) static_cast<void>(gpio::tell(GpioCommand::InitDone));
 }
 
 void CCameraMan::m_replayShutters() {

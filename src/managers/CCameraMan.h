@@ -14,6 +14,8 @@ class CCameraMan : public CManBase {
   static void m_setUpEncoders();
   void m_loadPicture();
   static void m_tellNeighbours();
+  void m_loadFocus();
+  void m_blackOutInitialize();
   static void m_setGpioInitDone();
   void m_replayShutters();
   void m_replayMotion();

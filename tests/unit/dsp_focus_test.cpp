@@ -94,7 +94,7 @@ TEST_F(DspFocus, FieldsAreSetWhileTheLensRests) {
   }
   EXPECT_EQ(m_dsp.setFocusDirection(2), -6);
   EXPECT_EQ(m_dsp.setFocusIrtype(2, true), -6);
-  EXPECT_EQ(m_dsp.setFocusIrtype("DAY"), -7);
+  EXPECT_EQ(m_dsp.correctForFilter("DAY"), -7);
   EXPECT_EQ(sent(), Frames());
 }
 

@@ -53,7 +53,8 @@ TEST_F(DspLoads, CalibrationGoesOutOnceAFrame) {
   EXPECT_EQ(d.setIrisMode("100", false), 0);
   EXPECT_EQ(d.loadDspAdjustData(), 0);
   EXPECT_EQ(sent(), (Frames{"51 30 30 10 10 50 50", "52 40 40 20 20 60 60", "70 70 90 80 a0", "30 01"}));
-  EXPECT_EQ(CUserConfig::getInstance()->getCamdspConfig(camdsp_row::EVREF), "0");
+  EXPECT_EQ(CUserConfig::getInstance()->getCamdspConfig(camdsp_row::EVREF), std::to_string(0x1010 * 12))
+      << "what is stored stays";
   EXPECT_EQ(CUserConfig::getInstance()->getCamdspConfig(camdsp_row::IBYHUE1), std::to_string(0x1010 * 10));
   EXPECT_EQ(d.setEvref(-33, true), 0);
   EXPECT_EQ(d.setEvref(33, true), 0);
