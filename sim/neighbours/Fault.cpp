@@ -16,6 +16,7 @@ constexpr auto names = std::to_array<std::pair<std::string_view, Fault::Kind>>({
     {"refuse", Fault::Kind::refuse},
     {"slow", Fault::Kind::slow},
     {"early", Fault::Kind::early},
+    {"leave", Fault::Kind::leave},
 });
 
 const auto* findName(std::string_view word) {

@@ -19,7 +19,8 @@ struct Fault {
     garbage,  // every byte of the answer is another than the right one
     refuse,   // the protocol's own refusal; the number means what the neighbour makes of it
     slow,     // answers after so many milliseconds
-    early     // closes a connection as soon as it is there
+    early,    // closes a connection as soon as it is there
+    leave     // answers, and is gone for whoever comes next
   };
 
   Kind kind = Kind::none;

@@ -36,12 +36,15 @@ bool Neighbour::up() {
   return true;
 }
 
+void Neighbour::stopListening() {
+  if (!m_listener.isOpen()) return;
+  m_loop.unwatch(m_listener.number());
+  m_listener = Descriptor();
+  ::unlink(m_path.c_str());
+}
+
 void Neighbour::down() {
-  if (m_listener.isOpen()) {
-    m_loop.unwatch(m_listener.number());
-    m_listener = Descriptor();
-    ::unlink(m_path.c_str());
-  }
+  stopListening();
   while (!m_clients.empty())
     drop(m_clients.begin()->first);
 }
@@ -136,6 +139,7 @@ bool Neighbour::exchange(unsigned id, const std::string& request) {
   if (!reply.empty()) line.text("answer", readable(reply));
   if (fault != Fault::Kind::none) line.text("fault", faultName(fault));
   line.write();
+  if (fault == Fault::Kind::leave) stopListening();
   return reply.empty() || deliver(id, fault, std::move(reply));
 }
 

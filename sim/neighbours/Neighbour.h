@@ -82,6 +82,7 @@ class Neighbour {
     std::string pending;
   };
 
+  void stopListening();
   void accept();
   /** Takes what that client has sent, and before it what older ones may have sent since the loop looked. */
   void receiveUpTo(unsigned id);

@@ -151,6 +151,11 @@ TEST_F(Neighbours, MisbehaveAsTold) {
     ASSERT_EQ(tell(sample.name + " early"), "ok");
     EXPECT_TRUE(ask().closed);
 
+    ASSERT_EQ(tell(sample.name + " leave"), "ok");
+    EXPECT_EQ(ask().bytes, sample.answer);
+    EXPECT_FALSE(connect(sample.socket).isOpen());
+    ASSERT_EQ(tell(sample.name + " up"), "ok");
+
     ASSERT_EQ(tell(sample.name + " slow 60"), "ok");
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(ask().bytes, sample.answer);
