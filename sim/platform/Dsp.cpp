@@ -43,7 +43,7 @@ std::string presetSubAdjust(int step) {
 }  // namespace
 
 void Dsp::set(const DspFrame& frame) {
-  if (frame[0] == exposureAddress) moveFilter(m_frames[exposureAddress][dayNightByte], frame[dayNightByte]);
+  if (frame[0] == exposureAddress) moveFilter(frame[dayNightByte]);
   m_frames[frame[0]] = frame;
   if (frame[0] == registerDataAddress) {
     m_registers[{m_frames[deviceAddress][1], dspWord(m_frames[registerAddress], 1)}] = dspWord(frame, 1);
@@ -57,8 +57,10 @@ void Dsp::set(const DspFrame& frame) {
 }
 
 /** The picture's mode goes out on the line to the cut filter; nobody listens there unless told to. */
-void Dsp::moveFilter(std::uint8_t before, std::uint8_t mode) {
-  if (mode != before && mode <= lastFixedMode) std::ofstream("/run/camera/picture", std::ios::trunc) << int{mode};
+void Dsp::moveFilter(std::uint8_t mode) const {
+  const auto before = m_frames.find(exposureAddress);
+  const bool isNew = before == m_frames.end() || before->second[dayNightByte] != mode;
+  if (isNew && mode <= lastFixedMode) std::ofstream("/run/camera/picture", std::ios::trunc) << int{mode};
 }
 
 DspFrame Dsp::get(std::uint8_t address) {

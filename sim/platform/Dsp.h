@@ -29,7 +29,7 @@ class Dsp {
     bool started = false;
   };
 
-  static void moveFilter(std::uint8_t before, std::uint8_t mode);
+  void moveFilter(std::uint8_t mode) const;
   DspFrame registerData() const;
   DspFrame outcome(std::uint8_t address, Run& run, const std::string& order);
 

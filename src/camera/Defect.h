@@ -4,6 +4,7 @@
 #include <string>
 
 #include "camera/CCameraApiBase.h"
+#include "dsp/Words.h"
 #include "service/DefectDaemon.h"
 
 /** The searches of the defect daemon: for pixels that are stuck, and for the fixed pattern of the sensor. */
@@ -67,7 +68,7 @@ struct CDefectDetect::CStatic::CAdjust : CCameraApiBase {
 struct CDefectDetect::CStatic::CStatus : CCameraApiBase {
   static int32_t act(Request& request);
   static constexpr Rule rule{
-      .accepts = Words{"off", "on"},
+      .accepts = dsp::words::kOffOn,
       .place = camera_row::DEFECT_DETECT,
       .act = act,
       .keeps = Keeps::ConfigInMemory,

@@ -6,6 +6,7 @@
 
 #include "camera/CCameraApiBase.h"
 #include "camera/Counter.h"
+#include "dsp/Words.h"
 
 /** The focus: what users order, and what the GPIO daemon, which drives it, reports. */
 namespace Camera {
@@ -67,7 +68,7 @@ struct CFocus::CAdjustMode : CCameraApiBase {
   static void leaveFixedMode();
   static constexpr Rule rule{
       .guard = {.write = beginAdjusting},
-      .accepts = Words{"select", "day", "night", "init_pos"},
+      .accepts = dsp::focus::kModes,
       .act = act,
       .fetch = fromDsp<&CameraDSP::getAFadjustmode>,
       .refusals = {{{dsp::kNotUnderstood, status::kNotUnderstood}, {dsp::kRefused, status::kPreconditionFailed}}},
@@ -111,7 +112,7 @@ struct CFocus::CAssist::CStatus : CCameraApiBase {
   static int32_t start();
   static int32_t end();
   static int32_t fetch(const Request& request, std::string& text);
-  static constexpr Rule rule{.accepts = Words{"off", "on"}, .act = act, .fetch = fetch};
+  static constexpr Rule rule{.accepts = dsp::words::kOffOn, .act = act, .fetch = fetch};
 };
 
 struct CFocus::CDate : CCameraApiBase {

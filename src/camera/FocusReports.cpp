@@ -53,7 +53,7 @@ bool wasCorrection() {
 }  // namespace
 
 int32_t CFocus::CGpiofrom::checkFilter(Request& request) {
-  return request.value == "day" || request.value == "night" ? 0 : -status::kInvalidRange;
+  return focus::kFilters.find(request.value) ? 0 : -status::kInvalidRange;
 }
 
 int32_t CFocus::CGpiofrom::CCheckStatus::act(Request& request) {

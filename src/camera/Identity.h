@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "camera/CCameraApiBase.h"
+#include "dsp/Words.h"
 
 /** What the camera is called, and how it shows itself to who stands in front of it. */
 namespace Camera {
@@ -24,7 +25,7 @@ int32_t tellLamp(const Peer& peer, Request& request);
 /** The rule of a way of showing itself, which the recorder hears of by its name. */
 constexpr Rule lampRule(camera_row::Row row, std::string_view name) {
   return {
-      .accepts = Words{"off", "on"},
+      .accepts = dsp::words::kOffOn,
       .place = row,
       .peer = {.tell = tellLamp, .path = name},
       .keeps = Keeps::Staged,

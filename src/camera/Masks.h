@@ -1,6 +1,7 @@
 #pragma once
 
 #include "camera/CCameraApiBase.h"
+#include "dsp/Words.h"
 
 /** The privacy mask. */
 namespace Camera {
@@ -13,7 +14,7 @@ struct CPrivateMask : CCameraApiBase {
 
 struct CPrivateMask::CStatus : CCameraApiBase {
   static constexpr Rule rule{
-      .accepts = Words{"off", "on"},
+      .accepts = dsp::words::kOffOn,
       .place = camera_row::PRIVACY_MASK_STATUS,
       .act = toDsp<&CameraDSP::setPrivacymaskStatus>,
       .keeps = Keeps::Staged,

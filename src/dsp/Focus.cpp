@@ -22,15 +22,15 @@ void keep(Row row, std::string_view text) { CUserConfig::getInstance()->set(row,
 }  // namespace
 
 std::string CameraDSP::getFocusStateAf() const {
-  const std::string text(focus::textOf(focus::kStates, m_focusState));
+  const std::string text(focus::kStates.text(m_focusState));
   TMX_LOG(LOG_DEBUG, "get statusAF(%s:%ld) ", text.c_str(), long{m_focusState});
   return text;
 }
 
 /** The state is set before the fields are refreshed: while the lens moves, their setters refuse. */
 int32_t CameraDSP::setFocusStateAf(const std::string& text) {
-  auto state = dsp::numberOf(focus::kStates, text);
-  if (!state) state = dsp::numberOf(focus::kReportedNumbers, text);
+  auto state = focus::kStates.find(text);
+  if (!state) state = focus::kReportedNumbers.find(text);
   if (!state) return dsp::kNotUnderstood;
   TMX_LOG(LOG_DEBUG, " set gpiostatus(%s:%ld)", text.c_str(), long{*state});
   m_focusState = *state;
@@ -86,7 +86,7 @@ int32_t CameraDSP::setFocusDirection(int32_t direction) {
 int32_t CameraDSP::setFocusIrtype(int32_t filter, bool sendflag) {
   if (m_isFocusMoving()) return dsp::kRefused;
   if (filter != focus::kBlackWhite && filter != focus::kColor) return dsp::kOutOfRange;
-  const std::string_view text = focus::textOf(focus::kFilters, filter);
+  const std::string_view text = focus::kFilters.text(filter);
   return m_setFocusField(frame::kFocusFilter, filter, cam_focus_row::FOCUS_IR, text, sendflag);
 }
 
@@ -113,12 +113,12 @@ int32_t CameraDSP::setFocusBlackoutStatus(bool flag, bool sendflag) {
 }
 
 std::string CameraDSP::getStoredFilter() const {
-  const int32_t filter = dsp::numberOf(focus::kStoredFilters, stored(cam_focus_row::FOCUS_IR)).value_or(focus::kColor);
-  return std::string(focus::textOf(focus::kFilters, filter));
+  const int32_t filter = focus::kStoredFilters.find(stored(cam_focus_row::FOCUS_IR)).value_or(focus::kColor);
+  return std::string(focus::kFilters.text(filter));
 }
 
 int32_t CameraDSP::correctForFilter(const std::string& text) {
-  const auto filter = dsp::numberOf(focus::kFilters, text);
+  const auto filter = focus::kFilters.find(text);
   if (!filter) return dsp::kNotUnderstood;
   constexpr auto kCommand = GpioCommand::FilterRun;
   TMX_LOG(LOG_DEBUG, " set ir(%s:%ld) formGpio", text.c_str(), long{*filter});
@@ -189,8 +189,8 @@ int32_t CameraDSP::loadFocusData() {
   const auto number = [](Row row) { return parseNumber(stored(row)).value_or(0); };
   const std::string direction = stored(cam_focus_row::FOCUS_DIR);
   const std::string filter = stored(cam_focus_row::FOCUS_IR);
-  m_frames.set(frame::kFocusDirection, dsp::numberOf(focus::kStoredDirections, direction).value_or(focus::kFar));
-  m_frames.set(frame::kFocusFilter, dsp::numberOf(focus::kStoredFilters, filter).value_or(focus::kColor));
+  m_frames.set(frame::kFocusDirection, focus::kStoredDirections.find(direction).value_or(focus::kFar));
+  m_frames.set(frame::kFocusFilter, focus::kStoredFilters.find(filter).value_or(focus::kColor));
   m_frames.set(frame::kFocusPosition, number(cam_focus_row::FOCUS_POS));
   m_frames.set(frame::kFocusFactoryPosition, number(cam_focus_row::FOCUS_FACTORY_POS));
   const int32_t result = setFocusBlackoutStatus(isBlackoutFlagged(), true);

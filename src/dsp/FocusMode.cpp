@@ -14,7 +14,7 @@ int32_t filterOf(int32_t mode) { return mode == focus::kNight ? focus::kBlackWhi
 
 }  // namespace
 
-std::string CameraDSP::getAFadjustmode() const { return std::string(focus::textOf(focus::kModes, m_afAdjustMode)); }
+std::string CameraDSP::getAFadjustmode() const { return std::string(focus::kModes.text(m_afAdjustMode)); }
 
 int32_t CameraDSP::setAFadjustmode(int32_t mode) {
   m_focusState = focus::kInitialize;
@@ -51,9 +51,8 @@ bool CameraDSP::m_checkChangingIRposition(int32_t mode) {
     const bool isInitialAgain = mode == focus::kInitPos && m_afAdjustMode == focus::kInitPos;
     m_isFilterMoving = isInitialAgain || filterOf(mode) != filterOf(m_afAdjustMode);
   }
-  TMX_LOG(LOG_DEBUG, "[ret(%d)]: mode(%s) preICR(%ld),baseICR(%ld),setstate(%ld)", 1,
-          focus::textOf(focus::kModes, mode).data(), long{m_filterBefore}, long{filter},
-          static_cast<long>(m_isFilterMoving));
+  TMX_LOG(LOG_DEBUG, "[ret(%d)]: mode(%s) preICR(%ld),baseICR(%ld),setstate(%ld)", 1, focus::kModes.text(mode).data(),
+          long{m_filterBefore}, long{filter}, static_cast<long>(m_isFilterMoving));
   return true;
 }
 
