@@ -1,0 +1,148 @@
+// The privacy mask: its pages, its grey, and what is kept of it; and the other settings that wait for the camera's
+// save.
+
+#include <array>
+#include <cstdio>
+
+#include "tests/camera/Answers.h"
+#include "tests/camera/Camera.h"
+
+namespace test {
+namespace {
+
+const std::string k202 = "&202 Accepted(camera.status=save)";
+constexpr const char* kCameraFile = "flash/sysconfig/camera.conf";
+const std::string kStatus = "camera.private_mask.status";
+const std::string kArea = "camera.private_mask.area";
+const std::string kColor = "camera.private_mask.color";
+
+constexpr size_t kDigits = 510;
+constexpr size_t kPages = 32;
+constexpr size_t kFrameDigits = 24;
+
+/** The pages of an area: the address, the page, eight bytes, and zeros to the end of the frame. */
+Texts pagesOf(const std::string& area) {
+  const std::string padded = area + "0000";
+  Texts pages;
+  for (size_t page = 0; page < kPages; ++page) {
+    char head[5];
+    std::snprintf(head, sizeof head, "d0%02x", static_cast<unsigned>(page));
+    std::string frame = head + padded.substr(page * 16, 16);
+    pages.push_back(frame.append(kFrameDigits - frame.size(), '0'));
+  }
+  return pages;
+}
+
+class Mask : public CameraTest {
+ protected:
+  void SetUp() override {
+    camera().ask(kArea + "=" + std::string(kDigits, '1'));
+    CameraTest::SetUp();
+  }
+  void TearDown() override { camera().tell("dsp clear"); }
+  static Texts frames() { return camera().journalFields("dsp", "raw"); }
+};
+
+/** Every bit has its own place: one digit after the other is set alone. */
+TEST_F(Mask, EveryBitReachesItsPageAndByte) {
+  for (size_t digit = 0; digit < kDigits; ++digit) {
+    std::string area(kDigits, '0');
+    area[digit] = "1248"[digit % 4];
+    camera().clearJournal();
+    EXPECT_EQ(camera().ask(kArea + "=" + area), kArea + k202);
+    ASSERT_EQ(frames(), pagesOf(area)) << digit;
+  }
+}
+
+TEST_F(Mask, AreaAndColour) {
+  const std::string loose = "zz" + std::string(kDigits - 3, 'F') + "g";
+  const std::string strict = "00" + std::string(kDigits - 3, 'f') + "0";
+  for (const size_t length : {kDigits - 2, kDigits - 1, kDigits + 1, kDigits + 2})
+    EXPECT_EQ(camera().ask(kArea + "=" + std::string(length, '0')), kArea + "&457 Invalid Range") << length;
+  EXPECT_EQ(camera().ask(kArea + "=" + std::string(kDigits, '1')), kArea + kOk) << "the area that is in force";
+  EXPECT_EQ(frames(), Texts());
+  EXPECT_EQ(camera().ask(kArea + "=" + loose), kArea + k202);
+  EXPECT_EQ(frames(), pagesOf(strict));
+  EXPECT_EQ(camera().ask(kArea), kArea + "=" + loose + kOk);
+
+  camera().clearJournal();
+  expectAnswers(camera(), {{kColor + "=1234FF", kColor + k202},
+                           {kColor + "=1234FF", kColor + kOk},
+                           {kColor, kColor + "=1234FF" + kOk},
+                           {kColor + "=1234ff", kColor + k202},
+                           {kColor + "=ff", kColor + k202},
+                           {kColor + "=1234567", kColor + k457},
+                           {kColor + "=12345g", kColor + k451},
+                           {kColor + "=0x1234", kColor + k451},
+                           {kStatus + "=on", kStatus + k202},
+                           {kStatus + "=on", kStatus + k202},
+                           {kStatus + "=off", kStatus + kOk},  // as it is stored, and sent all the same
+                           {kStatus + "=1", kStatus + k451}});
+  EXPECT_EQ(frames(), (Texts{"d11212120000000000000000", "d11212120000000000000000", "d10000000000000000000000",
+                             "d20100000000000000000000", "d20100000000000000000000", "d20000000000000000000000"}));
+}
+
+TEST_F(Mask, AFailureKeepsTheOldMask) {
+  camera().ask(kColor + "=808080");
+  camera().tell("dsp fail_once=0xd0");
+  camera().clearJournal();
+  EXPECT_EQ(camera().ask(kArea + "=" + std::string(kDigits, '2')), kArea + k500);
+  EXPECT_EQ(frames().size(), 1U) << "no page follows one that failed";
+  EXPECT_EQ(camera().ask(kArea), kArea + "=" + std::string(kDigits, '1') + kOk);
+  camera().tell("dsp fail=0xd1,0xd2");
+  EXPECT_EQ(camera().ask(kColor + "=101010"), kColor + k500);
+  EXPECT_EQ(camera().ask(kStatus + "=on"), kStatus + k500);
+  expectAnswers(camera(), {{kColor, kColor + "=808080" + kOk}, {kStatus, kStatus + "=off" + kOk}});
+}
+
+/** What a save of the camera writes, a restore takes back, and a start finds. */
+TEST_F(Mask, SavedRestoredAndFoundAgain) {
+  const std::string area(kDigits, 'A');
+  const std::vector<std::array<std::string, 3>> settings{
+      {kArea, area, "PRIVACY_MASK_AREA"},     {kColor, "4080C0", "PRIVACY_MASK_COLOR"},
+      {kStatus, "on", "PRIVACY_MASK_STATUS"}, {"camera.stealth", "on", "STEALTH"},
+      {"camera.identify", "on", "IDENTIFY"},  {"camera.id", "Gate 1", "COMMENT"},
+  };
+  const auto set = [](const std::string& path, const std::string& value) {
+    EXPECT_EQ(camera().ask(path + "=" + value), path + k202);
+  };
+  for (const auto& [path, value, key] : settings)
+    set(path, value);
+  set("camera.image.white_balance.area", "s1-s2-s3-s4");
+  EXPECT_EQ(camera().ask("camera.status=save"), std::string("camera.status") + kOk);
+  for (const auto& [path, value, key] : settings)
+    EXPECT_EQ(camera().row(kCameraFile, key), value);
+
+  set(kArea, std::string(kDigits, 'B'));
+  set(kColor, "000000");
+  camera().ask(kStatus + "=off");
+  set("camera.id", "other");
+  const auto expectSaved = [&] {
+    for (const auto& [path, value, key] : settings)
+      EXPECT_EQ(camera().ask(path), path + "=" + value + kOk);
+    EXPECT_EQ(camera().ask("camera.image.white_balance.area"), "camera.image.white_balance.area=1-2-3-4&200 OK");
+    Texts masks;
+    for (const std::string& frame : frames()) {
+      if (frame.starts_with("d")) masks.push_back(frame);
+    }
+    Texts expected{"d14040400000000000000000"};
+    for (const std::string& page : pagesOf(std::string(kDigits, 'a')))
+      expected.push_back(page);
+    expected.push_back("d20100000000000000000000");
+    EXPECT_EQ(masks, expected);
+  };
+  camera().clearJournal();
+  EXPECT_EQ(camera().ask("camera.status=restore"), std::string("camera.status") + kOk);
+  expectSaved();
+  camera().clearJournal();
+  ASSERT_TRUE(camera().reboot());
+  expectSaved();
+
+  // The reset of a scene in force loads everything anew, from what is stored of the camera.
+  camera().clearJournal();
+  EXPECT_EQ(camera().ask("camera.scene(0).status=initialize"), std::string("camera.scene(0).status") + kOk);
+  expectSaved();
+}
+
+}  // namespace
+}  // namespace test
