@@ -72,7 +72,8 @@ int32_t CCameraApiBase::m_saveCameraConfig(bool all) {
   const bool highRate = isHighRate();
   for (int32_t row = camera_row::COMMENT; row < camera_row::kCount; ++row) {
     const bool isSceneId = row == camera_row::SCENE_FILE_NAME || row == camera_row::COMMENT2;
-    if (!isSceneId && !isHeldBack(row, highRate)) config.setCameraConfig(row, live(row));
+    const bool isTrueInStore = row == camera_row::DEFECT_DETECT;  // its live text is "on" once there was any
+    if (!isSceneId && !isTrueInStore && !isHeldBack(row, highRate)) config.setCameraConfig(row, live(row));
   }
   if (m_savePatrolConfig() < 0) return -1;
 

@@ -105,8 +105,12 @@ TEST_F(Sensor, StaticDefects) {
     for (const char* word : {"start", "stop"})
       EXPECT_EQ(camera().ask(root + "adjust=" + word), root + "adjust" + k500) << fault;
   }
-  EXPECT_EQ(camera().ask(root + "status=off"), root + "status" + k202);
-  EXPECT_EQ(camera().ask(root + "status"), root + "status=off&200 OK");
+  for (const char* word : {"off", "on"}) {
+    EXPECT_EQ(camera().ask(root + "status=" + word), root + "status" + k202);
+    EXPECT_EQ(camera().ask("camera.status=save"), std::string("camera.status") + kOk);
+    EXPECT_EQ(camera().ask(root + "status"), root + "status=" + word + kOk);
+    EXPECT_EQ(camera().row("flash/sysconfig/camera.conf", "DEFECT_DETECT"), word);
+  }
   EXPECT_EQ(camera().ask("camera.defect_detect.dynamic.status=on"),
             "camera.defect_detect.dynamic.status" + std::string(k461));
 }

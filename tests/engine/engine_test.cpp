@@ -214,6 +214,14 @@ struct CAsked : CApiBase {
 struct CForward : CApiBase {
   static constexpr Rule rule{.forward = "nowhere.at.all"};
 };
+struct CThrows : CApiBase {
+  static int32_t act(Request& request) { return request.value.at(1); }
+  static int32_t fetch(const Request& request, std::string& text) {
+    text = request.value.substr(1);
+    return 0;
+  }
+  static constexpr Rule rule{.accepts = Text{}, .act = act, .fetch = fetch};
+};
 struct CBare : CApiBase {};
 
 }  // namespace Toy
@@ -250,6 +258,7 @@ class CToyMan : public CManBase {
     add<Toy::CLive>("toy.live", "RWRWR-");
     add<Toy::CAsked>("toy.asked", "RWRWR-");
     add<Toy::CForward>("toy.forward", "RWRWR-");
+    add<Toy::CThrows>("toy.throws", "RWRWR-");
     add<Toy::CBare>("toy.bare", "RWRWR-");
     return 0;
   }
@@ -328,6 +337,13 @@ TEST_F(Engine, ARefusalEndsTheWriteBeforeTheNextStep) {
   SetUp();
   results = {{"act:<new>", -status::kPreconditionFailed}, {"detail", 1}};
   EXPECT_EQ(request("toy.through=new"), "412(why)");
+}
+
+TEST_F(Engine, AnExceptionFailsItsItem) {
+  for (const char* item : {"toy.throws", "toy.throws=a"}) {
+    EXPECT_EQ(request(item), "500") << item;
+  }
+  EXPECT_EQ(request("toy.throws=ab"), "200") << "the next item is served";
 }
 
 TEST_F(Engine, EachWayOfKeepingReachesItsImages) {
