@@ -21,7 +21,7 @@ constexpr auto irisRows() {
 }
 
 /** The row of the lens that is fitted; a built-in lens is the first one, whatever is stored. */
-int32_t m_cameraScpServiceGetrunIdforlenstype(int32_t firstLens) {
+int32_t rowOfLens(int32_t firstLens) {
   const std::string lens = CUserConfig::getInstance()->get(camera_row::IRIS_LENSTYPE);
   const bool isSecond = lens == "lens2" && !ModelFeature::has(Feature::LENS_MODEL);
   const int32_t inUse = isSecond ? firstLens - row::IRIS_START + row::SUB_IRIS_START : firstLens;
@@ -40,13 +40,11 @@ int32_t CAdjustService::CAlc::CDnHysteresis::act(Request& request) {
   return cameraDsp().setALC(rule.place.cell(request.selectors).row.number, request.number);
 }
 
-Cell locateIris(const Selectors& /*selectors*/, Row row) {
-  return {Row{row.family, m_cameraScpServiceGetrunIdforlenstype(row.number)}};
-}
+Cell locateIris(const Selectors& /*selectors*/, Row row) { return {Row{row.family, rowOfLens(row.number)}}; }
 
 int32_t actIris(scp_service_row::Row row, int32_t value) {
   static constexpr auto kRows = irisRows();
-  const int32_t result = cameraDsp().setIris(m_cameraScpServiceGetrunIdforlenstype(row), value);
+  const int32_t result = cameraDsp().setIris(rowOfLens(row), value);
   if (result == dsp::kDone) Config::getInstance()->adopt(*CUserConfig::getInstance(), kRows);
   return result;
 }

@@ -314,6 +314,20 @@ TEST_F(Focus, EveryReport) {
 TEST_F(Focus, ReportsThatCannotBeDealtWith) {
   setOffset(3);
   leaveMode();
+  for (const std::string query : {"focus_position", "focus_direction", "filter"}) {
+    camera().tell("gpio refuse for=" + query);
+    EXPECT_EQ(ask(".gpiofrom.status=3"), pathOf(".gpiofrom.status") + k500) << query;
+    EXPECT_EQ(shown(".status"), "LOW_LIGHT_ERROR") << query;
+    setState("ready");
+  }
+  camera().tell("gpio refuse for=focus_kind");
+  EXPECT_EQ(ask(".gpiofrom.check_status=day"), pathOf(".gpiofrom.check_status") + k202);
+  EXPECT_EQ(ask(".gpiofrom.status=stop"), pathOf(".gpiofrom.status") + k202);
+  EXPECT_EQ(row("AF_ICR_FLG"), "1") << "nobody says that the focus has been corrected";
+  camera().tell("gpio none");
+  camera().tell("dsp fail=0x84");
+  EXPECT_EQ(ask(".gpiofrom.status=stop"), pathOf(".gpiofrom.status") + k500);
+  camera().tell("dsp clear");
   camera().tell("gpio down");
   for (const char* item : {".gpiofrom.icr_status=day", ".gpiofrom.status=stop"})
     EXPECT_EQ(ask(item), pathOf(item) + k500) << item;

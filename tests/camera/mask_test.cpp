@@ -138,6 +138,13 @@ TEST_F(Mask, SavedRestoredAndFoundAgain) {
   ASSERT_TRUE(camera().reboot());
   expectSaved();
 
+  // The save of a scene writes the camera's settings too.
+  EXPECT_EQ(camera().ask(kStatus + "=off"), kStatus + k202);
+  EXPECT_EQ(camera().ask("camera.scene.status=save"), std::string("camera.scene.status") + kOk);
+  EXPECT_EQ(camera().row(kCameraFile, "PRIVACY_MASK_STATUS"), "off");
+  EXPECT_EQ(camera().ask(kStatus + "=on"), kStatus + k202);
+  camera().ask("camera.status=save");
+
   // The reset of a scene in force loads everything anew, from what is stored of the camera.
   camera().clearJournal();
   EXPECT_EQ(camera().ask("camera.scene(0).status=initialize"), std::string("camera.scene(0).status") + kOk);

@@ -111,6 +111,11 @@ TEST_F(Sensor, StaticDefects) {
     EXPECT_EQ(camera().ask(root + "status"), root + "status=" + word + kOk);
     EXPECT_EQ(camera().row("flash/sysconfig/camera.conf", "DEFECT_DETECT"), word);
   }
+  camera().setRow("flash/sysconfig/camera.conf", "DEFECT_DETECT", "auto");
+  ASSERT_TRUE(camera().reboot());
+  expect(
+      "defect", "what",
+      {{root + "adjust", "=error&200 OK"}, {root + "adjust_detail", "=error&200 OK"}, {root + "adjust=start", k412}});
   EXPECT_EQ(camera().ask("camera.defect_detect.dynamic.status=on"),
             "camera.defect_detect.dynamic.status" + std::string(k461));
 }

@@ -98,19 +98,6 @@ TEST_F(DspFocus, FieldsAreSetWhileTheLensRests) {
   EXPECT_EQ(sent(), Frames());
 }
 
-TEST_F(DspFocus, StepsLookAtTheStateBeforeTheRange) {
-  for (const char* state : {"adjusting", "initialize"}) {
-    EXPECT_EQ(m_dsp.setFocusStateAf(state), 0);
-    EXPECT_EQ(m_dsp.stepFocus(1001), -8) << state;
-    EXPECT_EQ(m_dsp.setNightFocus(-1), -8) << state;
-  }
-  EXPECT_EQ(m_dsp.setFocusStateAf("ready"), 0);
-  for (const int32_t step : {1001, -1001})
-    EXPECT_EQ(m_dsp.stepFocus(step), -6) << step;
-  for (const int32_t offset : {21, -1})
-    EXPECT_EQ(m_dsp.setNightFocus(offset), -6) << offset;
-}
-
 /** What is set for the assist reaches the DSP alone; the user's settings stand beside it. */
 TEST_F(DspFocus, AssistShowsAPictureOfItsOwn) {
   setText(camera_row::SENSEUP_LIMIT, "0");
