@@ -14,7 +14,7 @@ PictureLine::PictureLine(Loop& loop, std::string path, Callback callback)
       m_path(std::move(path)),
       m_callback(std::move(callback)),
       m_watch(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
-  std::ofstream(m_path, std::ios::app);  // only a file that is there can be watched
+  std::ofstream(m_path, std::ios::app).flush();  // only a file that is there can be watched
   inotify_add_watch(m_watch.number(), m_path.c_str(), IN_CLOSE_WRITE);
   m_loop.watch(m_watch.number(), [this] { receive(); });
 }

@@ -25,7 +25,7 @@ struct CAdjustService : CCameraApiBase {
 constexpr Rule serviceRule(scp_service_row::Row row, Act act, Place::Locate locate = nullptr) {
   const dsp::ServiceItem& item = dsp::service::itemOf(row);
   return {
-      .accepts = Number{.low = item.minimum, .high = item.maximum, .logged = item.name},
+      .accepts = Number{.low = item.minimum, .high = item.maximum, .snap = inDecimals, .logged = item.name},
       .place = {row, locate},
       .act = act,
       .keeps = Keeps::InMemory,

@@ -47,6 +47,9 @@ struct CCameraApiBase : CApiBase {
 /** What follows a change of the settings of the camera as a whole: it is in force, and waits to be written. */
 inline constexpr Hint kSaveCamera{.layer = "camera", .command = ".status=save"};
 
+/** Number::snap of a number that is kept in its decimal form: "7" for "007". */
+constexpr int32_t inDecimals(int32_t number) { return number; }
+
 /**
  * Rule::act that hands the number of a value, or its text, to one operation of the DSP, and a step to another. The DSP
  * puts an accepted value in force and into the working copy.

@@ -57,7 +57,7 @@ struct CalibrationValue : CCameraApiBase {
 template <camdsp_row::Row row>
 struct KeptCalibrationValue : CCameraApiBase {
   static constexpr Rule rule{
-      .accepts = Number{.low = 0, .high = dsp::largestAdjust(row)},
+      .accepts = Number{.low = 0, .high = dsp::largestAdjust(row), .snap = inDecimals},
       .place = row,
       .keeps = Keeps::Staged,
       .shows = {.image = Image::User},

@@ -22,7 +22,7 @@ void keep(Row row, std::string_view text) { CUserConfig::getInstance()->set(row,
 }  // namespace
 
 std::string CameraDSP::getFocusStateAf() const {
-  const std::string text(focus::kStates.text(m_focusState));
+  std::string text(focus::kStates.text(m_focusState));
   TMX_LOG(LOG_DEBUG, "get statusAF(%s:%ld) ", text.c_str(), long{m_focusState});
   return text;
 }

@@ -190,6 +190,14 @@ TEST_F(Adjust, WhatWaitsForWhichSave) {
   camera().flash("off");
 }
 
+TEST_F(Adjust, NumbersAreKeptInDecimals) {
+  for (const std::string path : {"camera.adjust_service.alc.speed", "camera.adjust_service.iris.start",
+                                 "camera.dspadjust.irygain1", "camera.dspadjust.pre_wb_lowr_keep"}) {
+    camera().ask(path + "=007");
+    EXPECT_EQ(camera().ask(path), path + "=7" + kOk);
+  }
+}
+
 /** A value that is kept for the next start leaves the DSP, and what its frame will carry, alone. */
 TEST_F(Adjust, KeptValues) {
   for (const Leaf& leaf : calibrationLeaves()) {

@@ -454,7 +454,7 @@ TEST(FocusPlayed, AnAdjustmentAndAPowerCut) {
   EXPECT_EQ(camera.row(kFocusFile, "AF_ICR_FLG"), "0");
 
   // Any of the flags keeps a date; a start without one keeps none.
-  for (const char* flag : {"OP_AF_FLG", "MANUAL_AF_FLG", "NIGHTOFFSET_FLG", "BAF_POS_INIT_FLG", ""}) {
+  for (const char* flag : {"BAF_POS_INIT_FLG", ""}) {
     if (*flag != '\0') camera.setRow(kFocusFile, flag, "1");
     camera.write(kTmpDate, std::string("date of ") + flag + "\n");
     camera.write(kSavedDate, "before\n");
