@@ -140,7 +140,7 @@ int32_t ParamRequest::recvRequest(int32_t descriptor) {
   m_userType = static_cast<int8_t>(frame[0]);
   m_contentType = static_cast<int8_t>(frame[1]);
   m_request = frame.data() + kHeader;
-  TMX_LOG(LOG_DEBUG, "RecvMessage[msg(%d:%d:%s)]", m_userType, m_contentType, m_request.c_str());
+  TMX_LOG(LOG_DEBUG, "RecvMessage[msg(%d:%d:%s)]", m_userType, m_contentType, withoutPasswords(m_request).c_str());
   return 0;
 }
 

@@ -17,3 +17,17 @@ size_t divideItems(std::string_view text, size_t most, std::vector<std::string>*
   }
   return count;
 }
+
+std::string withoutPasswords(std::string_view text) {
+  std::string shown;
+  for (size_t cursor = 0; cursor < text.size();) {
+    const size_t end = std::min(text.find('&', cursor), text.size());
+    const std::string_view item = text.substr(cursor, end + 1 - cursor);
+    const size_t equals = item.find('=');
+    const bool isSecret = equals != item.npos && item.substr(0, equals).find("password") != item.npos;
+    shown += isSecret ? item.substr(0, equals + 1) : item;
+    if (isSecret) shown += end < text.size() ? "*&" : "*";
+    cursor = end + 1;
+  }
+  return shown;
+}

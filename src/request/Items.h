@@ -10,3 +10,6 @@
  * many there are. The text is not empty (asserted).
  */
 size_t divideItems(std::string_view text, size_t most, std::vector<std::string>* items);
+
+/** The text of a query as a log may show it: the value of every item that sets a password is "*". */
+[[nodiscard]] std::string withoutPasswords(std::string_view text);
