@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdlib>
@@ -227,6 +228,31 @@ Texts Camera::toldDetection() const {
   Texts told;
   for (const std::string& line : journal("detection")) {
     told.push_back(field(line, "what") + " " + field(line, "text"));
+  }
+  return told;
+}
+
+namespace {
+
+/** Of a packet's value only its owner knows whether it is a number or a text. */
+bool isRecorderText(std::string_view name) {
+  if (name.starts_with("channel(") || name == "disk.status") return true;
+  const std::string_view item = name.substr(name.rfind('.') + 1);
+  constexpr std::array<std::string_view, 8> kTexts{"trigger", "action",   "framerate", "host",
+                                                   "user",    "password", "path",      "naming_option"};
+  return std::find(kTexts.begin(), kTexts.end(), item) != kTexts.end();
+}
+
+}  // namespace
+
+Texts Camera::toldRecorder() const {
+  Texts told;
+  for (const std::string& line : journal("recorder")) {
+    const std::string what = field(line, "what");
+    const std::string name = field(line, "name");
+    if (what == "put") told.push_back(name + " " + field(line, isRecorderText(name) ? "text" : "value"));
+    if (what == "get") told.push_back("get " + name);
+    if (what == "restart") told.push_back("restart " + field(line, "value"));
   }
   return told;
 }

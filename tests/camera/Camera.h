@@ -74,6 +74,8 @@ class Camera {
   [[nodiscard]] Texts journalFields(std::string_view who, std::string_view key) const;
   /** "name text" of everything that the detection daemon got. */
   [[nodiscard]] Texts toldDetection() const;
+  /** "name value" of everything that was put into the recorder, "restart N" of a rule, "get name" of what was asked. */
+  [[nodiscard]] Texts toldRecorder() const;
 
   [[nodiscard]] std::string log() const { return read("syslog"); }
   /** Whether the log holds the text, or gets it within some seconds. */

@@ -1,0 +1,140 @@
+// Web logins: the real password tool and the real web server, and what a power cut leaves of a deletion.
+
+#include "tests/camera/Answers.h"
+#include "tests/camera/Camera.h"
+
+namespace test {
+namespace {
+
+constexpr const char* kFile = "flash/lighttpd/.htpasswd";
+constexpr const char* kBackUp = "flash/lighttpd/.htpasswd.bak";
+
+class AccountTest : public CameraTest {
+ protected:
+  void SetUp() override {
+    camera().write(kFile, "");
+    CameraTest::SetUp();
+  }
+
+  static void expect(const std::string& item, const std::string& answer, UserClass user = UserClass::kAdmin) {
+    const std::string path = "system.password." + item.substr(0, item.find('='));
+    EXPECT_EQ(camera().ask("system.password." + item, user), path + answer) << item;
+  }
+
+  /** Whether the tool finds this password for the account. */
+  static bool verifies(const std::string& account, const std::string& password) {
+    return camera().exec({"htpasswd", "-vb", "/etc/lighttpd/.htpasswd", account, password}) == 0;
+  }
+
+  /** The web server's status for its guarded pages, asked for with this login. */
+  static std::string pageStatus(const std::string& account, const std::string& password) {
+    const std::string script =
+        "login=$(printf '%s' '" + account + ":" + password +
+        "' | openssl base64 -A); exec 3<>/dev/tcp/127.0.0.1/80; printf 'GET /setup/ HTTP/1.0\\r\\nAuthorization: Basic "
+        "%s\\r\\n\\r\\n' \"$login\" >&3; read -r version status rest <&3; printf '%s' \"$status\" > /run/camera/page";
+    camera().exec({"/bin/bash", "-c", script});
+    return camera().read("run/page");
+  }
+};
+
+TEST_F(AccountTest, AnAccountIsMadeByItsPasswordAndDeleted) {
+  expect("operator(2).status", "=unregistered&200 OK");
+  expect("operator(2)=pass%26word%25+", kOk);
+  expect("operator(2).status", "=registered&200 OK");
+  EXPECT_TRUE(verifies("operator2", "pass&word%+"));
+  expect("operator(2)=another", kOk);
+  EXPECT_TRUE(verifies("operator2", "another"));
+  EXPECT_FALSE(verifies("operator2", "pass&word%+"));
+  expect("operator.status", "=unregistered&200 OK");
+  expect("operator=base", kOk);
+  expect("operator(0)=zero", kOk);
+  EXPECT_TRUE(verifies("operator", "zero"));
+  expect("operator(0).status", "=registered&200 OK");
+  expect("operator(0).status=initialize", k401);
+  expect("operator(0).status=delete", k451);
+  expect("operator(2).status=initialize", kOk);
+  expect("operator(2).status", "=unregistered&200 OK");
+  expect("operator.status=initialize", kOk);
+  EXPECT_EQ(camera().read(kFile), "");
+  expect("operator(2).status=initialize", k500);
+  EXPECT_FALSE(std::filesystem::exists(camera().path(kBackUp)));
+}
+
+TEST_F(AccountTest, TheThreeClassesAreAccountsOfTheirOwn) {
+  for (const char* item : {"admin(1)=one", "operator(1)=two", "user(3)=three"})
+    expect(item, kOk);
+  EXPECT_TRUE(verifies("admin1", "one") && verifies("operator1", "two") && verifies("user3", "three"));
+  expect("user(4)=x", k456);
+  expect("user(x)=y", k451);
+  expect("admin(-1)=x", k456);
+  expect("admin(1)=x", k401, UserClass::kOperator);
+  expect("admin(1)", k405);
+  expect("admin(1).status", k401, UserClass::kUser);
+}
+
+TEST_F(AccountTest, PasswordsHaveOneToSixteenCharacters) {
+  expect("admin=" + std::string(15, 'a') + "%26", kOk);
+  EXPECT_TRUE(verifies("admin", std::string(15, 'a') + "&"));
+  const std::string before = camera().read(kFile);
+  expect("admin=" + std::string(17, 'a'), k500);
+  expect("admin=%00", k500);
+  EXPECT_EQ(camera().read(kFile), before);
+}
+
+TEST_F(AccountTest, AnAccountIsFoundInAnyLineThatHoldsItsName) {
+  camera().write(kFile, "superuser:$apr1$x$y\n");
+  expect("user.status", "=registered&200 OK");
+  expect("user(1).status", "=unregistered&200 OK");
+  std::filesystem::remove(camera().path(kFile));
+  expect("user.status", k500);
+  expect("user.status=initialize", k500);
+}
+
+TEST_F(AccountTest, TheWebServerTakesTheLoginUntilItIsDeleted) {
+  expect("admin(1)=letmein", kOk);
+  ASSERT_TRUE(eventually([] { return !pageStatus("admin1", "letmein").empty(); })) << "the web server runs";
+  EXPECT_EQ(pageStatus("admin1", "letmein"), "200");
+  EXPECT_EQ(pageStatus("admin1", "letmeout"), "401");
+  expect("admin(1).status=initialize", kOk);
+  EXPECT_EQ(pageStatus("admin1", "letmein"), "401");
+}
+
+TEST_F(AccountTest, AFailedToolLeavesTheFile) {
+  expect("admin(1)=kept", kOk);
+  const std::string before = camera().read(kFile);
+  camera().flash("full");
+  expect("admin(1)=other", k500);
+  expect("admin(2)=other", k500);
+  expect("admin(1).status=initialize", k500);
+  camera().flash("off");
+  EXPECT_EQ(camera().read(kFile), before);
+  EXPECT_FALSE(std::filesystem::exists(camera().path(kBackUp)));
+  expect("admin(1).status=initialize", kOk);  // the lock was given back
+}
+
+TEST_F(AccountTest, NoPasswordIsLogged) {
+  camera().ask("system.loglevel=LOG_DEBUG");
+  expect("admin(1)=topsecret", kOk);
+  expect("admin(2)=" + std::string(9, 'x') + "topsecret", k500);
+  camera().ask("system.loglevel=LOG_INFO");
+  ASSERT_TRUE(camera().isLogged("system.password.admin(2)=*"));
+  EXPECT_EQ(camera().log().find("topsecret"), std::string::npos);
+  EXPECT_EQ(camera().read("journal.jsonl").find("topsecret"), std::string::npos);
+}
+
+TEST(Account, AStartTakesACutDeletionBack) {
+  Camera camera;
+  ASSERT_TRUE(camera.up());
+  camera.ask("system.password.admin(1)=one");
+  const std::string before = camera.read(kFile);
+  camera.cut();
+  camera.write(kBackUp, before);
+  camera.write(kFile, "half");
+  ASSERT_TRUE(camera.up());
+  EXPECT_EQ(camera.read(kFile), before);
+  EXPECT_FALSE(std::filesystem::exists(camera.path(kBackUp)));
+  EXPECT_TRUE(camera.isLogged("recovery .htpasswd"));
+}
+
+}  // namespace
+}  // namespace test
