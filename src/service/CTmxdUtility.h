@@ -26,7 +26,9 @@ class CTmxdUtility {
   [[nodiscard]] static std::string encodeUrlAll(const std::string& text);
   /** A double quote, "%", "&" and NUL as "%22", "%25", "%26" and "%00", so that a value fits into a response. */
   [[nodiscard]] static std::string encodeValue(const std::string& text);
-  /** The text that "%xx" escapes stand for, up to its first NUL; see the source for malformed escapes. */
+  /** The text that "%xx" escapes stand for; see the source for malformed ones. */
+  [[nodiscard]] static std::string decodeEscapes(const std::string& text, bool plusIsBlank);
+  /** The same up to its first NUL. */
   [[nodiscard]] static std::string decodeValue(const std::string& text, bool plusIsBlank = false);
   /** 0 when the text holds none of the characters. */
   [[nodiscard]] static int32_t findCharInStr(const std::string& text, const std::string& characters);

@@ -55,7 +55,7 @@ std::string CTmxdUtility::encodeValue(const std::string& text) {
   return encoded;
 }
 
-std::string CTmxdUtility::decodeValue(const std::string& text, bool plusIsBlank) {
+std::string CTmxdUtility::decodeEscapes(const std::string& text, bool plusIsBlank) {
   std::string decoded;
   for (size_t i = 0; i < text.size(); ++i) {
     if (text[i] == '+' && plusIsBlank) {
@@ -70,6 +70,11 @@ std::string CTmxdUtility::decodeValue(const std::string& text, bool plusIsBlank)
       break;
     }
   }
+  return decoded;
+}
+
+std::string CTmxdUtility::decodeValue(const std::string& text, bool plusIsBlank) {
+  std::string decoded = decodeEscapes(text, plusIsBlank);
   // A NUL ends a value; so "%00" is the way to write an empty one.
   decoded.resize(std::min(decoded.find('\0'), decoded.size()));
   return decoded;

@@ -70,7 +70,9 @@ int32_t test(const Text& rule, Request& request) {
     return 0;
   }
   if (rule.escapes != Escapes::AsSent) {
-    request.value = CTmxdUtility::decodeValue(request.value, rule.escapes == Escapes::DecodedPlus);
+    const bool isEmpty = request.value == "%00";
+    request.value = isEmpty ? "" : CTmxdUtility::decodeEscapes(request.value, rule.escapes == Escapes::DecodedPlus);
+    if (request.value.find('\0') != std::string::npos) return -status::kNotUnderstood;
   }
   if (request.value.size() < rule.least || request.value.size() > rule.most) return -rule.wrongLength;
   if (rule.forbidden.empty()) return 0;

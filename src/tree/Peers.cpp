@@ -5,19 +5,28 @@
 #include "service/Sequencer.h"
 
 namespace peer {
+namespace {
+
+/** 0 for a success; a refusal's word is its status, and one that is none a failure. */
+int32_t verdict(int32_t result) {
+  if (result == status::kOk) return 0;
+  return result < 0 ? result : -status::kInternalError;
+}
+
+}  // namespace
 
 int32_t tellRecorderNumber(const Peer& peer, Request& request) {
-  return ParamPitcher().putInt(peer.idFor(request.selectors), request.number);
+  return verdict(ParamPitcher().putInt(peer.idFor(request.selectors), request.number));
 }
 
 int32_t tellRecorderText(const Peer& peer, Request& request) {
-  return ParamPitcher().putString(peer.idFor(request.selectors), request.value);
+  return verdict(ParamPitcher().putString(peer.idFor(request.selectors), request.value));
 }
 
 int32_t askRecorder(const Peer& peer, const Request& request, std::string& text) {
   const int32_t number = ParamPitcher().getInt(peer.idFor(request.selectors));
   text = std::to_string(number);
-  return number < 0 ? number : 0;
+  return 0;
 }
 
 int32_t tellDetection(const Peer& peer, Request& request) {

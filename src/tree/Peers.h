@@ -28,7 +28,7 @@ int32_t askSequencer(const Peer& peer, const Request& request, std::string& text
 constexpr Peer recorderNumber(uint32_t id, OfPath ofPath = nullptr) {
   return {.tell = tellRecorderNumber, .id = id, .ofPath = ofPath};
 }
-/** The same, whose number a read shows (with Shows::words its word). */
+/** The same, whose number a read shows by its word (Shows::words); a refusal is a number without one. */
 constexpr Peer recorderLevel(uint32_t id, OfPath ofPath = nullptr) {
   return {.tell = tellRecorderNumber, .ask = askRecorder, .id = id, .ofPath = ofPath};
 }
