@@ -40,7 +40,9 @@ int64_t playTimeOf(std::ifstream& file) {
 AudioClip::AudioClip(int32_t number)
     : m_number(number), m_file("/mnt/flash/usr/audio/alarm_" + std::to_string(number) + ".wav") {}
 
-int32_t AudioClip::row() const { return application_row::APPLICATION_AUDIO_FILENAME_1 + m_number - 1; }
+Row AudioClip::row() const {
+  return {Family::Application, application_row::APPLICATION_AUDIO_FILENAME_1 + m_number - 1};
+}
 
 bool AudioClip::canBeOpened() const { return std::ifstream(m_file).is_open(); }
 
@@ -73,9 +75,9 @@ std::string AudioClip::name() const {
   CUserConfig* staging = CUserConfig::getInstance();
   if (!canBeOpened()) {
     for (int32_t table = 0; table < kTables; ++table)
-      staging->setApplicationConfig(table, row(), "");
+      staging->set(row(), "", table);
   }
-  return staging->getApplicationConfig(0, row());
+  return staging->get(row());
 }
 
 int32_t AudioClip::setName(const std::string& name) const {
@@ -83,9 +85,9 @@ int32_t AudioClip::setName(const std::string& name) const {
   CUserConfig* staging = CUserConfig::getInstance();
   Config* committed = Config::getInstance();
   for (int32_t table = 0; table < kTables; ++table) {
-    staging->setApplicationConfig(table, row(), name);
-    committed->setApplicationConfig(table, row(), staging->getApplicationConfig(table, row()));
-    if (committed->saveApplicationConfig(table) == Config::kDone) continue;
+    staging->set(row(), name, table);
+    committed->set(row(), staging->get(row(), table), table);
+    if (committed->save(Family::Application, table) == Config::kDone) continue;
     TMX_LOG(LOG_DEBUG, " app audPlay save error: num:%ld", static_cast<long>(m_number));
     return -1;
   }

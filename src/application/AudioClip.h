@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include "config/Rows.h"
+
 /**
  * One of the alarm clips that the camera plays: a WAV file on flash, which comes there by another way, and a name,
  * which stands in all ten application tables. Stateless apart from its number. Results are 0 or -1, and every failure
@@ -30,7 +32,7 @@ class AudioClip {
   [[nodiscard]] static int32_t stop();
 
  private:
-  [[nodiscard]] int32_t row() const;
+  [[nodiscard]] Row row() const;
   [[nodiscard]] bool canBeOpened() const;
 
   int32_t m_number;

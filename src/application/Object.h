@@ -1,11 +1,20 @@
 #pragma once
 
+#include <cstdint>
+#include <string>
+#include <vector>
+
 #include "application/CApplicationApiBase.h"
-#include "tree/Node.h"
+#include "config/Rows.h"
 
 namespace Application {
 
+/**
+ * A recording job of the recorder's: the encoder it records from, at which rate, and how much around an event. Each has
+ * a file of its own, written with every change.
+ */
 struct CObject : CApplicationApiBase {
+  static constexpr size_t kLayer = 1;
   static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 10}};
   struct COverwrite;
   struct CSource;
@@ -15,23 +24,79 @@ struct CObject : CApplicationApiBase {
   struct CPostrec;
 };
 
+/** What the recorder adds to an id for the object of a path. */
+[[nodiscard]] uint32_t ofObject(const Selectors& selectors);
+
+/** The rule of an item that the recorder hears as a number. */
+constexpr Rule objectItem(const Accepts& accepts, application_row::Row row, uint32_t id, Place::Also also = nullptr) {
+  return {
+      .accepts = accepts,
+      .place = {row, tableOf<CObject::kLayer, 1>, also},
+      .peer = peer::recorderNumber(id, ofObject),
+      .keeps = Keeps::ConfigOnly,
+  };
+}
+
+/** "encode(2)". */
+struct CObject::CSource : CApplicationApiBase {
+  static int32_t check(Request& request);
+  static constexpr Rule rule = objectItem(Test{check}, application_row::APPLICATION_OBJECT_SOURCE, 0x250100);
+};
+
+/** The size of the source's pictures, which cannot be set here. */
+struct CObject::CFramesize : CApplicationApiBase {
+  static int32_t act(Request& request);
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{.accepts = Text{}, .act = act, .fetch = fetch};
+};
+
+/**
+ * Frames a second, or -k for one every k seconds, at most as many as the encoder's. The recorder hears the rate of the
+ * ladder, the row keeps the text; a read brings a rate down that the encoder no longer reaches.
+ */
+struct CObject::CFramerate : CApplicationApiBase {
+  static int32_t check(Request& request);
+  static int32_t act(Request& request);
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{
+      .accepts = Test{check},
+      .place = {application_row::APPLICATION_OBJECT_FRAMERATE, tableOf<kLayer, 1>},
+      .act = act,
+      .fetch = fetch,
+      .keeps = Keeps::ConfigOnly,
+  };
+};
+
+/** Seconds of recording before or behind an event; not both may be 0. */
+template <application_row::Row other>
+int32_t checkSeconds(Request& request);
+
+struct CObject::CPrerec : CApplicationApiBase {
+  static constexpr Rule rule = objectItem(Test{checkSeconds<application_row::APPLICATION_OBJECT_POSTREC>},
+                                          application_row::APPLICATION_OBJECT_PREREC, 0x250200);
+};
+
+struct CObject::CPostrec : CApplicationApiBase {
+  static constexpr Rule rule = objectItem(Test{checkSeconds<application_row::APPLICATION_OBJECT_PREREC>},
+                                          application_row::APPLICATION_OBJECT_POSTREC, 0x250300);
+};
+
 struct CObject::COverwrite : CApplicationApiBase {
   struct CStatus;
   struct CPeriod;
 };
 
-struct CObject::COverwrite::CStatus : CApplicationApiBase {};
+/** The last three objects share one. */
+struct CObject::COverwrite::CStatus : CApplicationApiBase {
+  static std::vector<Cell> shared(const Selectors& selectors);
+  static constexpr Rule rule =
+      objectItem(Words{"off", "on"}, application_row::APPLICATION_OBJECT_OVERWRITE_STATUS, 0x250610, shared);
+};
 
-struct CObject::COverwrite::CPeriod : CApplicationApiBase {};
-
-struct CObject::CSource : CApplicationApiBase {};
-
-struct CObject::CFramesize : CApplicationApiBase {};
-
-struct CObject::CFramerate : CApplicationApiBase {};
-
-struct CObject::CPrerec : CApplicationApiBase {};
-
-struct CObject::CPostrec : CApplicationApiBase {};
+/** There is no period. */
+struct CObject::COverwrite::CPeriod : CApplicationApiBase {
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{.fetch = fetch};
+};
 
 }  // namespace Application

@@ -5,7 +5,7 @@
 
 #include "request/StatusCode.h"
 #include "service/CTmxdNetworkUtility.h"
-#include "service/CTmxdUtility.h"
+#include "service/Numbers.h"
 
 namespace {
 
@@ -88,12 +88,11 @@ int32_t ParamChecker::normaliseFrameRate(RateLadder ladder, const std::string& r
     *normalised = rate;
     return 0;
   }
-  int32_t error = 0;
-  const int32_t number = CTmxdUtility::toLong(rate, 0, &error);
-  if (error != 0) return -status::kNotUnderstood;
-  if (number == 0 || number < kSlowest || number > chosen.rates.front().lowest) return -status::kInvalidRange;
+  const auto number = parseNumber(rate);
+  if (!number) return -status::kNotUnderstood;
+  if (*number == 0 || *number < kSlowest || *number > chosen.rates.front().lowest) return -status::kInvalidRange;
   for (const Rate& step : chosen.rates) {
-    if (number < step.lowest) continue;
+    if (*number < step.lowest) continue;
     *normalised = step.text;
     break;
   }

@@ -4,6 +4,31 @@
 #include "application/Event.h"
 #include "application/Object.h"
 #include "application/Transfer.h"
+#include "config/Config.h"
+
+namespace {
+
+constexpr int32_t kEvents = 10;
+constexpr int32_t kObjects = 10;
+
+std::string stored(Row row, int32_t table = 0) { return Config::getInstance()->get(row, table); }
+
+/** A text in the form in which a node that decodes its value takes it. */
+std::string escaped(const std::string& text) {
+  std::string escapes;
+  for (const char c : text) {
+    if (c == '%') {
+      escapes += "%25";
+    } else if (c == '+') {
+      escapes += "%2B";
+    } else {
+      escapes += c;
+    }
+  }
+  return escapes;
+}
+
+}  // namespace
 
 int32_t CApplicationMan::init() {
   add<Application::CEvent>("event");
@@ -53,5 +78,62 @@ int32_t CApplicationMan::init() {
   add<Application::CAudioplay::CStatus>("audioplay.status", "RWRWRW");
   add<Application::CAudioplay::CName>("audioplay.name", "RWRWRW");
   add<Application::CAudioplay::CTime>("audioplay.time", "R-R-R-");
+
+  m_replayMail();
+  for (int32_t event = 0; event < kEvents; ++event)
+    m_replayEvent(event);
+  for (int32_t object = 1; object <= kObjects; ++object)
+    m_replayObject("application.object(" + std::to_string(object) + ")");
+  m_replayFtp();
   return 0;
+}
+
+/** Without a server the row holds an address that no write takes. */
+void CApplicationMan::m_replayHost(const std::string& path, Row row) {
+  const std::string host = stored(row);
+  m_replay(path, host == "0.0.0.0" ? "" : host);
+}
+
+void CApplicationMan::m_replayText(const std::string& path, Row row) { m_replay(path, escaped(stored(row))); }
+
+void CApplicationMan::m_replayMail() {
+  m_replayHost("application.pop.host", application_row::APPLICATION_POP_HOST);
+  m_replayStored("application.pop.port");
+  m_replayText("application.pop.user", application_row::APPLICATION_POP_USER);
+  m_replayText("application.pop.password", application_row::APPLICATION_POP_PASSWORD);
+  m_replayStored("application.smtp.type");
+  m_replayHost("application.smtp.host", application_row::APPLICATION_SMTP_HOST);
+  m_replayStored("application.smtp.port");
+}
+
+/** The action goes as it is stored: the recorder may see an escape in it decoded. What is empty is not told. */
+void CApplicationMan::m_replayEvent(int32_t event) {
+  const std::string path = "application.event(" + std::to_string(event + 1) + ")";
+  m_replay(path + ".trigger=" + stored(event_row::EVENT_TRIGGER, event));
+  m_replay(path + ".action=" + stored(event_row::EVENT_ACTION, event));
+  for (const Word& day : Application::CEvent::CFilter::days) {
+    const std::string filter = path + ".filter(" + std::string(day.text) + ")";
+    m_replayStored(filter + ".status");
+    m_replayStored(filter + ".type");
+    m_replayStored(filter + ".time");
+  }
+  m_replayStored(path + ".status");
+  m_replay(path + ".status=restart");
+}
+
+void CApplicationMan::m_replayObject(const std::string& object) {
+  for (const char* item : {".source", ".framerate", ".prerec", ".postrec", ".overwrite.status"})
+    m_replayStored(object + item);
+}
+
+/** The port has a row of its own here, which no write reaches; no server is refused, and leaves the recorder's. */
+void CApplicationMan::m_replayFtp() {
+  m_replayStored("application.ftp.host");
+  m_replayText("application.ftp.user", application_row::APPLICATION_FTP_USER);
+  m_replayText("application.ftp.password", application_row::APPLICATION_FTP_PASSWORD);
+  m_replayStored("application.ftp.mode");
+  m_replay("application.ftp.port", stored(application_row::APPLICATION_FTP_PORT));
+  m_replayText("application.ftp.path", application_row::APPLICATION_FTP_PATH);
+  m_replayStored("application.ftp.naming");
+  m_replayText("application.ftp.naming_option", application_row::APPLICATION_FTP_NAMING_OPTION);
 }
