@@ -154,7 +154,7 @@ struct CPop::CPort : CApplicationApiBase {
 
 struct CPop::CUser : CApplicationApiBase {
   static constexpr Rule rule = setting<application_row::APPLICATION_POP_USER>(
-      Text{.most = 64, .escapes = Escapes::Decoded}, peer::recorderText(0x244000));
+      Text{.most = 64, .escapes = Escapes::Decoded}, peer::recorderText(0x244000), kEscaped);
 };
 
 struct CPop::CPassword : CApplicationApiBase {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "config/Rows.h"
 #include "devices/CAudioApiBase.h"
 
 namespace Audio {
@@ -8,6 +9,13 @@ struct COutput : CAudioApiBase {
   struct CVolume;
 };
 
-struct COutput::CVolume : CAudioApiBase {};
+/** Who plays looks it up. */
+struct COutput::CVolume : CAudioApiBase {
+  static constexpr Rule rule{
+      .accepts = Number{.low = 1, .high = 10},
+      .place = audio_row::AUDIO_OUTPUT_VOLUME,
+      .keeps = Keeps::WriteThrough,
+  };
+};
 
 }  // namespace Audio

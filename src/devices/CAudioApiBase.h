@@ -1,6 +1,21 @@
 #pragma once
 
+#include <cstdint>
+
 #include "tree/Node.h"
 
 /** Base of all nodes of the root `audio`. */
 struct CAudioApiBase : CApiBase {};
+
+namespace Audio {
+
+/** What the messages to the sound driver set. */
+enum class AudioDriver : uint32_t { MicGain = 50, PowerSupply = 51, Halfduplex = 52, Loopback = 53 };
+
+// Peers of rules (Rule.h): 0, or -500.
+/** Hands the driver the number; it sits behind the pin daemon and answers nothing. */
+[[nodiscard]] int32_t m_writeDriver(const Peer& peer, Request& request);
+/** Hands the detection daemon the text. */
+[[nodiscard]] int32_t m_sendDetectdata(const Peer& peer, Request& request);
+
+}  // namespace Audio

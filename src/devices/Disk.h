@@ -1,10 +1,14 @@
 #pragma once
 
+#include <cstdint>
+#include <string>
+
+#include "config/Rows.h"
 #include "devices/CStorageApiBase.h"
-#include "tree/Node.h"
 
 namespace Storage {
 
+/** The slot of the memory card, which a daemon of its own owns (CardDaemon.h). */
 struct CDisk : CStorageApiBase {
   static constexpr Selector selector{.available = has<Feature::SDCARD>,
                                      .empty = status::kCommandNotFound,
@@ -19,20 +23,57 @@ struct CDisk : CStorageApiBase {
   struct CMount;
 };
 
-struct CDisk::CStatus : CStorageApiBase {};
+/** Whether the card is used, which the recorder hears; shown together with the state of the card. */
+struct CDisk::CStatus : CStorageApiBase {
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{
+      .accepts = Words{"off", "on"},
+      .place = sd_card_row::SDCARD_STATUS,
+      .peer = peer::recorderText(0x411000),
+      .fetch = fetch,
+      .keeps = Keeps::WriteThrough,
+  };
+};
 
-struct CDisk::CInitialize : CStorageApiBase {};
+/** A start is answered at once; a read tells how far it has come. */
+struct CDisk::CInitialize : CStorageApiBase {
+  static int32_t start(Request& request);
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{.commands = {{{"start", start}}}, .fetch = fetch};
+};
 
-struct CDisk::CErecmode : CStorageApiBase {};
+struct CDisk::CMount : CStorageApiBase {
+  static int32_t mount(Request& request);
+  static int32_t unmount(Request& request);
+  static constexpr Rule rule{.commands = {{{"on", mount}, {"off", unmount}}}};
+};
 
-struct CDisk::CSize : CStorageApiBase {};
+struct CDisk::CErecmode : CStorageApiBase {
+  static constexpr Rule rule{
+      .accepts = Words{"off", "on"}, .place = sd_card_row::SDCARD_ERECMODE, .keeps = Keeps::WriteThrough};
+};
 
-struct CDisk::CCheck : CStorageApiBase {};
+struct CDisk::CSize : CStorageApiBase {
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{.fetch = fetch};
+};
 
-struct CDisk::CRec : CStorageApiBase {};
+/** A read that takes as long as the test of the card: "1886M,ok". */
+struct CDisk::CCheck : CStorageApiBase {
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{.fetch = fetch};
+};
 
-struct CDisk::CErrcode : CStorageApiBase {};
+// By the files that the recording makes.
+struct CDisk::CRec : CStorageApiBase {
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{.fetch = fetch};
+};
 
-struct CDisk::CMount : CStorageApiBase {};
+/** "1" for a failed write, "2" for a full card, "1|2", or "0". */
+struct CDisk::CErrcode : CStorageApiBase {
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{.fetch = fetch};
+};
 
 }  // namespace Storage

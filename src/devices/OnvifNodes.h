@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstdint>
+
+#include "config/Rows.h"
 #include "devices/COnvifApiBase.h"
 
 namespace Onvif {
@@ -8,7 +11,17 @@ struct CSystem : COnvifApiBase {
   struct CDaylightsaving;
 };
 
-struct CSystem::CDaylightsaving : COnvifApiBase {};
+/** Whether the clock follows summer time; a change sets the time zone anew. */
+struct CSystem::CDaylightsaving : COnvifApiBase {
+  static int32_t setZone(Request& request);
+  static constexpr Rule rule{
+      .accepts = Words{"on", "off"},
+      .place = system_row::DAYLIGHTSAVING,
+      .keeps = Keeps::WriteThrough,
+      .then = setZone,
+      .unchanged = Unchanged::AfterTest,
+  };
+};
 
 struct CAudio : COnvifApiBase {
   struct COutput;
@@ -18,6 +31,8 @@ struct CAudio::COutput : COnvifApiBase {
   struct CVolume;
 };
 
-struct CAudio::COutput::CVolume : COnvifApiBase {};
+struct CAudio::COutput::CVolume : COnvifApiBase {
+  static constexpr Rule rule{.forward = "audio.output.volume"};
+};
 
 }  // namespace Onvif

@@ -1,11 +1,17 @@
 #pragma once
 
+#include <cstdint>
+#include <string>
+
+#include "config/Rows.h"
 #include "devices/CPeripheralApiBase.h"
-#include "tree/Node.h"
 
 namespace Peripheral {
 
-struct CSerialCount : CPeripheralApiBase {};
+struct CSerialCount : CPeripheralApiBase {
+  static int32_t fetch(const Request& request, std::string& text);
+  static constexpr Rule rule{.fetch = fetch};
+};
 
 struct CSerial : CPeripheralApiBase {
   static constexpr Selector selector{.available = has<Feature::SERIAL_PASS>,
@@ -18,16 +24,51 @@ struct CSerial : CPeripheralApiBase {
   struct CRtsOffset;
 };
 
-struct CSerial::CBaud : CPeripheralApiBase {};
+/** Tells the serial daemon all its settings; the peer's id is the row of the one that changes. */
+[[nodiscard]] int32_t tellSerial(const Peer& peer, Request& request);
 
-struct CSerial::CBit : CPeripheralApiBase {};
+constexpr Rule serialItem(const Accepts& accepts, serial_row::Row row) {
+  return {.accepts = accepts,
+          .place = row,
+          .peer = {.tell = tellSerial, .id = static_cast<uint32_t>(row)},
+          .keeps = Keeps::WriteThrough};
+}
 
-struct CSerial::CParity : CPeripheralApiBase {};
+struct CSerial::CBaud : CPeripheralApiBase {
+  static constexpr Rule rule =
+      serialItem(oneOf(1200, 1800, 2400, 4800, 9600, 19200, 38400), serial_row::SERIAL_BAUDRATE);
+};
 
-struct CSerial::CStopbit : CPeripheralApiBase {};
+struct CSerial::CBit : CPeripheralApiBase {
+  static constexpr Rule rule = serialItem(oneOf(7, 8), serial_row::SERIAL_DATABIT);
+};
 
-struct CSerial::CComment : CPeripheralApiBase {};
+struct CSerial::CParity : CPeripheralApiBase {
+  static constexpr Rule rule = serialItem(Words{"none", "odd", "even"}, serial_row::SERIAL_PARITY);
+};
 
-struct CSerial::CRtsOffset : CPeripheralApiBase {};
+struct CSerial::CStopbit : CPeripheralApiBase {
+  static constexpr Rule rule = serialItem(oneOf(1, 2), serial_row::SERIAL_STOPBIT);
+};
+
+struct CSerial::CComment : CPeripheralApiBase {
+  static constexpr Rule rule{
+      .accepts = Text{.most = 40, .escapes = Escapes::DecodedPlus},
+      .place = serial_row::SERIAL_COMMENT,
+      .keeps = Keeps::WriteThrough,
+      .shows = {.escaped = true},
+  };
+};
+
+/** Goes to the driver of the port itself. */
+struct CSerial::CRtsOffset : CPeripheralApiBase {
+  static int32_t act(Request& request);
+  static constexpr Rule rule{
+      .accepts = Number{.low = 0, .high = 32767},
+      .place = serial_row::SERIAL_RTS_OFFSET,
+      .act = act,
+      .keeps = Keeps::WriteThrough,
+  };
+};
 
 }  // namespace Peripheral

@@ -18,6 +18,15 @@ int32_t CAudioMan::init() {
 
   add<Audio::COutput>("output");
   add<Audio::COutput::CVolume>("output.volume", "RWRWR-");
+
+  m_replayStored("audio.input.powersupply.status");
+  m_replayStored("audio.input.halfduplex");
+  m_replayStored("audio.input.gain");
+  for (const char* channel : {"audio.input.detection(1)", "audio.input.detection(2)"}) {
+    for (const char* item : {".status", ".level", ".temporal"})
+      m_replayStored(std::string(channel) + item);
+  }
+  m_replayStored("audio.output.volume");
   return 0;
 }
 

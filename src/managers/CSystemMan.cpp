@@ -1,5 +1,6 @@
 #include "managers/CSystemMan.h"
 
+#include "system/Accounts.h"
 #include "system/Clock.h"
 #include "system/Identity.h"
 #include "system/Logs.h"
@@ -8,6 +9,8 @@
 #include "system/Status.h"
 
 int32_t CSystemMan::init() {
+  Accounts::recover();
+
   add<System::CHardware>("hardware");
   add<System::CHardware::CCpu>("hardware.cpu");
   add<System::CHardware::CCpu::CUtilization>("hardware.cpu.utilization", "R-----");

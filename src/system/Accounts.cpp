@@ -29,6 +29,27 @@ constexpr const char* kLeftBackUp = "/mnt/flash/lighttpd/.htpasswd.bak";
 // The shell, with a text of our own.
 bool runs(const char* command) { return std::system(command) == 0; }  // NOLINT(cert-env33-c)
 
+/**
+ * Runs the tool, which writes the file anew, beside a copy that takes its place should the tool fail or the power be
+ * cut. In here nothing may open the lock file: closing any of its descriptors would drop the lock.
+ */
+int32_t edit(const std::vector<std::string>& tool) {
+  const FlashHold hold;
+  if (!runs(kBackUp)) {
+    TMX_LOG(LOG_ERR, "cp command error [ to backupfile from .htpasswd ]");
+    TMX_LOG(LOG_ERR, " : maybe there are some bugs on FileSyste and LinuxOS");
+    // A part of a copy must not take the file's place at the next start.
+    static_cast<void>(runs(kRemoveBackUp));
+    return -1;
+  }
+  if (CTmxdUtility::execProcess(tool) != 0) {
+    static_cast<void>(runs(kRestore));
+    return -1;
+  }
+  if (!runs(kRemoveBackUp)) TMX_LOG(LOG_ERR, "rm -f /etc/lighttpd/.htpasswd.bak error");
+  return 0;
+}
+
 }  // namespace
 
 int32_t isAccount(const std::string& account) {
@@ -42,28 +63,14 @@ int32_t isAccount(const std::string& account) {
 
 int32_t setPassword(const std::string& account, const std::string& password) {
   if (password.empty() || password.size() > kLongestPassword) return -1;
-  const FlashHold hold;
-  return CTmxdUtility::execProcess({"htpasswd", "-bm", kFile, account, password}) == 0 ? 0 : -1;
+  return edit({"htpasswd", "-bm", kFile, account, password});
 }
 
 int32_t remove(const std::string& account) {
   if (isAccount(account) != 1) return -1;
-  // From here on nothing may open the lock file: closing any of its descriptors would drop the lock.
-  const FlashHold hold;
-  if (!runs(kBackUp)) {
-    TMX_LOG(LOG_ERR, "cp command error [ to backupfile from .htpasswd ]");
-    TMX_LOG(LOG_ERR, " : maybe there are some bugs on FileSyste and LinuxOS");
-    // A part of a copy must not stand in for the file at the next start.
-    static_cast<void>(runs(kRemoveBackUp));
-    return -1;
-  }
-  if (CTmxdUtility::execProcess({"htpasswd", "-D", kFile, account}) != 0) {
-    TMX_LOG(LOG_ERR, "htpasswd -D error");
-    static_cast<void>(runs(kRestore));
-    return -1;
-  }
-  if (!runs(kRemoveBackUp)) TMX_LOG(LOG_ERR, "rm -f /etc/lighttpd/.htpasswd.bak error");
-  return 0;
+  const int32_t result = edit({"htpasswd", "-D", kFile, account});
+  if (result < 0) TMX_LOG(LOG_ERR, "htpasswd -D error");
+  return result;
 }
 
 void recover() {

@@ -1,5 +1,7 @@
 // Sound in and out: what reaches the library, the driver and the detection, and what is kept.
 
+#include <algorithm>
+
 #include "tests/camera/Answers.h"
 #include "tests/camera/Camera.h"
 
@@ -150,9 +152,12 @@ TEST(Audio, AStartSendsTheStoredSoundAndLeavesTheRows) {
   const std::string before = camera.read(kFile);
   camera.clearJournal();
   ASSERT_TRUE(camera.reboot());
-  EXPECT_EQ(heard(camera), (Texts{"mic_power 11", "audio_duplex 1", "halfduplex 5", "mic_gain 1", "audio1.status off",
-                                  "audio1.level 50", "audio1.temporal 1000", "audio2.status off", "audio2.level 7",
-                                  "audio2.temporal 1000"}));
+  Texts all = heard(camera);
+  // Nobody waits for the driver, whose lines may come later than those of the library.
+  std::ranges::stable_partition(all, [](const std::string& line) { return !line.starts_with("audio"); });
+  EXPECT_EQ(all, (Texts{"mic_power 11", "halfduplex 5", "mic_gain 1", "audio_duplex 1", "audio1.status off",
+                        "audio1.level 50", "audio1.temporal 1000", "audio2.status off", "audio2.level 7",
+                        "audio2.temporal 1000"}));
   EXPECT_EQ(camera.read(kFile), before);
   EXPECT_EQ(camera.ask("audio.input.gain&audio.input.loopback"),
             "audio.input.gain=25&200 OK\r\naudio.input.loopback=off&200 OK");

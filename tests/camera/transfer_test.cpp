@@ -153,6 +153,7 @@ TEST_F(TransferTest, EachOfTheTenFilesKeepsItsOtherRows) {
 }
 
 TEST_F(TransferTest, ARecorderThatDoesNotTakeItLeavesTheRows) {
+  camera().ask("application.smtp.mailfrom=%00");
   const std::string before = camera().read(file(0));
   for (const auto& [fault, answer] :
        {std::pair("recorder down", k500), {"recorder refuse 403", "&403 Forbidden"}, {"recorder short", k500}}) {

@@ -1,0 +1,53 @@
+#include "devices/Serial.h"
+
+#include <fcntl.h>
+#include <sys/ioctl.h>
+
+#include "devices/CSerialAccessor.h"
+#include "local/FileDescriptor.h"
+#include "request/Log.h"
+#include "service/Numbers.h"
+
+namespace Peripheral {
+namespace {
+
+namespace row = serial_row;
+
+constexpr const char* kDevice = "/dev/ttyS1";
+/** The driver's request that takes the offset, as a number of 64 bits. */
+constexpr unsigned long kSetRtsOffset = 0x5471;
+
+}  // namespace
+
+int32_t CSerialCount::fetch(const Request& /*request*/, std::string& text) {
+  text = std::to_string(ModelFeature::has(Feature::SERIAL_PASS) ? 1 : 0);
+  return 0;
+}
+
+/** A number is kept as its plain decimal text. */
+int32_t tellSerial(const Peer& peer, Request& request) {
+  const Row changed{Family::Serial, static_cast<int32_t>(peer.id)};
+  if (changed != Row(row::SERIAL_PARITY)) request.value = std::to_string(request.number);
+  const auto text = [&](Row each) { return each == changed ? request.value : Config::getInstance()->get(each); };
+  const auto number = [&text](Row each) { return parseNumber(text(each)).value_or(0); };
+  return CSerialAccessor(1).changeSettings({.baud = number(row::SERIAL_BAUDRATE),
+                                            .dataBits = number(row::SERIAL_DATABIT),
+                                            .parity = text(row::SERIAL_PARITY),
+                                            .stopBits = number(row::SERIAL_STOPBIT)});
+}
+
+int32_t CSerial::CRtsOffset::act(Request& request) {
+  const FileDescriptor device(open(kDevice, O_RDWR | O_CLOEXEC));
+  if (!device.isValid()) {
+    TMX_LOG(LOG_ERR, "/dev/ttyS1 open err");
+    return -status::kInternalError;
+  }
+  int64_t offset = request.number;
+  if (ioctl(device.get(), kSetRtsOffset, &offset) < 0) {
+    TMX_LOG(LOG_ERR, "ioctl err");
+    return -status::kInternalError;
+  }
+  return 0;
+}
+
+}  // namespace Peripheral
