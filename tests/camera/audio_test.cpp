@@ -146,6 +146,7 @@ TEST(Audio, AStartSendsTheStoredSoundAndLeavesTheRows) {
   Camera camera;
   ASSERT_TRUE(camera.up());
   camera.ask("audio.input.loopback=on");
+  EXPECT_EQ(heard(camera).back(), "loopback 15");
   camera.setRow(kFile, "AUDIO_MIC_GAIN", "25");
   camera.setRow(kFile, "AUDIO_HALFDUPLEX", "off");
   camera.setRow(detectionFile(2), "AUD_DETECT_LEVEL", "7");
