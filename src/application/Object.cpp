@@ -41,7 +41,7 @@ bool isEncoder(int32_t number) { return number >= 1 && number <= kEncoders; }
 std::string m_getEncodeFrameRate(const Selectors& selectors) {
   const std::string source = stored(selectors, row::APPLICATION_OBJECT_SOURCE);
   const int32_t encoder = encoderOf(source);
-  const std::string rate = Config::getInstance()->getEncodeConfig(encoder - 1, encode_row::FRAME_RATE);
+  std::string rate = Config::getInstance()->getEncodeConfig(encoder - 1, encode_row::FRAME_RATE);
   TMX_LOG(LOG_DEBUG, "source = %s // encodenum = %ld // encodeFrameRate = %s", source.c_str(),
           static_cast<long>(encoder), rate.c_str());
   return rate;
@@ -117,18 +117,17 @@ int32_t CObject::CFramerate::fetch(const Request& request, std::string& text) {
   return config->save(cell.row.family, cell.table) == Config::kDone ? 0 : -status::kInternalError;
 }
 
-template <application_row::Row other>
-int32_t checkSeconds(Request& request) {
+int32_t checkSeconds(Request& request, uint32_t id, Row other) {
   const bool isPure = std::ranges::all_of(request.value, [](unsigned char c) { return std::isdigit(c) != 0; });
   const auto number = parseNumber(request.value);
   if (!isPure || !number) return -status::kNotUnderstood;
   if (*number > kMostSeconds) return -status::kInvalidRange;
+  if (*number == 0 && parseNumber(stored(request.selectors, other)) == 0) return -status::kMethodNotAllowed;
   request.number = *number;
-  const bool isOtherZero = parseNumber(stored(request.selectors, other)) == 0;
-  return *number == 0 && isOtherZero ? -status::kMethodNotAllowed : 0;
+  TMX_LOG(LOG_DEBUG, "prerec Regstor[nAttr-1] = %lx // num = %ld /// strVal = %s ",
+          static_cast<long>(id + ofObject(request.selectors)), static_cast<long>(*number), request.value.c_str());
+  return 0;
 }
-template int32_t checkSeconds<row::APPLICATION_OBJECT_PREREC>(Request& request);
-template int32_t checkSeconds<row::APPLICATION_OBJECT_POSTREC>(Request& request);
 
 std::vector<Cell> CObject::COverwrite::CStatus::shared(const Selectors& selectors) {
   std::vector<Cell> cells;
@@ -136,11 +135,6 @@ std::vector<Cell> CObject::COverwrite::CStatus::shared(const Selectors& selector
   for (int32_t object = kFirstShared; object <= kObjects; ++object)
     cells.push_back({row::APPLICATION_OBJECT_OVERWRITE_STATUS, object - 1});
   return cells;
-}
-
-int32_t CObject::COverwrite::CPeriod::fetch(const Request& /*request*/, std::string& text) {
-  text.clear();
-  return 0;
 }
 
 }  // namespace Application

@@ -68,17 +68,22 @@ struct CObject::CFramerate : CApplicationApiBase {
 };
 
 /** Seconds of recording before or behind an event; not both may be 0. */
-template <application_row::Row other>
-int32_t checkSeconds(Request& request);
+[[nodiscard]] int32_t checkSeconds(Request& request, uint32_t id, Row other);
+
+/** The rule of one of the two; `other` is the row of the other one. */
+template <uint32_t id, application_row::Row other>
+constexpr Rule secondsItem(application_row::Row row) {
+  return objectItem(Test{[](Request& request) { return checkSeconds(request, id, other); }}, row, id);
+}
 
 struct CObject::CPrerec : CApplicationApiBase {
-  static constexpr Rule rule = objectItem(Test{checkSeconds<application_row::APPLICATION_OBJECT_POSTREC>},
-                                          application_row::APPLICATION_OBJECT_PREREC, 0x250200);
+  static constexpr Rule rule =
+      secondsItem<0x250200, application_row::APPLICATION_OBJECT_POSTREC>(application_row::APPLICATION_OBJECT_PREREC);
 };
 
 struct CObject::CPostrec : CApplicationApiBase {
-  static constexpr Rule rule = objectItem(Test{checkSeconds<application_row::APPLICATION_OBJECT_PREREC>},
-                                          application_row::APPLICATION_OBJECT_POSTREC, 0x250300);
+  static constexpr Rule rule =
+      secondsItem<0x250300, application_row::APPLICATION_OBJECT_PREREC>(application_row::APPLICATION_OBJECT_POSTREC);
 };
 
 struct CObject::COverwrite : CApplicationApiBase {
@@ -93,10 +98,10 @@ struct CObject::COverwrite::CStatus : CApplicationApiBase {
       objectItem(Words{"off", "on"}, application_row::APPLICATION_OBJECT_OVERWRITE_STATUS, 0x250610, shared);
 };
 
-/** There is no period. */
+/** There is no period: always empty. */
 struct CObject::COverwrite::CPeriod : CApplicationApiBase {
-  static int32_t fetch(const Request& request, std::string& text);
-  static constexpr Rule rule{.fetch = fetch};
+  static inline std::string none;
+  static constexpr Rule rule{.place = &none};
 };
 
 }  // namespace Application

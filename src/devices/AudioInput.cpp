@@ -13,6 +13,25 @@ constexpr uint32_t kSecondChannel = 9;
 /** What the driver hears of half duplex, on or off. */
 constexpr int32_t kDuplexChanged = 5;
 
+void logFailure(AudioDriver kind) {
+  constexpr long kResult = -1;
+  switch (kind) {
+    case AudioDriver::MicGain:
+      TMX_LOG(LOG_ERR, " mic gain set error(%ld)", kResult);
+      TMX_LOG(LOG_ERR, "set agc or gain error (%ld)", kResult);
+      return;
+    case AudioDriver::PowerSupply:
+      TMX_LOG(LOG_ERR, " power supply set failed(%ld)", kResult);
+      return;
+    case AudioDriver::Halfduplex:
+      TMX_LOG(LOG_ERR, " failed : duplex set(%ld) ", kResult);
+      return;
+    case AudioDriver::Loopback:
+      TMX_LOG(LOG_ERR, "failed : loopback set(%ld)", kResult);
+      return;
+  }
+}
+
 }  // namespace
 
 int32_t m_writeDriver(const Peer& peer, Request& request) {
@@ -22,6 +41,7 @@ int32_t m_writeDriver(const Peer& peer, Request& request) {
   const GpioMessage message{.words = {static_cast<uint32_t>(kind), static_cast<uint32_t>(value)}};
   if (CTmxdUtility::sendGPIO(message) == 0) return 0;
   TMX_LOG(LOG_ERR, " Data Send failed (gpio:ak4631:[%ld:%ld] : failed(%m))", kind, value);
+  logFailure(static_cast<AudioDriver>(kind));
   return -status::kInternalError;
 }
 
@@ -40,9 +60,7 @@ uint32_t ofChannel(const Selectors& selectors) {
 int32_t CInput::CHalfduplex::act(Request& request) {
   if (zr_set_audio_duplex(request.number) < 0) return -status::kInternalError;
   request.number = kDuplexChanged;
-  const int32_t result = m_writeDriver(driver(AudioDriver::Halfduplex), request);
-  if (result < 0) TMX_LOG(LOG_ERR, " failed : duplex set(%ld) ", static_cast<long>(result));
-  return result;
+  return m_writeDriver(driver(AudioDriver::Halfduplex), request);
 }
 
 int32_t CInput::CGain::check(Request& request) {

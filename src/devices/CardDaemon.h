@@ -6,8 +6,8 @@
 /** Client of the recording daemon that owns the memory card. Every operation is one connection. */
 class CardDaemon {
  public:
-  enum class Command : uint16_t { Initialize = 517, Mount = 518, Unmount = 519 };
-  enum class Query : uint16_t { CardState = 1025, InitializeState = 1026 };
+  enum Command : uint16_t { kInitialize = 517, kMount = 518, kUnmount = 519 };
+  enum Query : uint16_t { kCardState = 1025, kInitializeState = 1026 };
 
   explicit CardDaemon(std::string path = "/tmp/sdrec");
 

@@ -5,6 +5,7 @@
 
 #include "config/Rows.h"
 #include "devices/CStorageApiBase.h"
+#include "devices/CardDaemon.h"
 
 namespace Storage {
 
@@ -35,17 +36,24 @@ struct CDisk::CStatus : CStorageApiBase {
   };
 };
 
+/** Commands that the card's daemon gets; one that is away is no failure. */
+[[nodiscard]] int32_t tellCard(const Peer& peer, Request& request);
+/** A state of the card's daemon, whose number is given. */
+[[nodiscard]] int32_t askCard(const Peer& peer, const Request& request, std::string& text);
+
 /** A start is answered at once; a read tells how far it has come. */
 struct CDisk::CInitialize : CStorageApiBase {
-  static int32_t start(Request& request);
-  static int32_t fetch(const Request& request, std::string& text);
-  static constexpr Rule rule{.commands = {{{"start", start}}}, .fetch = fetch};
+  static constexpr Words states{"off", "not_initialized", "on"};
+  static constexpr Rule rule{
+      .accepts = Words{Word{"start", CardDaemon::kInitialize}},
+      .peer = {.tell = tellCard, .ask = askCard, .id = CardDaemon::kInitializeState},
+      .shows = {.words = &states},
+  };
 };
 
 struct CDisk::CMount : CStorageApiBase {
-  static int32_t mount(Request& request);
-  static int32_t unmount(Request& request);
-  static constexpr Rule rule{.commands = {{{"on", mount}, {"off", unmount}}}};
+  static constexpr Rule rule{.accepts = Words{Word{"on", CardDaemon::kMount}, Word{"off", CardDaemon::kUnmount}},
+                             .peer = {.tell = tellCard}};
 };
 
 struct CDisk::CErecmode : CStorageApiBase {
@@ -64,7 +72,7 @@ struct CDisk::CCheck : CStorageApiBase {
   static constexpr Rule rule{.fetch = fetch};
 };
 
-// By the files that the recording makes.
+/** Whether something is being recorded, by the file that then is there. */
 struct CDisk::CRec : CStorageApiBase {
   static int32_t fetch(const Request& request, std::string& text);
   static constexpr Rule rule{.fetch = fetch};
