@@ -19,7 +19,11 @@ namespace {
 constexpr const char* kFile = "/etc/lighttpd/.htpasswd";
 constexpr size_t kLongestPassword = 16;
 
-constexpr const char* kBackUp = "cp -af /etc/lighttpd/.htpasswd /etc/lighttpd/.htpasswd.bak";
+// The copy gets its name when it is whole: a part of one must not take the file's place at the next start.
+constexpr const char* kBackUp =
+    "cp -af /etc/lighttpd/.htpasswd /etc/lighttpd/.htpasswd.new && "
+    "mv -f /etc/lighttpd/.htpasswd.new /etc/lighttpd/.htpasswd.bak";
+constexpr const char* kDropCopy = "rm -f /etc/lighttpd/.htpasswd.new";
 constexpr const char* kRestore = "mv -f /etc/lighttpd/.htpasswd.bak /etc/lighttpd/.htpasswd ";
 constexpr const char* kRemoveBackUp = "rm -f /etc/lighttpd/.htpasswd.bak";
 
@@ -38,8 +42,7 @@ int32_t edit(const std::vector<std::string>& tool) {
   if (!runs(kBackUp)) {
     TMX_LOG(LOG_ERR, "cp command error [ to backupfile from .htpasswd ]");
     TMX_LOG(LOG_ERR, " : maybe there are some bugs on FileSyste and LinuxOS");
-    // A part of a copy must not take the file's place at the next start.
-    static_cast<void>(runs(kRemoveBackUp));
+    static_cast<void>(runs(kDropCopy));
     return -1;
   }
   if (CTmxdUtility::execProcess(tool) != 0) {

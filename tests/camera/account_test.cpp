@@ -122,6 +122,28 @@ TEST_F(AccountTest, NoPasswordIsLogged) {
   EXPECT_EQ(camera().read("journal.jsonl").find("topsecret"), std::string::npos);
 }
 
+TEST(Account, APowerCutAnywhereInADeletionLosesNoOtherLogin) {
+  Camera camera;
+  ASSERT_TRUE(camera.up());
+  camera.ask("system.password.admin=keeps&system.password.admin(1)=goes");
+  const std::string before = camera.read(kFile);
+  const std::string after = before.substr(0, before.find('\n') + 1);
+  unsigned operation = 0;
+  for (bool isCut = true; isCut;) {
+    ++operation;
+    camera.write(kFile, before);
+    camera.flash("cut=" + std::to_string(operation));
+    isCut = camera.ask("system.password.admin(1).status=initialize") == "<closed>";
+    camera.flash("off");
+    camera.cut();
+    ASSERT_TRUE(camera.up()) << operation << camera.log();
+    const std::string left = camera.read(kFile);
+    EXPECT_TRUE(left == before || left == after) << operation << ": " << left;
+    EXPECT_FALSE(std::filesystem::exists(camera.path(kBackUp))) << operation;
+  }
+  EXPECT_GT(operation, 5U) << "copy, tool, removal";
+}
+
 TEST(Account, AStartTakesACutDeletionBack) {
   Camera camera;
   ASSERT_TRUE(camera.up());
