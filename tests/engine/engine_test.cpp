@@ -498,6 +498,7 @@ TEST_F(Engine, ValuesAreAcceptedAsTheRuleSays) {
       {"text=abcde", "414", ""},      {"text=%61%62%63%64", "200", "abcd"},
       {"text=a:b", "451", ""},        {"text=%00", "200", "none"},
       {"plain=a+b", "200", "a+b"},    {"kept=a%0ab", "451", ""},
+      {"plain=a%00b", "451", ""},     {"text=%00b", "451", ""},
       {"kept=" + longest, "200", ""}, {"kept=x" + longest, "457", ""},
   };
   for (const auto& test : kCases) {
