@@ -1,3 +1,4 @@
+#include "sim/neighbours/Lens.h"
 #include "tests/sim/Neighbours.h"
 
 namespace {
