@@ -12,7 +12,6 @@ namespace {
 constexpr Words kCardStates{"empty", "read_only", "on"};
 constexpr Words kUnusedStates{"off_empty", "off_read_only", "off"};
 
-constexpr const char* kRecording = "/tmp/sdrec_recording";
 constexpr const char* kWriteError = "/tmp/sd_err_mem_write";
 constexpr const char* kSpaceError = "/tmp/sd_err_mem_space";
 
@@ -53,8 +52,8 @@ int32_t CDisk::CCheck::fetch(const Request& /*request*/, std::string& text) {
   return 0;
 }
 
-int32_t CDisk::CRec::fetch(const Request& /*request*/, std::string& text) {
-  text = CommonInterface::isFileExist(kRecording) ? "on" : "off";
+int32_t askMarker(const Peer& peer, const Request& /*request*/, std::string& text) {
+  text = std::to_string(CommonInterface::isFileExist(std::string(peer.path)) ? 1 : 0);
   return 0;
 }
 

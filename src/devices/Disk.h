@@ -72,10 +72,13 @@ struct CDisk::CCheck : CStorageApiBase {
   static constexpr Rule rule{.fetch = fetch};
 };
 
-/** Whether something is being recorded, by the file that then is there. */
+/** Whether there is the file of the peer's path, 1 or 0. */
+[[nodiscard]] int32_t askMarker(const Peer& peer, const Request& request, std::string& text);
+
+/** Whether something is being recorded, by the file that is then there. */
 struct CDisk::CRec : CStorageApiBase {
-  static int32_t fetch(const Request& request, std::string& text);
-  static constexpr Rule rule{.fetch = fetch};
+  static constexpr Words states{"off", "on"};
+  static constexpr Rule rule{.peer = {.ask = askMarker, .path = "/tmp/sdrec_recording"}, .shows = {.words = &states}};
 };
 
 /** "1" for a failed write, "2" for a full card, "1|2", or "0". */

@@ -13,16 +13,10 @@ namespace {
 
 namespace row = serial_row;
 
-constexpr const char* kDevice = "/dev/ttyS1";
 /** The driver's request that takes the offset, as a number of 64 bits. */
 constexpr unsigned long kSetRtsOffset = 0x5471;
 
 }  // namespace
-
-int32_t CSerialCount::fetch(const Request& /*request*/, std::string& text) {
-  text = std::to_string(ModelFeature::has(Feature::SERIAL_PASS) ? 1 : 0);
-  return 0;
-}
 
 /** A number is kept as its plain decimal text. */
 int32_t tellSerial(const Peer& peer, Request& request) {
@@ -36,8 +30,8 @@ int32_t tellSerial(const Peer& peer, Request& request) {
                                             .stopBits = number(row::SERIAL_STOPBIT)});
 }
 
-int32_t CSerial::CRtsOffset::act(Request& request) {
-  const FileDescriptor device(open(kDevice, O_RDWR | O_CLOEXEC));
+int32_t tellDriver(const Peer& peer, Request& request) {
+  const FileDescriptor device(open(std::string(peer.path).c_str(), O_RDWR | O_CLOEXEC));
   if (!device.isValid()) {
     TMX_LOG(LOG_ERR, "/dev/ttyS1 open err");
     return -status::kInternalError;

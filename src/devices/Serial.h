@@ -8,9 +8,15 @@
 
 namespace Peripheral {
 
+/** "1" on a model with the feature, else "0". */
+template <Feature feature>
+int32_t countWith(const Request& /*request*/, std::string& text) {
+  text = std::to_string(ModelFeature::has(feature) ? 1 : 0);
+  return 0;
+}
+
 struct CSerialCount : CPeripheralApiBase {
-  static int32_t fetch(const Request& request, std::string& text);
-  static constexpr Rule rule{.fetch = fetch};
+  static constexpr Rule rule{.fetch = countWith<Feature::SERIAL_PASS>};
 };
 
 struct CSerial : CPeripheralApiBase {
@@ -60,13 +66,14 @@ struct CSerial::CComment : CPeripheralApiBase {
   };
 };
 
-/** Goes to the driver of the port itself. */
+/** Tells the driver of the port itself. */
+[[nodiscard]] int32_t tellDriver(const Peer& peer, Request& request);
+
 struct CSerial::CRtsOffset : CPeripheralApiBase {
-  static int32_t act(Request& request);
   static constexpr Rule rule{
       .accepts = Number{.low = 0, .high = 32767},
       .place = serial_row::SERIAL_RTS_OFFSET,
-      .act = act,
+      .peer = {.tell = tellDriver, .path = "/dev/ttyS1"},
       .keeps = Keeps::WriteThrough,
   };
 };
