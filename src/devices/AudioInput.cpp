@@ -2,7 +2,7 @@
 
 #include "platform/zr_com.h"
 #include "request/Log.h"
-#include "service/CTmxdUtility.h"
+#include "service/Gpio.h"
 #include "service/Numbers.h"
 
 namespace Audio {
@@ -13,21 +13,23 @@ constexpr uint32_t kSecondChannel = 9;
 /** What the driver hears of half duplex, on or off. */
 constexpr int32_t kDuplexChanged = 5;
 
-void logFailure(AudioDriver kind) {
+void logFailure(GpioCommand kind) {
   constexpr long kResult = -1;
   switch (kind) {
-    case AudioDriver::MicGain:
+    case GpioCommand::MicGain:
       TMX_LOG(LOG_ERR, " mic gain set error(%ld)", kResult);
       TMX_LOG(LOG_ERR, "set agc or gain error (%ld)", kResult);
       return;
-    case AudioDriver::PowerSupply:
+    case GpioCommand::PowerSupply:
       TMX_LOG(LOG_ERR, " power supply set failed(%ld)", kResult);
       return;
-    case AudioDriver::Halfduplex:
+    case GpioCommand::Halfduplex:
       TMX_LOG(LOG_ERR, " failed : duplex set(%ld) ", kResult);
       return;
-    case AudioDriver::Loopback:
+    case GpioCommand::Loopback:
       TMX_LOG(LOG_ERR, "failed : loopback set(%ld)", kResult);
+      return;
+    default:
       return;
   }
 }
@@ -35,13 +37,13 @@ void logFailure(AudioDriver kind) {
 }  // namespace
 
 int32_t m_writeDriver(const Peer& peer, Request& request) {
-  const long kind = peer.idFor(request.selectors);
+  const auto command = static_cast<GpioCommand>(peer.id);
+  const long kind = peer.id;
   const long value = request.number;
   TMX_LOG(LOG_DEBUG, "write :val(%ld) ", value);
-  const GpioMessage message{.words = {static_cast<uint32_t>(kind), static_cast<uint32_t>(value)}};
-  if (CTmxdUtility::sendGPIO(message) == 0) return 0;
+  if (gpio::tell(command, request.number) == 0) return 0;
   TMX_LOG(LOG_ERR, " Data Send failed (gpio:ak4631:[%ld:%ld] : failed(%m))", kind, value);
-  logFailure(static_cast<AudioDriver>(kind));
+  logFailure(command);
   return -status::kInternalError;
 }
 
@@ -60,7 +62,7 @@ uint32_t ofChannel(const Selectors& selectors) {
 int32_t CInput::CHalfduplex::act(Request& request) {
   if (zr_set_audio_duplex(request.number) < 0) return -status::kInternalError;
   request.number = kDuplexChanged;
-  return m_writeDriver(driver(AudioDriver::Halfduplex), request);
+  return m_writeDriver(driver(GpioCommand::Halfduplex), request);
 }
 
 int32_t CInput::CGain::check(Request& request) {

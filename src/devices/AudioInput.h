@@ -18,7 +18,7 @@ struct CInput : CAudioApiBase {
 };
 
 /** The sound driver, told by messages that it does not answer. */
-[[nodiscard]] constexpr Peer driver(AudioDriver kind) {
+[[nodiscard]] constexpr Peer driver(GpioCommand kind) {
   return {.tell = m_writeDriver, .id = static_cast<uint32_t>(kind)};
 }
 
@@ -42,7 +42,7 @@ struct CInput::CPowersupply::CStatus : CAudioApiBase {
   static constexpr Rule rule{
       .accepts = Words{Word{"on", 10}, Word{"off", 11}},
       .place = audio_row::AUDIO_INPUT_POWER_SUPPLY,
-      .peer = driver(AudioDriver::PowerSupply),
+      .peer = driver(GpioCommand::PowerSupply),
       .keeps = Keeps::WriteThrough,
       .shows = {.image = Image::User},
   };
@@ -54,7 +54,7 @@ struct CInput::CGain : CAudioApiBase {
   static constexpr Rule rule{
       .accepts = Test{check},
       .place = audio_row::AUDIO_MIC_GAIN,
-      .peer = driver(AudioDriver::MicGain),
+      .peer = driver(GpioCommand::MicGain),
       .keeps = Keeps::WriteThrough,
       .shows = {.image = Image::User},
   };
@@ -66,7 +66,7 @@ struct CInput::CLoopback : CAudioApiBase {
   static constexpr Rule rule{
       .accepts = Words{Word{"on", 15}, Word{"off", 14}},
       .place = &state,
-      .peer = driver(AudioDriver::Loopback),
+      .peer = driver(GpioCommand::Loopback),
       .keeps = Keeps::InMemory,
   };
 };

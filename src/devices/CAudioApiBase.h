@@ -9,9 +9,6 @@ struct CAudioApiBase : CApiBase {};
 
 namespace Audio {
 
-/** What the messages to the sound driver set. */
-enum class AudioDriver : uint32_t { MicGain = 50, PowerSupply = 51, Halfduplex = 52, Loopback = 53 };
-
 // Peers of rules (Rule.h): 0, or -500.
 /** Hands the driver the number; it sits behind the pin daemon and answers nothing. */
 [[nodiscard]] int32_t m_writeDriver(const Peer& peer, Request& request);

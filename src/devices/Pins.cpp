@@ -1,12 +1,10 @@
 #include "devices/Pins.h"
 
-#include "service/CTmxdUtility.h"
+#include "service/Gpio.h"
 #include "service/Numbers.h"
 
 namespace Peripheral {
 namespace {
-
-constexpr uint32_t kFormatSwitch = 20;
 
 constexpr int32_t kShortest = 100;
 constexpr int32_t kLongest = 5000;
@@ -32,9 +30,9 @@ Cell COutputPin::CPin::CDuration::locate(const Selectors& selectors, Row row) {
 }
 
 int32_t CSwitch::CStatus::fetch(const Request& /*request*/, std::string& text) {
-  GpioMessage reply;
-  if (CTmxdUtility::sendGPIO(GpioMessage{.words = {kFormatSwitch}}, &reply) < 0) return -status::kInternalError;
-  text = reply.words[2] != 0 ? "ntsc" : "pal";
+  int32_t position = 0;
+  if (gpio::ask(GpioCommand::FormatSwitch, position) < 0) return -status::kInternalError;
+  text = position != 0 ? "ntsc" : "pal";
   return 0;
 }
 

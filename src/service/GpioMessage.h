@@ -23,6 +23,10 @@ enum class GpioCommand : uint32_t {
   FocusDirection = 42,   ///< ask: 0 near, 1 far
   FocusPosition = 43,    ///< ask
   FocusProgress = 45,    ///< ask: percent
+  MicGain = 50,          ///< tell: the register's value; this and the next three go on to the sound driver
+  PowerSupply = 51,      ///< tell: 10 on, 11 off
+  Halfduplex = 52,       ///< tell: 5, that it has changed
+  Loopback = 53,         ///< tell: 15 on, 14 off
 };
 
 /** One message of the GPIO daemon, in either direction: four words, 16 bytes on the wire. */
