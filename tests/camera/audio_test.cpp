@@ -187,10 +187,14 @@ TEST_F(AudioTest, DaylightSavingIsTheOnvifServicesAlone) {
   EXPECT_EQ(ask("=on"), kOk);
   EXPECT_EQ(camera().flashOperations(), 0U);
   EXPECT_EQ(ask("=ON"), k451);
+  EXPECT_EQ(camera().journalFields("library", "what"), Texts());
   EXPECT_EQ(ask("=off"), kOk);
+  EXPECT_EQ(camera().journalFields("library", "value"), Texts{"Japan"}) << "the zone is set anew";
   EXPECT_EQ(camera().row(kSystem, "DAYLIGHTSAVING"), "off");
   EXPECT_EQ(ask(""), "=off&200 OK");
+  camera().tell("dsp fail=zr_set_timezone");
   EXPECT_EQ(ask("=on"), kOk);
+  EXPECT_EQ(camera().row(kSystem, "DAYLIGHTSAVING"), "on");
 }
 
 }  // namespace
