@@ -346,6 +346,21 @@ TEST_F(Adjust, Information) {
   EXPECT_TRUE(camera().isLogged("ID = 2 : reg = E2"));
 }
 
+/** A built-in lens has the rows of the first one; what a start loads goes by the stored text alone. */
+TEST_F(Adjust, ASecondLensThatTheModelCannotHave) {
+  camera().ask("camera.adjust_service.iris.start=33&camera.adjust_service.status=save");
+  camera().setRow("flash/sysconfig/camera.conf", "IRIS_LENSTYPE", "lens2");
+  camera().setRow(kServiceFile, "SUB_IRIS_START", "44");
+  camera().clearJournal();
+  ASSERT_TRUE(camera().reboot());
+  EXPECT_EQ(camera().ask("camera.adjust_service.iris.start"), "camera.adjust_service.iris.start=33&200 OK");
+  const Texts starts = camera().journalFields("dsp", "start");
+  EXPECT_NE(std::ranges::find(starts, "44"), starts.end());
+  EXPECT_EQ(std::ranges::find(starts, "33"), starts.end());
+  camera().setRow("flash/sysconfig/camera.conf", "IRIS_LENSTYPE", "lens1");
+  ASSERT_TRUE(camera().reboot());
+}
+
 TEST(AdjustModels, RowsOfTheSecondLensAndOfAModelWithoutFilter) {
   Camera camera({.without = {"LENS_MODEL", "DAY_NIGHT"}});
   ASSERT_TRUE(camera.up());
