@@ -49,25 +49,28 @@ std::vector<Leaf> serviceLeaves() {
       {"lumx.speed", 1, 255, "ET_LUMX_SPEED", "0x78", 1, 1},
       {"lumx.gain", 1, 5, "ET_LUMX_GAIN", "0x78", 2, 1},
   };
-  struct Range {
-    std::string path, key, frame;
+  const Leaf ranges[] = {
+      {"range.wide.r", -15, 16, "W_R_RANGE", "0x59", 1, 1},
+      {"range.wide.b", -15, 16, "W_B_RANGE", "0x59", 2, 1},
+      {"range.wide.g_low", 1, 16, "W_G_RANGE_LOW", "0x59", 3, 1},
+      {"range.wide.g_norm", 1, 16, "W_G_RANGE_NORM", "0x59", 4, 1},
+      {"range.wide.g_high", 1, 16, "W_G_RANGE_HIGH", "0x59", 5, 1},
+      {"range.wide.mg_low", 1, 16, "W_MG_RANGE_LOW", "0x59", 6, 1},
+      {"range.wide.mg_norm", 1, 16, "W_MG_RANGE_NORM", "0x59", 7, 1},
+      {"range.wide.mg_high", 1, 16, "W_MG_RANGE_HIGH", "0x59", 8, 1},
+      {"range.narrow.r", -15, 16, "N_R_RANGE", "0x5a", 1, 1},
+      {"range.narrow.b", -15, 16, "N_B_RANGE", "0x5a", 2, 1},
+      {"range.narrow.g_low", 1, 16, "N_G_RANGE_LOW", "0x5a", 3, 1},
+      {"range.narrow.g_norm", 1, 16, "N_G_RANGE_NORM", "0x5a", 4, 1},
+      {"range.narrow.g_high", 1, 16, "N_G_RANGE_HIGH", "0x5a", 5, 1},
+      {"range.narrow.mg_low", 1, 16, "N_MG_RANGE_LOW", "0x5a", 6, 1},
+      {"range.narrow.mg_norm", 1, 16, "N_MG_RANGE_NORM", "0x5a", 7, 1},
+      {"range.narrow.mg_high", 1, 16, "N_MG_RANGE_HIGH", "0x5a", 8, 1},
   };
-  for (const Range& range : {Range{"range.wide.", "W_", "0x59"}, Range{"atw.range.wide.", "W_", "0x59"},
-                             Range{"range.narrow.", "N_", "0x5a"}, Range{"atw.range.narrow.", "N_", "0x5a"}}) {
-    int at = 1;
-    for (const std::string item : {"r", "b", "g_low", "g_norm", "g_high", "mg_low", "mg_norm", "mg_high"}) {
-      std::string key = range.key;
-      const std::string name = item.substr(0, item.find('_'));
-      for (const char letter : name)
-        key += static_cast<char>(letter - 'a' + 'A');
-      key += "_RANGE";
-      if (name != item) {
-        key += "_";
-        for (const char letter : item.substr(item.find('_') + 1))
-          key += static_cast<char>(letter - 'a' + 'A');
-      }
-      leaves.push_back({range.path + item, name.size() == item.size() ? -15 : 1, 16, key, range.frame, at++, 1});
-    }
+  for (Leaf leaf : ranges) {
+    leaves.push_back(leaf);
+    leaf.path = "atw." + leaf.path;  // the same values, at a second place
+    leaves.push_back(leaf);
   }
   for (Leaf& leaf : leaves) {
     leaf.path = "camera.adjust_service." + leaf.path;
