@@ -70,30 +70,17 @@ int32_t toDsp(Request& request) {
   }
 }
 
-/** The same for an operation that takes the text of a value. */
-template <auto Set>
-int32_t textToDsp(Request& request) {
-  if constexpr (requires { (cameraDsp().*Set)(request.value, true); }) {
-    return (cameraDsp().*Set)(request.value, true);
-  } else {
-    return (cameraDsp().*Set)(request.value);
-  }
-}
-
 /** Rule::fetch of what the channel to the DSP tells: a text, or a number, which refuses below 0. */
 template <auto Get>
 int32_t fromDsp(const Request& /*request*/, std::string& text) {
   if constexpr (requires { (cameraDsp().*Get)(text); }) {
     return (cameraDsp().*Get)(text);
-  } else if constexpr (requires {
-                         text = (cameraDsp().*Get)();
-                         requires !std::integral<decltype((cameraDsp().*Get)())>;
-                       }) {
-    text = (cameraDsp().*Get)();
-    return 0;
-  } else {
+  } else if constexpr (std::integral<decltype((cameraDsp().*Get)())>) {
     const auto number = static_cast<int32_t>((cameraDsp().*Get)());
     text = std::to_string(number);
     return number < 0 ? number : 0;
+  } else {
+    text = (cameraDsp().*Get)();
+    return 0;
   }
 }

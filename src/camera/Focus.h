@@ -45,7 +45,7 @@ struct CFocus : CCameraApiBase {
 struct CFocus::CStatus : CCameraApiBase {
   static constexpr Rule rule{
       .accepts = Text{},
-      .act = textToDsp<&CameraDSP::setFocusStateAf>,
+      .act = toDsp<&CameraDSP::setFocusStateAf>,
       .fetch = fromDsp<&CameraDSP::getFocusStateAf>,
   };
 };

@@ -13,7 +13,7 @@ struct CId : CCameraApiBase {
   static constexpr Rule rule{
       .accepts = Text{.most = 40, .escapes = Escapes::DecodedPlus, .canBeEmpty = true},
       .place = camera_row::COMMENT,
-      .act = textToDsp<&CameraDSP::setId>,
+      .act = toDsp<&CameraDSP::setId>,
       .shows = {.image = Image::User, .escaped = true},
       .answers = kSaveCamera,
   };

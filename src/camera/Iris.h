@@ -8,7 +8,7 @@ namespace Camera {
 struct CIris : CCameraApiBase {
   static constexpr Rule rule{
       .accepts = Text{},
-      .act = textToDsp<&CameraDSP::setIrisMode>,
+      .act = toDsp<&CameraDSP::setIrisMode>,
       .refusals = {{{dsp::kOutOfRange, status::kInvalidRange}}},
   };
   struct CLenstype;
@@ -19,7 +19,7 @@ struct CIris::CLenstype : CCameraApiBase {
   static constexpr Rule rule{
       .accepts = Text{},
       .place = camera_row::IRIS_LENSTYPE,
-      .act = textToDsp<&CameraDSP::setLensType>,
+      .act = toDsp<&CameraDSP::setLensType>,
       .shows = {.image = Image::User},
       .answers = kSaveCamera,
       .refusals = {{{dsp::kOutOfRange, status::kInvalidRange}, {dsp::kNotUnderstood, status::kMethodNotAllowed}}},

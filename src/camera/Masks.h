@@ -40,14 +40,13 @@ constexpr Rule maskRule(camera_row::Row row, const Accepts& accepts, Act act) {
 /** Six hexadecimal digits, of which the DSP gets the first two: the mask is grey. */
 struct CPrivateMask::CColor : CCameraApiBase {
   static constexpr Rule rule =
-      maskRule(camera_row::PRIVACY_MASK_COLOR, Hex{.digits = 6}, textToDsp<&CameraDSP::setPrivacymaskColor>);
+      maskRule(camera_row::PRIVACY_MASK_COLOR, Hex{.digits = 6}, toDsp<&CameraDSP::setPrivacymaskColor>);
 };
 
 /** A bit for each field of the picture, in hexadecimal digits. */
 struct CPrivateMask::CArea : CCameraApiBase {
   static constexpr Text kDigits{.most = 510, .least = 510, .wrongLength = status::kInvalidRange};
-  static constexpr Rule rule =
-      maskRule(camera_row::PRIVACY_MASK_AREA, kDigits, textToDsp<&CameraDSP::setPrivacymaskArea>);
+  static constexpr Rule rule = maskRule(camera_row::PRIVACY_MASK_AREA, kDigits, toDsp<&CameraDSP::setPrivacymaskArea>);
 };
 
 }  // namespace Camera
