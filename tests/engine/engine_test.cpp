@@ -549,6 +549,11 @@ TEST_F(Engine, ALiveValueGoesBeforeTheStoredOne) {
 TEST_F(Engine, TheHintNamesTheSelectorAsItWasAsked) {
   EXPECT_EQ(request("toy(02).memory=x"), "202(toy(02).save)");
   EXPECT_EQ(request("toy.memory=x"), "202(toy.save)");
+
+  Hint named = kSave;
+  named.byDefault = "1";
+  EXPECT_EQ(RuleEngine::hintText(named, {"", "2"}), "(toy(2).save)");
+  EXPECT_EQ(RuleEngine::hintText(named, {"", ""}), "(toy(1).save)");
 }
 
 TEST_F(Engine, ACommitTakesOverWhatDiffersAndThenApplies) {
