@@ -56,8 +56,8 @@ int32_t DetectionSet::setStatus(int32_t status) const {
   return result;
 }
 
-int32_t DetectionSet::sendStatus(bool isOn) const {
-  const int32_t result = m_daemon.putString(static_cast<int32_t>(Kind::Status), statusWord(isOn ? 1 : 0));
+int32_t DetectionSet::reportMotion() const {
+  const int32_t result = m_daemon.putString(static_cast<int32_t>(Kind::Status), statusWord(1));
   if (result < 0) TMX_LOG(LOG_ERR, "set status failed (%ld) ", static_cast<long>(result));
   return result;
 }

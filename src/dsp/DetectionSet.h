@@ -25,8 +25,8 @@ class DetectionSet {
   [[nodiscard]] int32_t setLevelTamp(int32_t level) const;
   [[nodiscard]] int32_t setTemporalTamp(int32_t seconds) const;
 
-  /** Whether motion is to be told, for somebody who listens besides: sent, and not kept. 200, or -500. */
-  [[nodiscard]] int32_t sendStatus(bool isOn) const;
+  /** Has motion reported for somebody who listens besides: sent, and not kept. 200, or -500. */
+  [[nodiscard]] int32_t reportMotion() const;
 
   // What else changes the picture; tamper detection must not take that for tampering. Sent, and kept elsewhere. Without
   // sendflag nothing is sent and the result is 0. An aspect (Encoder's states) is -457 when it is not 0 or 1.

@@ -28,6 +28,8 @@ void refreshProfile(const std::string& path, const OnvifChannel& channel) {
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
   file << onvif_profile::refreshed(text.str(), channel) << std::flush;
   if (!file) TMX_LOG(LOG_ERR, "write error %s(%m)", path.c_str());
+  for (int i = 0; i < kSyncs; ++i)
+    sync();
 }
 
 }  // namespace
@@ -35,11 +37,8 @@ void refreshProfile(const std::string& path, const OnvifChannel& channel) {
 pid_t OnvifWorker::readPid() { return CTmxdNetworkUtility::readPid(kPidFile); }
 
 void OnvifWorker::refreshProfiles(const OnvifSettings& settings) {
-  for (size_t channel = 0; channel < settings.channels.size(); ++channel) {
+  for (size_t channel = 0; channel < settings.channels.size(); ++channel)
     refreshProfile(kProfiles + std::to_string(channel), settings.channels.at(channel));
-    for (int i = 0; i < kSyncs; ++i)
-      sync();
-  }
 }
 
 pid_t OnvifWorker::start(const OnvifSettings& settings) {
@@ -55,4 +54,4 @@ void OnvifWorker::waitForEnd(pid_t pid) {
 }
 
 /** A detection daemon that does not hear of it holds nothing up. */
-void OnvifWorker::tellDetection() { static_cast<void>(DetectionSet().sendStatus(true)); }
+void OnvifWorker::tellDetection() { static_cast<void>(DetectionSet().reportMotion()); }
