@@ -17,3 +17,9 @@ struct Commit {
  * differs, unless settings are replayed; otherwise 0, or a negated status.
  */
 [[nodiscard]] int32_t carryOut(const Commit& commit, Request& request);
+
+/** The same as the function of a command. */
+template <const Commit& commit>
+int32_t takeOver(Request& request) {
+  return carryOut(commit, request);
+}

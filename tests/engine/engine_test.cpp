@@ -558,7 +558,7 @@ TEST_F(Engine, TheHintNamesTheSelectorAsItWasAsked) {
 
 TEST_F(Engine, ACommitTakesOverWhatDiffersAndThenApplies) {
   static constexpr Row kRows[] = {network_row::NTP_HOST, network_row::HOSTNAME};
-  const Commit commit{.rows = kRows, .check = act, .apply = run};
+  static constexpr Commit commit{.rows = kRows, .check = act, .apply = run};
   Parameter parameter;
   Request request{parameter, {}, "go"};
   CUserConfig::getInstance()->adopt(*Config::getInstance(), kRows);
@@ -571,7 +571,7 @@ TEST_F(Engine, ACommitTakesOverWhatDiffersAndThenApplies) {
   EXPECT_EQ(everywhere(), "new,old,old");
   results.clear();
   trace.clear();
-  EXPECT_EQ(carryOut(commit, request), 0);
+  EXPECT_EQ(takeOver<commit>(request), 0);
   EXPECT_EQ(trace, (Trace{"act:go new,old,old", "run:go new,new,new"}));
 
   trace.clear();
