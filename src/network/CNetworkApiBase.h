@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "network/LiveNetwork.h"
 #include "service/NetworkRows.h"
@@ -49,6 +50,18 @@ int32_t leased(const Request& request, std::string& text) {
 template <const auto& rows, size_t Layer>
 Cell rowOf(const Selectors& selectors, Row /*first*/) {
   return {rows.at(static_cast<size_t>(selectorNumber(selectors, Layer, 0)))};
+}
+
+/** Place::locate: the row of the list that a selector counts from 1; the rule names the first, the others follow it. */
+template <size_t Layer>
+Cell nthRow(const Selectors& selectors, Row first) {
+  return {Row(first.family, first.number + selectorNumber(selectors, Layer, 1) - 1)};
+}
+
+/** Place::locate: another row than the rule's where a selector is the word. */
+template <size_t Layer, const std::string_view& word, network_row::Row other>
+Cell rowOfWord(const Selectors& selectors, Row otherwise) {
+  return {selectors.at(Layer) == word ? Row(other) : otherwise};
 }
 
 /** The rule of a value that is staged until the request of the hint; the active value needs no such request. */

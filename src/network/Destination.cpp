@@ -12,7 +12,6 @@
 #include "service/NetworkRows.h"
 #include "service/Numbers.h"
 #include "service/Session.h"
-#include "tree/Commit.h"
 
 namespace Network {
 
@@ -21,13 +20,6 @@ using namespace stream_destination;
 
 namespace {
 
-constexpr std::array<Row, 14> kSavedRows = {
-    network_row::DEST1_HOST,      network_row::DEST2_HOST,      network_row::DEST3_HOST,
-    network_row::DEST4_HOST,      network_row::DEST5_HOST,      network_row::DEST1_PORT,
-    network_row::DEST2_PORT,      network_row::DEST3_PORT,      network_row::DEST4_PORT,
-    network_row::DEST5_PORT,      network_row::DEST1_FRAMERATE, network_row::DEST2_FRAMERATE,
-    network_row::DEST3_FRAMERATE, network_row::DEST_USERDATA,
-};
 constexpr int32_t kSessionSlots = 22;
 
 int32_t numberOf(const Selectors& selectors) { return selectorNumber(selectors, 1, 1); }
@@ -100,8 +92,6 @@ int32_t CDestination::CStatus::state(const Request& request, std::string& text) 
   text = network_rows::isOn(rows(numberOf(request.selectors)).status) ? "on" : "off";
   return 0;
 }
-
-int32_t CDestination::CStatus::save(Request& request) { return carryOut({.rows = kSavedRows}, request); }
 
 int32_t CDestination::CStatus::stop(Request& request) {
   const int32_t number = numberOf(request.selectors);

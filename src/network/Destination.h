@@ -2,6 +2,7 @@
 
 #include "network/CNetworkApiBase.h"
 #include "network/StreamDestination.h"
+#include "tree/Commit.h"
 #include "tree/Node.h"
 
 /** The fixed multicast streams: their values wait for a save, their senders are started and stopped. */
@@ -80,13 +81,22 @@ struct CDestination::CUserdata : CNetworkApiBase {
       stagedForDestination(Words{"on", "off"}, network_row::DEST_USERDATA, Unchanged::AfterKeeping);
 };
 
+inline constexpr Row kDestinationRows[] = {
+    network_row::DEST1_HOST,      network_row::DEST2_HOST,      network_row::DEST3_HOST,
+    network_row::DEST4_HOST,      network_row::DEST5_HOST,      network_row::DEST1_PORT,
+    network_row::DEST2_PORT,      network_row::DEST3_PORT,      network_row::DEST4_PORT,
+    network_row::DEST5_PORT,      network_row::DEST1_FRAMERATE, network_row::DEST2_FRAMERATE,
+    network_row::DEST3_FRAMERATE, network_row::DEST_USERDATA,
+};
+inline constexpr Commit kDestinationsCommit{.rows = kDestinationRows};
+
 /** Whether the stream is sent; "save" takes over what waits for any of the destinations, and touches no sender. */
 struct CDestination::CStatus : CNetworkApiBase {
-  static int32_t save(Request& request);
   static int32_t start(Request& request);
   static int32_t stop(Request& request);
   static int32_t state(const Request& request, std::string& text);
-  static constexpr Rule rule{.commands = {{{"save", save}, {"start", start}, {"stop", stop}}}, .fetch = state};
+  static constexpr Rule rule{.commands = {{{"save", takeOver<kDestinationsCommit>}, {"start", start}, {"stop", stop}}},
+                             .fetch = state};
 
   /** What "start" and "stop" have done is answered as a value. */
   int32_t execWrite(ExecArgs* args) override;

@@ -10,7 +10,6 @@
 #include "request/Log.h"
 #include "service/CTmxdNetworkUtility.h"
 #include "service/NetworkRows.h"
-#include "tree/Commit.h"
 
 namespace Network {
 namespace {
@@ -20,7 +19,6 @@ using Process = CommonInterface::Process;
 constexpr const char* kProgram = "/bin/rtspd";
 constexpr const char* kPidFile = "/var/run/rtsp.pid";
 constexpr int32_t kStopAttempts = 500;
-constexpr Row kRows[] = {network_row::RTSP_CONFIG_PORT, network_row::RTSP_SERVER_STATUS};
 
 /** 0 when the server has gone. */
 int32_t m_stopRtspd(pid_t pid) {
@@ -62,14 +60,11 @@ int32_t m_execRtspd() {
   return 0;
 }
 
-/** Commit::apply. */
-int32_t apply(Request& /*request*/) {
+}  // namespace
+
+int32_t restartRtspd(Request& /*request*/) {
   if (!isStopped()) return -status::kInternalError;
   return network_rows::active(network_row::RTSP_SERVER_STATUS) == "off" ? 0 : m_execRtspd();
 }
-
-}  // namespace
-
-int32_t CRtsp::CStatus::restart(Request& request) { return carryOut({.rows = kRows, .apply = apply}, request); }
 
 }  // namespace Network

@@ -2,20 +2,10 @@
 
 #include "network/AccessHost.h"
 #include "request/Log.h"
-#include "service/Daemon.h"
 
 namespace Network {
 
 namespace {
-
-const Service& agent() {
-  static const Service snmpd{
-      .program = "/bin/snmpd",
-      .pidFile = "/var/run/snmpd.pid",
-      .arguments = {"-Lsd", "-Lf", "/dev/null", "-p", "/var/run/snmpd.pid", "-a"},
-  };
-  return snmpd;
-}
 
 const Service& beacon() {
   static const Service amxBeacond{.program = "/bin/amx_beacond", .pidFile = "/var/run/amx_beacond.pid"};
@@ -24,9 +14,13 @@ const Service& beacon() {
 
 }  // namespace
 
-int32_t CSnmpAgent::CStatus::turn(Request& request) {
-  const int32_t stopped = agent().stop();
-  return request.value == "off" || stopped < 0 ? stopped : agent().start();
+const Service& snmpd() {
+  static const Service agent{
+      .program = "/bin/snmpd",
+      .pidFile = "/var/run/snmpd.pid",
+      .arguments = {"-Lsd", "-Lf", "/dev/null", "-p", "/var/run/snmpd.pid", "-a"},
+  };
+  return agent;
 }
 
 /** The value in force is in force. */
@@ -45,14 +39,6 @@ int32_t CAmxBeacon::CStatus::m_restartAMXBeacond() {
   const int32_t started = beacon().start();
   if (started < 0) TMX_LOG(LOG_ERR, "startAMXBeacond error");
   return started;
-}
-
-Cell COnvif::CQuality::CPriority::ofCodec(const Selectors& selectors, Row jpeg) {
-  return {selectors.at(3) == "h264" ? Row(network_row::ONVIF_QUALITY_PRIORITY_H264) : jpeg};
-}
-
-Cell CAccessControl::CHost::entry(const Selectors& selectors, Row first) {
-  return {Row(first.family, first.number + selectorNumber(selectors, 2, 1) - 1)};
 }
 
 int32_t CAccessControl::CHost::isHost(Request& request) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "network/CNetworkApiBase.h"
+#include "service/Daemon.h"
+#include "tree/Commit.h"
 #include "tree/Node.h"
 
 /**
@@ -11,6 +13,10 @@ namespace Network {
 
 // ---- RTSP ----------------------------------------------------------------------------------------------------------
 
+/** Commit::apply: stops the server, and starts it where it is to run. */
+int32_t restartRtspd(Request& request);
+inline constexpr Row kRtspRows[] = {network_row::RTSP_CONFIG_PORT, network_row::RTSP_SERVER_STATUS};
+inline constexpr Commit kRtspCommit{.rows = kRtspRows, .apply = restartRtspd};
 inline constexpr Hint kRestartRtsp{.layer = "network.rtsp(configuration)", .command = ".status=restart"};
 
 struct CRtsp : CNetworkApiBase {
@@ -20,10 +26,9 @@ struct CRtsp : CNetworkApiBase {
 };
 
 struct CRtsp::CStatus : CNetworkApiBase {
-  static int32_t restart(Request& request);
   static constexpr Rule rule{
       .accepts = Words{"on", "off"},
-      .commands = {{{"restart", restart}}},
+      .commands = {{{"restart", takeOver<kRtspCommit>}}},
       .place = network_row::RTSP_SERVER_STATUS,
       .keeps = Keeps::Staged,
       .unchanged = Unchanged::AfterKeeping,
@@ -71,11 +76,12 @@ struct COnvif::CQuality : CNetworkApiBase {
 
 /** What the service gives up first, for each kind of stream. */
 struct COnvif::CQuality::CPriority : CNetworkApiBase {
-  static Cell ofCodec(const Selectors& selectors, Row jpeg);
+  static constexpr std::string_view kH264 = "h264";
   static constexpr Selector selector{.empty = status::kNotUnderstood,
                                      .takes = SelectorWord{.words = Words{"jpeg", "h264"}}};
   static constexpr Rule rule{.accepts = Words{"bitrate", "quality"},
-                             .place = {network_row::ONVIF_QUALITY_PRIORITY_JPEG, ofCodec},
+                             .place = {network_row::ONVIF_QUALITY_PRIORITY_JPEG,
+                                       rowOfWord<3, kH264, network_row::ONVIF_QUALITY_PRIORITY_H264>},
                              .keeps = Keeps::WriteThrough};
 };
 
@@ -88,6 +94,13 @@ struct COnvif::CMetadata : CNetworkApiBase {
 };
 
 // ---- PSIA, SNMP, beacon --------------------------------------------------------------------------------------------
+
+/** Rule::act: the daemon is stopped, and with "on" started. */
+template <const Service& (*daemon)()>
+int32_t run(Request& request) {
+  const int32_t stopped = daemon().stop();
+  return request.value == "off" || stopped < 0 ? stopped : daemon().start();
+}
 
 /** A service whose process follows the value: `follow` starts or stops it before the value is kept. */
 constexpr Rule serviceSwitch(network_row::Row row, Act follow = nullptr, Unchanged unchanged = Unchanged::IsWritten) {
@@ -110,9 +123,10 @@ struct CSnmpAgent : CNetworkApiBase {
   struct CStatus;
 };
 
+const Service& snmpd();
+
 struct CSnmpAgent::CStatus : CNetworkApiBase {
-  static int32_t turn(Request& request);
-  static constexpr Rule rule = serviceSwitch(network_row::SNMP_AGENT_STATUS, turn);
+  static constexpr Rule rule = serviceSwitch(network_row::SNMP_AGENT_STATUS, run<snmpd>);
 };
 
 struct CAmxBeacon : CNetworkApiBase {
@@ -149,11 +163,10 @@ struct CAccessControl::CLogic : CNetworkApiBase {
 
 /** "%00" takes the entry out of the list. */
 struct CAccessControl::CHost : CNetworkApiBase {
-  static Cell entry(const Selectors& selectors, Row first);
   static int32_t isHost(Request& request);
   static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 10}};
   static constexpr Rule rule{
-      .accepts = Test{isHost}, .place = {network_row::AC_CTRL_HOST1, entry}, .keeps = Keeps::WriteThrough};
+      .accepts = Test{isHost}, .place = {network_row::AC_CTRL_HOST1, nthRow<2>}, .keeps = Keeps::WriteThrough};
 };
 
 }  // namespace Network

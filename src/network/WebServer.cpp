@@ -7,7 +7,6 @@
 #include "service/OnvifSettings.h"
 #include "service/Session.h"
 #include "tree/Accept.h"
-#include "tree/Commit.h"
 
 namespace Network {
 
@@ -18,28 +17,20 @@ namespace {
 
 constexpr std::array<Row, 4> kHttpRows = {network_row::HTTP_CONFIG_PORT, network_row::HTTP_CONFIG_STREAMING_PRIORITY,
                                           network_row::HTTP_CONFIG_STATUS, network_row::HTTP_CONFIG_STREAMING_STATUS};
-constexpr std::array<Row, 3> kHttpsRows = {network_row::HTTPS_CONFIG_PORT, network_row::HTTPS_CONFIG_STATUS,
-                                           network_row::HTTPS_CONFIG_STREAMING_STATUS};
 
-bool isStreamingPath(const Selectors& selectors) { return selectors.at(1) == "streaming"; }
+bool isStreamingPath(const Selectors& selectors) { return selectors.at(1) == kStreaming; }
 
 /** Whether a use is to be closed while the other protocol has it closed already. */
 bool isClosed(network_row::Row waits, network_row::Row other) {
   return staged(waits) == "off" && active(other) == "off";
 }
 
-// Commit::check: each use must stay open on one of the two protocols.
+/** Commit::check: each use must stay open on one of the two protocols. */
 int32_t httpStaysReachable(Request& /*request*/) {
   const bool refused = isClosed(network_row::HTTP_CONFIG_STATUS, network_row::HTTPS_CONFIG_STATUS) ||
                        isClosed(network_row::HTTP_CONFIG_STREAMING_STATUS, network_row::HTTPS_CONFIG_STREAMING_STATUS);
   return refused ? -status::kPreconditionFailed : 0;
 }
-int32_t httpsStaysReachable(Request& /*request*/) {
-  const bool refused = isClosed(network_row::HTTPS_CONFIG_STATUS, network_row::HTTP_CONFIG_STATUS) ||
-                       isClosed(network_row::HTTPS_CONFIG_STREAMING_STATUS, network_row::HTTP_CONFIG_STREAMING_STATUS);
-  return refused ? -status::kPreconditionFailed : 0;
-}
-
 }  // namespace
 
 int32_t isPort(Request& request) {
@@ -83,8 +74,10 @@ int32_t CHttps::CStatus::needsCertificate(Request& /*request*/) {
   return access("/mnt/flash/lighttpd/server.pem", F_OK) == 0 ? 0 : -status::kPreconditionFailed;
 }
 
-int32_t CHttps::CStatus::restart(Request& request) {
-  return carryOut({.rows = kHttpsRows, .check = httpsStaysReachable}, request);
+int32_t httpsStaysReachable(Request& /*request*/) {
+  const bool refused = isClosed(network_row::HTTPS_CONFIG_STATUS, network_row::HTTP_CONFIG_STATUS) ||
+                       isClosed(network_row::HTTPS_CONFIG_STREAMING_STATUS, network_row::HTTP_CONFIG_STREAMING_STATUS);
+  return refused ? -status::kPreconditionFailed : 0;
 }
 
 }  // namespace Network

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "network/CNetworkApiBase.h"
+#include "tree/Commit.h"
 #include "tree/Node.h"
 
 /**
@@ -9,11 +10,7 @@
  */
 namespace Network {
 
-/** Place::locate: the row of the use that the path speaks of; the rule names that of the configuration. */
-template <network_row::Row Streaming>
-Cell ofUse(const Selectors& selectors, Row configuration) {
-  return {selectors.at(1) == "streaming" ? Row(Streaming) : configuration};
-}
+inline constexpr std::string_view kStreaming = "streaming";
 
 /** Rule::accepts and Rule::fetch of a port: the server has one for both uses, under the configuration. */
 int32_t isPort(Request& request);
@@ -44,7 +41,7 @@ struct CHttp::CStatus : CNetworkApiBase {
   static constexpr Rule rule{
       .accepts = Words{"on", "off"},
       .commands = {{{"restart", restart, PostAction::RestartWebServer}}},
-      .place = {network_row::HTTP_CONFIG_STATUS, ofUse<network_row::HTTP_CONFIG_STREAMING_STATUS>},
+      .place = {network_row::HTTP_CONFIG_STATUS, rowOfWord<1, kStreaming, network_row::HTTP_CONFIG_STREAMING_STATUS>},
       .keeps = Keeps::Staged,
       .unchanged = Unchanged::AfterKeeping,
       .answers = {.layer = "network.http", .command = ".status=restart", .selector = 1, .byDefault = "configuration"},
@@ -82,13 +79,18 @@ struct CHttps : CNetworkApiBase {
   struct CPort;
 };
 
+/** Commit::check: 412 where a use would be closed on both protocols. */
+int32_t httpsStaysReachable(Request& request);
+inline constexpr Row kHttpsRows[] = {network_row::HTTPS_CONFIG_PORT, network_row::HTTPS_CONFIG_STATUS,
+                                     network_row::HTTPS_CONFIG_STREAMING_STATUS};
+inline constexpr Commit kHttpsCommit{.rows = kHttpsRows, .check = httpsStaysReachable};
+
 struct CHttps::CStatus : CNetworkApiBase {
   static int32_t needsCertificate(Request& request);
-  static int32_t restart(Request& request);
   static constexpr Rule rule{
       .accepts = Words{"on", "off"},
-      .commands = {{{"restart", restart, PostAction::RestartWebServer}}},
-      .place = {network_row::HTTPS_CONFIG_STATUS, ofUse<network_row::HTTPS_CONFIG_STREAMING_STATUS>},
+      .commands = {{{"restart", takeOver<kHttpsCommit>, PostAction::RestartWebServer}}},
+      .place = {network_row::HTTPS_CONFIG_STATUS, rowOfWord<1, kStreaming, network_row::HTTPS_CONFIG_STREAMING_STATUS>},
       .act = needsCertificate,
       .keeps = Keeps::Staged,
       .unchanged = Unchanged::AfterKeeping,
