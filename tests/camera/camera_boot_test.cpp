@@ -40,7 +40,8 @@ TEST(CameraBoot, EncodersThenPictureThenNeighbours) {
     std::string noBackFocus;
   };
   for (const Model& model :
-       {Model{{}, {"init_done"}, "1", "0"}, {{"ALARM_IO", "DAY_NIGHT", "BACK_FOCUS_MODEL"}, {}, "0", "1"}}) {
+       {Model{{}, {"init_done", "mic_power", "halfduplex", "mic_gain"}, "1", "0"},
+        {{"ALARM_IO", "DAY_NIGHT", "BACK_FOCUS_MODEL"}, {"mic_power", "halfduplex", "mic_gain"}, "0", "1"}}) {
     Camera camera({.without = model.without});
     ASSERT_TRUE(camera.up());
     const Texts list = stations(camera);
@@ -48,9 +49,9 @@ TEST(CameraBoot, EncodersThenPictureThenNeighbours) {
     ASSERT_GT(list.size(), begin.size());
     EXPECT_EQ(Texts(list.begin(), list.begin() + static_cast<long>(begin.size())), begin);
 
-    Texts expected{"0x38", "0x39", "0x58", "0x59", "0x5a",    "0x78",      "0x51",   "0x52",
-                   "0x70", "0x30", "0x21", "0x39", "0x40",    "0xf3",      "0xd1",   "0xd0",
-                   "0xd2", "0x31", "0x42", "0x60", "library", "detection", "ptzseq", "0xf0"};
+    Texts expected{"0x38", "0x39", "0x58",    "0x59",      "0x5a", "0x78", "0x51",   "0x52", "0x70",
+                   "0x30", "0x21", "0x39",    "0x40",      "0xf3", "0xd1", "0xd0",   "0xd2", "0x31",
+                   "0x42", "0x60", "library", "detection", "0x84", "0x82", "ptzseq", "0xf0"};
     Texts actual = picture(camera);
     actual.resize(std::min(actual.size(), expected.size()));
     EXPECT_EQ(actual, expected);
@@ -95,7 +96,8 @@ TEST(CameraBoot, StoredValuesAreReplayed) {
   EXPECT_EQ(camera.toldDetection(),
             (Texts{"motion.area 0", "motion.level 70", "motion.status off", "tamper.level 0", "tamper.temporal 0",
                    "tamper.status off", "tamper.aspect 16:9", "tamper.agc_mode autoH", "tamper.blc_type c",
-                   "tamper.senseup 2", "tamper.reference 48"}));
+                   "tamper.senseup 2", "tamper.reference 48", "audio1.status off", "audio1.level 50",
+                   "audio1.temporal 1000", "audio2.status off", "audio2.level 50", "audio2.temporal 1000"}));
 
   const std::string motion = "camera.motion.";
   const std::string step = motion + "auto_patrol(0).position(";
