@@ -1,5 +1,5 @@
-#include "sim/neighbours/Lens.h"
 #include "tests/sim/Neighbours.h"
+#include "sim/neighbours/Lens.h"
 
 namespace {
 
