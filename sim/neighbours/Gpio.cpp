@@ -243,7 +243,9 @@ void Gpio::show(JsonObject& state) const {
   state.number("adjust_mode", m_adjustMode).number("run", m_lens.runTime()).text("result", m_result);
   state.text("follow", m_picture ? "on" : "off").text("stick", stickWord(m_lens.stick()));
   state.number("mic_gain", m_audio[0]).number("mic_power", m_audio[1]).number("halfduplex", m_audio[2]);
-  state.number("loopback", m_audio[3]).text("report", m_reports ? "on" : "off");
+  state.number("loopback", m_audio[3])
+      .text("report", m_reports ? "on" : "off")
+      .number("waiting", static_cast<int>(m_reporter.waiting()));
 }
 
 }  // namespace sim

@@ -18,6 +18,8 @@ class Reporter {
   Reporter(Loop& loop, std::string requestPath) : m_loop(loop), m_path(std::move(requestPath)) {}
 
   void report(const std::string& query);
+  /** How many reports have not been answered yet. */
+  [[nodiscard]] std::size_t waiting() const { return m_waiting.size(); }
 
  private:
   void startNext();
