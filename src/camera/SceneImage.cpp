@@ -71,7 +71,8 @@ int32_t checkWhiteBalanceGain(Request& request) {
   const std::string& value = request.value;
   request.step = dsp::stepDirection(value);
   if (request.step != 0) return 0;
-  const auto gain = value.starts_with('s') ? parseNumber(std::string_view(value).substr(1)) : std::nullopt;
+  if (!value.starts_with('s')) return -status::kNotUnderstood;
+  const auto gain = parseNumber(std::string_view(value).substr(1));
   if (!gain) return -status::kNotUnderstood;
   request.number = *gain;
   return *gain < 0 || *gain > kHighest ? -status::kInvalidRange : 0;

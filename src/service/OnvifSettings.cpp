@@ -7,7 +7,7 @@
 
 namespace {
 
-std::mutex access;
+std::mutex guard;
 OnvifSettings settings;
 
 OnvifChannel channelOf(const Config& config, int32_t channel) {
@@ -27,11 +27,11 @@ void OnvifSettings::publish() {
   OnvifSettings present{.isOn = config.get(network_row::ONVIF_SERVER_STATUS) == "on",
                         .httpPort = config.get(network_row::HTTP_CONFIG_PORT),
                         .channels = {channelOf(config, 0), channelOf(config, 1), channelOf(config, 2)}};
-  const std::lock_guard lock(access);
+  const std::lock_guard lock(guard);
   settings = std::move(present);
 }
 
 OnvifSettings OnvifSettings::published() {
-  const std::lock_guard lock(access);
+  const std::lock_guard lock(guard);
   return settings;
 }
