@@ -27,18 +27,22 @@ ifreq requestFor(const std::string& device) {
 
 FileDescriptor controlSocket() { return FileDescriptor(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)); }
 
-/** The address that an ioctl of the port's IPv4 settings gives. */
-std::string addressOf(const std::string& device, unsigned long command) {
+/** Asks the kernel about the request's device; a failure is logged, unless it is the expected one. */
+bool ask(unsigned long command, ifreq& request, int expected = 0) {
   const FileDescriptor control = controlSocket();
   if (!control.isValid()) {
     TMX_LOG(LOG_ERR, "socket(%m)");
-    return {};
+    return false;
   }
+  if (ioctl(control.get(), command, &request) == 0) return true;
+  if (errno != expected) TMX_LOG(LOG_ERR, "ioctl(%m)");
+  return false;
+}
+
+/** The address that the command asks for. */
+std::string addressOf(const std::string& device, unsigned long command) {
   ifreq request = requestFor(device);
-  if (ioctl(control.get(), command, &request) < 0) {
-    TMX_LOG(LOG_ERR, "ioctl(%m)");
-    return {};
-  }
+  if (!ask(command, request)) return {};
   sockaddr_in address{};
   std::memcpy(&address, &request.ifr_addr, sizeof address);
   if (address.sin_family == AF_INET) return CTmxdNetworkUtility::Inet_ntop(&address.sin_addr);
@@ -55,16 +59,8 @@ std::string getIpAddress(const std::string& device) { return addressOf(device, S
 std::string getNetmask(const std::string& device) { return addressOf(device, SIOCGIFNETMASK); }
 
 std::string getMacAddress(const std::string& device) {
-  const FileDescriptor control = controlSocket();
-  if (!control.isValid()) {
-    TMX_LOG(LOG_ERR, "socket(%m)");
-    return {};
-  }
   ifreq request = requestFor(device);
-  if (ioctl(control.get(), SIOCGIFHWADDR, &request) < 0) {
-    if (errno != ENODEV) TMX_LOG(LOG_ERR, "ioctl(%m)");
-    return {};
-  }
+  if (!ask(SIOCGIFHWADDR, request, ENODEV)) return {};
   if (request.ifr_hwaddr.sa_family != ARPHRD_ETHER) {
     TMX_LOG(LOG_ERR, "device is not ethernet device");
     return {};
