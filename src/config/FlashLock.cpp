@@ -80,7 +80,13 @@ int32_t Config::unlockFlash(int32_t descriptor) {
   return kDone;
 }
 
-FlashLock::FlashLock() : m_descriptor(Config::lockFlash()) {}
+FlashLock::FlashLock(Patience patience) : m_descriptor(Config::lockFlash()) {
+  constexpr std::chrono::milliseconds kRetry{100};
+  while (patience == Patience::Endless && !isHeld()) {
+    std::this_thread::sleep_for(kRetry);
+    m_descriptor = Config::lockFlash();
+  }
+}
 
 FlashLock::~FlashLock() {
   if (isHeld()) Config::unlockFlash(m_descriptor);

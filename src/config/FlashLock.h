@@ -9,7 +9,10 @@
  */
 class FlashLock {
  public:
-  FlashLock();
+  /** How long the lock is waited for: some attempts, or until it is had, asking every 100 ms. */
+  enum class Patience { Attempts, Endless };
+
+  explicit FlashLock(Patience patience = Patience::Attempts);
   ~FlashLock();
   FlashLock(const FlashLock&) = delete;
   FlashLock& operator=(const FlashLock&) = delete;

@@ -6,7 +6,7 @@
 #include <fstream>
 
 #include "config/Config.h"
-#include "config/FlashHold.h"
+#include "config/FlashLock.h"
 #include "local/CommonInterface.h"
 #include "platform/zr_com.h"
 #include "request/Log.h"
@@ -58,7 +58,7 @@ int signalUpreset() {
 }  // namespace
 
 void CTmxdUtility::reboot() {
-  FlashHold lock;
+  FlashLock lock(FlashLock::Patience::Endless);
   for (int i = 0; i < 3; ++i)
     sync();
   if (signalUpreset() < 0) TMX_LOG(LOG_ERR, "reboot error(%s)", strerror(errno));

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <vector>
 
-#include "config/FlashHold.h"
+#include "config/FlashLock.h"
 #include "local/CommonInterface.h"
 #include "local/FileDescriptor.h"
 #include "request/Log.h"
@@ -38,7 +38,7 @@ bool runs(const char* command) { return std::system(command) == 0; }  // NOLINT(
  * cut. In here nothing may open the lock file: closing any of its descriptors would drop the lock.
  */
 int32_t edit(const std::vector<std::string>& tool) {
-  const FlashHold hold;
+  const FlashLock hold(FlashLock::Patience::Endless);
   if (!runs(kBackUp)) {
     TMX_LOG(LOG_ERR, "cp command error [ to backupfile from .htpasswd ]");
     TMX_LOG(LOG_ERR, " : maybe there are some bugs on FileSyste and LinuxOS");

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-#include "config/FlashHold.h"
+#include "config/FlashLock.h"
 #include "local/CommonInterface.h"
 #include "local/FileDescriptor.h"
 #include "request/Log.h"
@@ -46,7 +46,7 @@ int32_t askFile(const Peer& file, const Request& /*request*/, std::string& text)
 }
 
 int32_t askFlash(const Peer& file, const Request& request, std::string& text) {
-  const FlashHold flash;
+  const FlashLock flash(FlashLock::Patience::Endless);
   return askFile(file, request, text);
 }
 
@@ -55,9 +55,9 @@ int32_t CGuid::fetch(const Request& /*request*/, std::string& text) {
   constexpr int kRounds = 3;
   for (int round = 0; round < kRounds; ++round) {
     if (round > 0) {
-      FlashHold flash;
+      FlashLock flash(FlashLock::Patience::Endless);
       static_cast<void>(std::system("/usr/bin/uuidgen > /mnt/sysinfo/uuid"));
-      flash.release();
+      static_cast<void>(flash.release());
       usleep(10'000);
     }
     if (!CommonInterface::isFileExist(kPath)) {

@@ -3,14 +3,14 @@
 #include <unistd.h>
 
 #include "config/Config.h"
-#include "config/FlashHold.h"
+#include "config/FlashLock.h"
 
 namespace System {
 namespace {
 
 /** 0, or -1 where a command could not be run. */
 int32_t restoreFactoryImage() {
-  const FlashHold flash;
+  const FlashLock flash(FlashLock::Patience::Endless);
   return Config::copyFactoryValueToConfig();
 }
 
