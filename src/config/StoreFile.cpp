@@ -147,7 +147,7 @@ int32_t Config::heal(Family family, int32_t index, FlashLock& lock) {
   const std::string path = familyPath(family, index);
   TMX_LOG(LOG_WARNING, "Config: File %s: made anew from the built-in rows", path.c_str());
   m_tables[static_cast<size_t>(family)] = makeTables(family);
-  FileDescriptor(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644));
+  const FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644));  // where there is none
   const int32_t result = rewrite(family, path, tablesOfFile(family, index));
   return lock.release() < 0 ? kLockFailed : result;
 }
