@@ -1,5 +1,5 @@
-// Any text of a request through the cut into items, the parse of an item, the walk through a small tree, and the
-// rights.
+// Any text of a request through the cut into items, the parse of an item, the walk through a small tree, the rights,
+// and what rules accept.
 
 #include <algorithm>
 #include <cassert>
@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "request/InternalRequest.h"
 #include "request/Items.h"
 #include "request/Parameter.h"
 #include "tree/CManBase.h"
@@ -17,9 +18,13 @@ namespace {
 
 constexpr size_t kMostItems = 15;
 
+int32_t act(Request& request) {
+  assert(request.value.size() <= 1024);
+  return 0;
+}
+
 class Leaf : public CApiBase {
  public:
-  using CApiBase::CApiBase;
   int32_t execRead(ExecArgs* args) override { return args->m_parameter->setResponse("=read&200 OK"); }
   int32_t execWrite(ExecArgs* args) override { return args->m_parameter->setResponse("&200 OK"); }
   int32_t checkAttribute(const std::string& selector, int32_t depth) override {
@@ -28,13 +33,33 @@ class Leaf : public CApiBase {
   }
 };
 
+struct NumberLeaf : CApiBase {
+  static constexpr Rule rule{.accepts = Number{.low = -5, .high = 5, .steps = true}, .act = act};
+};
+struct DecimalLeaf : CApiBase {
+  static constexpr Rule rule{.accepts = Decimal{.low = 0, .high = 1}, .act = act};
+};
+struct HexLeaf : CApiBase {
+  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 9}};
+  static constexpr Rule rule{.accepts = Hex{.digits = 6}, .act = act};
+};
+struct TextLeaf : CApiBase {
+  static constexpr Selector selector{.takes = SelectorWord{.words = Words{"x", "y"}, .anyCase = true}};
+  static constexpr Rule rule{.accepts = Text{.escapes = Escapes::DecodedPlus, .forbidden = "<>", .canBeEmpty = true},
+                             .act = act};
+};
+
 class Manager : public CManBase {
  public:
   int32_t init() override {
-    add<Leaf>("a", kBranch);
+    add<Leaf>("a");
     add<Leaf>("a.b", "RWR-R-");
     add<Leaf>("a.b.c", "-W----");
     add<Leaf>("b", "------");
+    add<NumberLeaf>("n", "RWRWRW");
+    add<DecimalLeaf>("d", "RWRWRW");
+    add<HexLeaf>("h", "RWRWRW");
+    add<TextLeaf>("t", "RWRWRW");
     return 0;
   }
 };
@@ -47,6 +72,12 @@ void check(const Parameter& parameter, const std::string& item) {
 }
 
 }  // namespace
+
+/** No rule of this tree asks for another. */
+int32_t execApiCommandInternal(const std::string& /*query*/, std::string* /*response*/, int8_t /*userType*/,
+                               int8_t /*contentType*/) {
+  return -1;
+}
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   static Manager manager;
