@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "cli/ApiList.h"
 #include "cli/Client.h"
 #include "cli/Item.h"
 #include "cli/Options.h"
@@ -27,9 +26,6 @@ class Session {
    * is not answered the run ends with a message on standard error, and the later items are not sent.
    */
   [[nodiscard]] int run(const std::vector<Item>& items, const AnswerSink& sink) const;
-
-  /** Reads the daemon's list of its tree; says on standard error how to make it when it is not there. */
-  [[nodiscard]] bool loadList(ApiList& list) const;
 
   [[nodiscard]] const Options& options() const { return m_options; }
 

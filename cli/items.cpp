@@ -17,11 +17,20 @@ JsonObject toJson(const Session& session, const Answer& answer) {
   return object;
 }
 
+/** The answer; behind a refusal also what would have been taken. */
+std::string linesOf(const Session& session, const Answer& answer) {
+  if (answer.accepted() || session.options().isRaw) return answer.lines;
+  static const std::optional<Description> description = Description::find();
+  const Parameter* parameter = description ? description->find(answer.path) : nullptr;
+  const std::string why = parameter == nullptr ? "" : reason(*parameter, answer.status);
+  return why.empty() ? answer.lines : answer.lines + ": " + why;
+}
+
 void print(const Session& session, const Answer& answer) {
   if (!session.options().isQuiet) {
-    std::printf("%s\n", answer.lines.c_str());
+    std::printf("%s\n", linesOf(session, answer).c_str());
   } else if (!answer.accepted()) {
-    std::fprintf(stderr, "%s\n", answer.lines.c_str());
+    std::fprintf(stderr, "%s\n", linesOf(session, answer).c_str());
   } else if (answer.hasValue) {
     std::printf("%s\n", session.shown(answer.value).c_str());
   }

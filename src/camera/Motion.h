@@ -271,7 +271,7 @@ struct CPosition::CStatus : CCameraApiBase {
   static int32_t checkWord(Request& request);
   static int32_t act(Request& request);
   static constexpr Rule rule{
-      .accepts = Test{checkWord, {"save, initialize or goto", "save", "x"}},
+      .accepts = Test{checkWord, {"save, initialize or goto", "save initialize goto", "x"}},
       .place = {position_row::POSITION_STATUS, tableOf<1, 0>},
       .act = act,
       .shows = {.image = Image::User},

@@ -44,18 +44,21 @@ struct CScene::CImage::CEnhance : CCameraApiBase {
 [[nodiscard]] int32_t checkGamma(Request& request);
 
 struct CScene::CImage::CGamma : CCameraApiBase {
-  static constexpr Rule rule = sceneItem(
-      camera_row::GAMMA, Test{checkGamma, {"0.3, 0.35, 0.4, 0.45, 0.5, 0.55, 0.6, 1, + or -", "0.3 1", "0.7 x"}},
-      toDsp<&CameraDSP::setImageGamma, &CameraDSP::stepImageGamma>);
+  static constexpr Rule rule =
+      sceneItem(camera_row::GAMMA,
+                Test{checkGamma,
+                     {"0.3, 0.35, 0.4, 0.45, 0.5, 0.55, 0.6, 1, + or -", "0.3 0.35 0.4 0.45 0.5 0.55 0.6 1", "0.7 x"}},
+                toDsp<&CameraDSP::setImageGamma, &CameraDSP::stepImageGamma>);
 };
 
 /** The gain: a fixed one by its number, or automatic. */
 struct CScene::CImage::CBrightness : CCameraApiBase {
   static int32_t check(Request& request);
-  static constexpr Rule rule = sceneItem(
-      camera_row::BRIGHTNESS, Test{check, {"manual, autoM, autoH, or a fixed gain, 0 to 60 dB", "manual autoM", "x"}},
-      toDspAndDetection<&CameraDSP::setAGC, &DetectionSet::setAgcmodeTamp>,
-      {{{dsp::kRefused, status::kMethodNotAllowed}}});
+  static constexpr Rule rule =
+      sceneItem(camera_row::BRIGHTNESS,
+                Test{check, {"manual, autoM, autoH, or a fixed gain, 0 to 60 dB", "manual autoM autoH", "x"}},
+                toDspAndDetection<&CameraDSP::setAGC, &DetectionSet::setAgcmodeTamp>,
+                {{{dsp::kRefused, status::kMethodNotAllowed}}});
 };
 
 /** Day and night with a cut filter; some models show and switch their easy day/night setting here. */

@@ -63,21 +63,6 @@ const Json& description() {
   return json;
 }
 
-std::vector<std::string> paths(const Json& parameter) {
-  std::vector<std::string> paths{parameter["path"]};
-  // From behind, so that the places in front stay where they are.
-  for (auto selector = parameter["selectors"].rbegin(); selector != parameter["selectors"].rend(); ++selector) {
-    const size_t end = (*selector)["layer"].get_ref<const std::string&>().size();
-    std::vector<std::string> longer;
-    for (const std::string value : (*selector)["values"]) {
-      for (const std::string& path : paths)
-        longer.push_back(value.empty() ? path : path.substr(0, end) + "(" + value + ")" + path.substr(end));
-    }
-    paths = longer;
-  }
-  return paths;
-}
-
 std::vector<Drawn> draw(const Json& parameter) {
   const Json& takes = parameter["takes"];
   const std::string kind = takes["kind"];

@@ -9,9 +9,6 @@ namespace test {
 /** The description of the parameters that the build has made from the rules. */
 [[nodiscard]] const nlohmann::ordered_json& description();
 
-/** The paths of a parameter with every selector that its layers take. */
-[[nodiscard]] std::vector<std::string> paths(const nlohmann::ordered_json& parameter);
-
 /** A value and the status that the description promises for it; 0 where it is taken: 200 or 202. */
 struct Drawn {
   std::string value;
