@@ -1,5 +1,6 @@
 // What the description says of the parameters, against what the camera does.
 
+#include <algorithm>
 #include <map>
 #include <set>
 
@@ -160,31 +161,101 @@ std::string hint(const std::string& answer) {
   return begin == std::string::npos ? "" : answer.substr(begin + 13, answer.size() - begin - 14);
 }
 
-TEST(Description, WhatItSaysIsKeptStandsBehindARestart) {
-  const std::string restart = "network.interface(1).status=restart";  // commits, and restarts the camera
-  Camera camera;
-  ASSERT_TRUE(camera.up());
-  std::set<std::string> commits;
-  std::map<std::string, std::string> written;
+/** The settings of this camera that can be changed one beside the other, each by its path. */
+std::map<std::string, const Json*> settings(Camera& camera) {
+  std::map<std::string, const Json*> found;
   for (const Json& parameter : description()["parameters"]) {
     if (!isWritable(parameter) || !parameter.value("setting", false) || kLeft.contains(parameter["path"])) continue;
     const std::string path = presentPath(camera, parameter);
-    const std::string drawn = path.empty() ? "" : another(parameter, value(camera, path));
-    if (drawn.empty()) continue;
-    const std::string answer = camera.ask(path + "=" + drawn);
-    EXPECT_TRUE(isTaken(statusOf(answer))) << path << "=" << drawn << ": " << answer;
-    if (hint(answer) == restart && parameter["takes"].value("grid", false)) continue;  // kept as another number
-    written[path] = hint(answer) == restart ? drawn : "";
+    if (!path.empty()) found[path] = &parameter;
+  }
+  return found;
+}
+
+/** Writes the values, commits them, restarts the camera: every read is then what it was before. */
+void expectToStand(Camera& camera, const std::map<std::string, std::string>& values) {
+  const std::string restart = "network.interface(1).status=restart";  // commits, and restarts the camera
+  const std::map<std::string, const Json*> known = settings(camera);
+  bool isRestartedBehind = false;
+  std::set<std::string> commits;
+  std::map<std::string, std::string> shown;
+  for (const auto& [path, value] : values) {
+    const std::string answer = camera.ask(path + "=" + value);
+    EXPECT_TRUE(isTaken(statusOf(answer))) << path << "=" << value << ": " << answer;
+    isRestartedBehind = isRestartedBehind || hint(answer) == restart;
+    if (hint(answer) == restart && known.at(path)->at("takes").value("grid", false))
+      continue;  // another number is kept
+    shown[path] = hint(answer) == restart ? value : "";
     if (!hint(answer).empty() && hint(answer) != restart) commits.insert(hint(answer));
   }
   for (const std::string& commit : commits)
     EXPECT_EQ(statusOf(camera.ask(commit)), 200) << commit;
-  for (auto& [path, text] : written)
+  for (auto& [path, text] : shown)
     if (text.empty()) text = value(camera, path);
-  EXPECT_GT(written.size(), 150U);
-  ASSERT_TRUE(camera.restartsBehind(restart));
-  for (const auto& [path, text] : written)
+  ASSERT_TRUE(camera.restartsBehind(isRestartedBehind ? restart : "system.status=restart"));
+  for (const auto& [path, text] : shown)
     EXPECT_EQ(value(camera, path), text) << path;
+}
+
+TEST(Description, WhatItSaysIsKeptStandsBehindARestart) {
+  Camera camera;
+  ASSERT_TRUE(camera.up());
+  std::map<std::string, std::string> values;
+  for (const auto& [path, parameter] : settings(camera)) {
+    const std::string drawn = another(*parameter, value(camera, path));
+    if (!drawn.empty()) values[path] = drawn;
+  }
+  EXPECT_GT(values.size(), 150U);
+  expectToStand(camera, values);
+}
+
+/** Values that are to break a line, a file, a number or an answer. */
+std::vector<std::string> hostileValues(const Json& parameter) {
+  std::vector<std::string> values = {
+      "a\nb=c",
+      "a\rb",
+      "%0a",
+      "%0d%0ab=c",
+      "%00b",
+      "a%00b",
+      "2147483648",
+      "4294967297",
+      "-2147483649",
+      "%22%25%26%3d%2b%zz%",
+      "=a=\"b\"\\",
+      "\x01\x02\x07\x08\x09\x0b\x0c\x1b\x1f\x7f",
+      "\xc3\xbc\xe2\x82\xac\xff\xc0",
+  };
+  const std::vector<Drawn> drawn = draw(parameter);
+  const auto good = std::ranges::find(drawn, 0, &Drawn::status);
+  if (good == drawn.end()) return values;
+  values.push_back(std::string(8, '0') + good->value);
+  values.push_back(std::string(900, '0') + good->value);
+  return values;
+}
+
+TEST(Description, WhateverIsTakenCanBeWrittenAndReadBack) {
+  constexpr size_t kRounds = 5;
+  Camera camera;
+  ASSERT_TRUE(camera.up());
+  camera.ask("network.dns.ip=192.168.0.1");  // else its commit has a file to take away that is not there
+  std::vector<std::map<std::string, std::string>> rounds(kRounds);
+  size_t sent = 0;
+  for (const auto& [path, parameter] : settings(camera)) {
+    size_t round = 0;
+    for (const std::string& hostile : hostileValues(*parameter)) {
+      const std::string answer = camera.ask(path + "=" + hostile);
+      ++sent;
+      EXPECT_EQ(answer.find_first_of("\r\n"), std::string::npos) << path << ": " << answer;
+      EXPECT_EQ(value(camera, path).find_first_of("\r\n"), std::string::npos) << path;
+      if (isTaken(statusOf(answer)) && round < kRounds) rounds[round++][path] = hostile;
+    }
+  }
+  RecordProperty("sent", std::to_string(sent));
+  for (const auto& values : rounds) {
+    expectToStand(camera, values);
+    EXPECT_EQ(camera.log().find(" current("), std::string::npos) << "a file came back from the factory";
+  }
 }
 
 }  // namespace
