@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "cli/ApiList.h"
+
 namespace tmx {
 namespace {
 
@@ -41,12 +43,14 @@ constexpr LayerSelectors kSelectors[] = {
 /** Each stands for itself and for all below it. */
 constexpr std::string_view kNoSettings[] = {
     "application.audioplay.status",
+    "application.object.overwrite.period",
     "camera.defect_detect",
     "camera.dspadjust",
     "camera.focus",
     "camera.focusassist",
     "camera.fpn",
     "camera.image.true_daynight",
+    "camera.image.white_balance.area",
     "camera.internal",
     "camera.motion.abszoom",
     "camera.motion.auto_patrol.status",
@@ -59,11 +63,24 @@ constexpr std::string_view kNoSettings[] = {
     "camera.scp_set",
     "encode.status",
     "network.destination.status",
+    "network.http.type",
     "network.interface.status",
     "onvif",
     "storage.disk.initialize",
     "system._00c0de_ozm_mac",
     "system.date",
+    "system.password",
+};
+
+struct Interruption {
+  std::string_view commit;  ///< without selectors
+  Interrupted what;
+};
+constexpr Interruption kInterruptions[] = {
+    {"network.http.status=restart", Interrupted::WebServer},
+    {"network.https.status=restart", Interrupted::WebServer},
+    {"network.interface.status=restart", Interrupted::Camera},
+    {"system.status=restart", Interrupted::Camera},
 };
 
 struct ShortName {
@@ -133,6 +150,16 @@ bool isSetting(std::string_view path) {
   return std::none_of(std::begin(kNoSettings), std::end(kNoSettings), [&](std::string_view entry) {
     return full == entry || full.starts_with(std::string(entry) + ".");
   });
+}
+
+/** Streams, recordings, detection, masks and the analog output depend on what the encoders are set to. */
+bool isMeasure(std::string_view path) { return path.starts_with("encode(") || path.starts_with("encode."); }
+
+Interrupted interruptedBy(std::string_view commit) {
+  const std::string plain = withoutSelectors(commit);
+  const auto* entry = std::find_if(std::begin(kInterruptions), std::end(kInterruptions),
+                                   [&](const Interruption& known) { return known.commit == plain; });
+  return entry == std::end(kInterruptions) ? Interrupted::Nothing : entry->what;
 }
 
 }  // namespace tmx

@@ -1,6 +1,4 @@
 #include <cstdio>
-#include <fstream>
-#include <iostream>
 #include <optional>
 #include <string_view>
 
@@ -63,22 +61,6 @@ void printSetting(const Session& session, const Answer& answer) {
   }
 }
 
-/** Reads the lines of a dump. Empty lines and those that begin with "#" say nothing. */
-bool readItems(std::istream& file, const char* name, const Session& session, std::vector<Item>& items) {
-  std::string line;
-  for (int number = 1; std::getline(file, line); ++number) {
-    if (line.ends_with('\r')) line.pop_back();
-    if (line.empty() || line.front() == '#') continue;
-    const std::size_t equals = line.find('=');
-    if (equals == 0 || equals == std::string::npos) {
-      std::fprintf(stderr, "tmxctl: %s:%d: not of the form PATH=VALUE\n", name, number);
-      return false;
-    }
-    items.push_back(Item::write(line.substr(0, equals), session.sent(std::string_view(line).substr(equals + 1))));
-  }
-  return true;
-}
-
 }  // namespace
 
 int runDump(const Session& session, const Arguments& arguments) {
@@ -106,20 +88,6 @@ int runDump(const Session& session, const Arguments& arguments) {
   });
   // Which selectors and features this camera has is known to the daemon alone, so single refusals are no failure.
   return result == kExitRefused && hasValues ? kExitOk : result;
-}
-
-int runLoad(const Session& session, const Arguments& arguments) {
-  if (arguments.size() != 1) return usageError("load takes one FILE, or \"-\" for standard input");
-  const char* name = arguments.front().c_str();
-  std::vector<Item> items;
-  if (arguments.front() == "-") {
-    if (!readItems(std::cin, "standard input", session, items)) return kExitUsage;
-  } else {
-    std::ifstream file(arguments.front());
-    if (!file) return usageError(arguments.front() + ": cannot be opened");
-    if (!readItems(file, name, session, items)) return kExitUsage;
-  }
-  return sendItems(session, items);
 }
 
 }  // namespace tmx
