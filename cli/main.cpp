@@ -21,12 +21,12 @@ Commands:
   tree [PATH]       the same as a tree
   show PATH…        who may read and write a parameter, and the class that serves it
   dump [PATH]       all settings as lines PATH=VALUE
-  load FILE         write the lines of a dump; FILE is "-" for standard input
+  load FILE         write the lines of a dump, the encoders' first, and count them; FILE is "-" for standard input
   watch PATH…       read again and again, print what changes; ends on Ctrl-C
 
 Options:
   --as CLASS           admin (default), operator, user, onvif or debug
-  -c, --commit         when all writes were accepted, run the commits that they wait for
+  -c, --commit         when all writes were accepted, run the commits that they wait for, restarts last
   -i, --interval SEC   time between two reads of watch (default 1)
   --json               answers as JSON
   -q, --quiet          values only; refusals go to standard error
