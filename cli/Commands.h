@@ -29,9 +29,6 @@ using Arguments = std::vector<std::string>;
 [[nodiscard]] int runComplete(const Session& session, const Arguments& arguments);
 [[nodiscard]] int runWatch(const Session& session, const Arguments& arguments);
 
-/** Sends writes and reads, prints the answers, shows or runs the commits that the writes wait for. */
-[[nodiscard]] int sendItems(const Session& session, const std::vector<Item>& items);
-
 /** Says what is wrong with the command line. */
 [[nodiscard]] int usageError(const std::string& message);
 

@@ -84,6 +84,11 @@ Verdict judgeText(const Parameter& takes, std::string_view value) {
   return verdict(fits && value.find_first_of(textOf(takes, "forbidden")) == std::string_view::npos);
 }
 
+/** Without brackets the layer means what only the moment knows: the scene that was named last. */
+bool meansTheMoment(const Parameter& selector) {
+  return selector.contains("without") && !isListed(selector.at("values"), textOf(selector, "without"));
+}
+
 }  // namespace
 
 std::string withoutSelectors(std::string_view path) {
@@ -141,6 +146,16 @@ const Parameter* Description::find(std::string_view path) const {
   return found == all.end() ? nullptr : &*found;
 }
 
+std::string Description::stops(std::string_view request) const {
+  const std::size_t equals = std::min(request.find('='), request.size());
+  const Parameter* parameter = find(request.substr(0, equals));
+  if (parameter == nullptr || equals == request.size()) return {};
+  for (const Parameter& command : parameter->value("commands", Parameter::array())) {
+    if (textOf(command, "word") == request.substr(equals + 1)) return command.value("stops", "");
+  }
+  return {};
+}
+
 std::vector<Node> Description::below(std::string_view path) const {
   const std::string top = longPath(path);
   std::vector<Node> nodes;
@@ -165,6 +180,7 @@ std::vector<std::string> expandSelectors(const Parameter& parameter) {
   const Parameter& selectors = parameter.at("selectors");
   // From behind, so that the places in front stay where they are.
   for (auto selector = selectors.rbegin(); selector != selectors.rend(); ++selector) {
+    if (meansTheMoment(*selector)) continue;
     const std::size_t end = textOf(*selector, "layer").size();
     std::vector<std::string> longer;
     for (const std::string value : selector->at("values")) {

@@ -37,6 +37,8 @@ class Description {
 
   /** The parameter of a path with or without selectors and short names; a null pointer when there is none. */
   [[nodiscard]] const Parameter* find(std::string_view path) const;
+  /** What a request "PATH=WORD" interrupts, in words; empty for nothing. */
+  [[nodiscard]] std::string stops(std::string_view request) const;
   /** The node of the path and all below it, parents first; all roots for an empty path. */
   [[nodiscard]] std::vector<Node> below(std::string_view path) const;
 
@@ -46,7 +48,10 @@ class Description {
   nlohmann::ordered_json m_document;
 };
 
-/** The parameter's path with every selector that its layers take: "network.destination.host" becomes five paths. */
+/**
+ * The parameter's path with every selector that its layers take: "network.destination.host" becomes five paths. A layer
+ * that means something of its own without brackets, the scene in force, stays without.
+ */
 [[nodiscard]] std::vector<std::string> expandSelectors(const Parameter& parameter);
 
 /** Whether the class may read, or write; the two classes that are not tested may do whatever any class can. */

@@ -33,9 +33,10 @@ class Session {
   [[nodiscard]] std::string shown(const std::string& wire) const;
   [[nodiscard]] std::string sent(std::string_view typed) const;
 
- private:
+  /** Whether the daemon can take each of the items; says on standard error which one it cannot. */
   [[nodiscard]] bool isSendable(const std::vector<Item>& items) const;
 
+ private:
   const Options& m_options;
   Client m_client;
 };

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
@@ -6,6 +7,7 @@
 #include <string_view>
 
 #include "cli/Commands.h"
+#include "cli/Writes.h"
 
 namespace tmx {
 namespace {
@@ -92,13 +94,31 @@ int dryRun(const Session& session, const std::vector<Item>& items) {
   return result;
 }
 
+/** Streams, recordings, detection, masks and the analog output are measured by what the encoders are set to. */
+bool isMeasure(const Item& item) { return withoutSelectors(item.path).starts_with("encode."); }
+
+/** What was refused keeps every later commit from running. */
+int load(const Session& session, std::vector<Item> items) {
+  if (!session.isSendable(items)) return kExitUsage;
+  const auto rest = std::stable_partition(items.begin(), items.end(), isMeasure);
+  Writes writes(session);
+  int result = kExitOk;
+  for (const auto& part : {std::vector<Item>(items.begin(), rest), std::vector<Item>(rest, items.end())}) {
+    if (result != kExitNoConnection) result = std::max(result, writes.sendAgain(part));
+    if (session.options().isCommit && result == kExitOk) result = writes.commit();
+  }
+  writes.showCommits();
+  writes.showCount(items.size());
+  return result;
+}
+
 }  // namespace
 
 int runLoad(const Session& session, const Arguments& arguments) {
   if (arguments.size() != 1) return usageError("load takes one FILE, or \"-\" for standard input");
   std::vector<Item> items;
   if (const int result = readDump(arguments.front(), session, items); result != kExitOk) return result;
-  return session.options().isDryRun ? dryRun(session, items) : sendItems(session, items);
+  return session.options().isDryRun ? dryRun(session, items) : load(session, std::move(items));
 }
 
 int runDiff(const Session& session, const Arguments& arguments) {

@@ -175,8 +175,9 @@ bool isAdjustment(const Place& place) {
 /** Whether writing back what was read, once the camera's other settings stand, restores what it was. */
 bool isSetting(const CApiBase& node, const Rule& rule) {
   const std::string_view rights = node.getPermission();
-  return rule_check::takesValues(rule) && kept(rule) != "never" && !isAdjustment(rule.place) &&
-         rights.find('R') != std::string_view::npos && rights.find('W') != std::string_view::npos;
+  return rule_check::takesValues(rule) && rule.place.row.exists() && kept(rule) != "never" &&
+         !isAdjustment(rule.place) && rights.find('R') != std::string_view::npos &&
+         rights.find('W') != std::string_view::npos;
 }
 
 // ---- One parameter -------------------------------------------------------------------------------------------------
