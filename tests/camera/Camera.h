@@ -40,6 +40,7 @@ class Camera {
   void start();
   void down();
   void cut();
+  [[nodiscard]] bool isOn() const;
   [[nodiscard]] bool reboot();
   /** Asks for something that restarts the camera behind its answer; whether it came back. */
   [[nodiscard]] bool restartsBehind(std::string_view request);
