@@ -87,7 +87,9 @@ bool receiveResponse(int server, std::string* text) {
     remaining -= wanted;
   } while (remaining > 0);
   text->resize(std::min(text->find('\0'), text->size()));
-  return true;
+  if (text->find_first_of("\r\n") == std::string::npos) return true;
+  TMX_LOG(LOG_ERR, "answer of several lines");
+  return false;
 }
 
 }  // namespace
