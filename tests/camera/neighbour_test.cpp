@@ -214,7 +214,7 @@ const Speech kSpeeches[] = {
      .passes = "short slow endless drip",
      .either = "leave",
      .requests = R"(
-        camera.detection.status=restore camera.status=restore camera.scene.image.brightness=manual|autoH
+        camera.detection.status=restore camera.detection(tampering).status=restore camera.status=restore camera.scene.image.brightness=manual|autoH
         camera.scene.image.senseup_limit=2|4 camera.scene.image.blc=a|b camera.scene.auto_exposure.reference=1|2
         camera.scene.auto_exposure.reference_ext=1|2)"},
     {.neighbour = "session",
