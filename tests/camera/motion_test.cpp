@@ -338,6 +338,8 @@ TEST_F(Motion, FactorsAreCutAndNotRounded) {
                            {"camera.motion.zoom", "7.9999999", "=x7.99&200 OK"},
                            {"camera.motion.zoom", "2.5", "=x2.5&200 OK"},
                            {"camera.motion.zoom", "4", "=x4&200 OK"},
+                           {"camera.motion.zoom", "4\r\nsystem.guid=4", k500},
+                           {"camera.motion.pan.mode", "left\n", k500},
                            {"camera.motion.abszoom", "1.0005", "=0.01&200 OK"},
                            {"camera.motion.pan", std::string("12\0999", 6), "=s12&200 OK"}}) {
     const OneAnswer sequencer(camera().path("tmp/ptzseq"), read.told);
