@@ -99,6 +99,8 @@ void Camera::down() { sandbox({"down"}); }
 
 void Camera::cut() { sandbox({"cut"}); }
 
+bool Camera::isOn() const { return sandbox({"status"}) == 0; }
+
 bool Camera::reboot() { return sandbox({"reboot"}) == 0; }
 
 bool Camera::restartsBehind(std::string_view request) {

@@ -40,6 +40,7 @@ class Camera {
   void start();
   void down();
   void cut();
+  [[nodiscard]] bool isOn() const;
   [[nodiscard]] bool reboot();
   /** Does something that restarts the camera; whether it came back. */
   [[nodiscard]] bool restartsBehind(const std::function<void()>& action);

@@ -239,9 +239,6 @@ TEST_F(EncodeTest, OneSessionOrNoneIsNotLookedAt) {
   camera().clearJournal();
   camera().ask("encode(2).bitrate=1");
   EXPECT_TRUE(camera().journal("session").empty());
-  // Without the daemon there are no sessions.
-  camera().tell("session down");
-  EXPECT_EQ(camera().ask("encode(2).bitrate=2100000"), std::string("encode(2).bitrate") + k202);
 }
 
 }  // namespace
