@@ -157,14 +157,14 @@ bool Neighbour::deliver(unsigned id, Fault::Kind fault, std::string reply) {
   }
   if (fault == Fault::Kind::drip) {
     drip(id, reply);
-    return true;
+    return m_clients.contains(id);
   }
   if (fault == Fault::Kind::huge) reply.assign(reply.size(), '\xff');
   if (fault == Fault::Kind::huge || fault == Fault::Kind::endless) {
     while (reply.size() < floodedAtOnce)
       reply += reply;
     flood(id, reply);
-    return true;
+    return m_clients.contains(id);
   }
   return send(id, fault == Fault::Kind::garbage ? garbled(std::move(reply)) : reply);
 }

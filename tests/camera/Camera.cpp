@@ -48,6 +48,27 @@ std::filesystem::path newHome() {
   return mkdtemp(pattern.data()) != nullptr ? pattern : std::string();
 }
 
+/** What a socket of the camera answers to the bytes: up to the end, or all that comes once it is told that no more
+ * follow. */
+std::string exchange(const std::filesystem::path& path, std::string_view sent, std::string_view end = {}) {
+  const int client = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  path.string().copy(address.sun_path, sizeof address.sun_path - 1);
+  std::string bytes;
+  if (connect(client, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0) {
+    static_cast<void>(send(client, sent.data(), sent.size(), MSG_NOSIGNAL));
+    if (end.empty()) shutdown(client, SHUT_WR);
+    std::array<char, 4096> buffer{};
+    for (ssize_t count = 0; (count = recv(client, buffer.data(), buffer.size(), 0)) > 0;) {
+      bytes.append(buffer.data(), static_cast<size_t>(count));
+      if (!end.empty() && bytes.ends_with(end)) break;
+    }
+  }
+  close(client);
+  return bytes;
+}
+
 std::string withoutLineEnd(std::string text) {
   for (const std::string_view end : {"<BR>\r\n", "\r\n"}) {
     if (text.ends_with(end)) {
@@ -127,20 +148,7 @@ std::string Camera::ask(std::string_view text, UserClass user, LineEnd lineEnd) 
 }
 
 std::string Camera::askRaw(std::string_view frame) {
-  const int client = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  path("tmp/request").string().copy(address.sun_path, sizeof address.sun_path - 1);
-  std::string bytes;
-  if (connect(client, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0) {
-    static_cast<void>(send(client, frame.data(), frame.size(), MSG_NOSIGNAL));
-    shutdown(client, SHUT_WR);
-    std::array<char, 4096> buffer{};
-    for (ssize_t count = 0; (count = recv(client, buffer.data(), buffer.size(), 0)) > 0;) {
-      bytes.append(buffer.data(), static_cast<size_t>(count));
-    }
-  }
-  close(client);
+  const std::string bytes = exchange(path("tmp/request"), frame);
   if (bytes.size() < tmx::kLengthSize) return kClosed;
   EXPECT_EQ(tmx::frameLength(bytes.data()), bytes.size() - tmx::kLengthSize);
   return withoutLineEnd(bytes.substr(tmx::kLengthSize));
@@ -173,14 +181,10 @@ void Camera::setRow(std::string_view file, std::string_view key, std::string_vie
   write(file, text.replace(from, text.find('\n', from) - from, value).substr(1));
 }
 
-void Camera::tell(std::string_view words) const {
-  std::vector<std::string> command{std::string(kBuild) + "/bin/camera-tell", "--socket", path("run/control")};
-  std::istringstream stream{std::string(words)};
-  for (std::string word; stream >> word;) {
-    command.push_back(word);
-  }
-  const std::string output = path("sandbox-output");
-  EXPECT_EQ(run(command, output.c_str()), 0) << words << ": " << read("sandbox-output");
+std::string Camera::tell(std::string_view words) const {
+  const std::string answer = exchange(path("run/control"), std::string(words) + "\n", "\n");
+  EXPECT_TRUE(answer == "ok\n" || answer.starts_with("{")) << words << ": " << answer;
+  return answer;
 }
 
 void Camera::flash(std::string_view word) const { EXPECT_EQ(sandbox({"flash", std::string(word)}), 0) << word; }

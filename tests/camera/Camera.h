@@ -61,8 +61,8 @@ class Camera {
   /** Puts another value behind a key that the file has. */
   void setRow(std::string_view file, std::string_view key, std::string_view value) const;
 
-  /** Changes a neighbour; see `./camera tell`. */
-  void tell(std::string_view words) const;
+  /** Changes a neighbour, or has it show its state; see `./camera tell`. The line that it answers. */
+  std::string tell(std::string_view words) const;
   /** Counts or disturbs the file operations of flash: "count", "cut=N", "fail=N", "full", "off". */
   void flash(std::string_view word) const;
   /** The file operations since the last flash("count"). */

@@ -103,37 +103,29 @@ struct Sample {
   std::string socket;
   std::string request;
   std::string answer;
-  std::string refusal;
   /** Bytes of the answer that stay right even in garbage. */
   std::size_t framing;
 };
 
 const std::vector<Sample>& samples() {
   static const std::vector<Sample> all{
-      {"gpio", "gpio", words({20, 0, 0, 0}), words({99, 20, 1, 0}), words({0, 20, 0, 0}), 0},
-      {"ptz", "ptzseq", "camera.motion.tilt", "0", "ERROR", 0},
-      {"recorder", "localrec", packet(4, 0, 0, words({3})), packet(2, 0, 200, ""), packet(3, 0, -405, ""), 0},
-      {"detection", "detection_request", detectionPacket(1, "on"), detectionPacket(0, "on"), detectionPacket(1, "on"),
-       0},
-      {"session", "session", sessionRequest(9, 1), sessionAnswer("-"), sessionAnswer("\0"s), 4},
-      {"defect", "dd_request", "\x12", "\x01\0"s, "\x02\0"s, 0},
-      {"serial", "serial", serialRequest(1), words({0, 0}), words({1, 405}), 0},
-      {"sdrec", "sdrec", cardRequest(518), cardAnswer(0, 0), cardAnswer(1, 16), 0},
+      {"gpio", "gpio", words({20, 0, 0, 0}), words({99, 20, 1, 0}), 0},
+      {"ptz", "ptzseq", "camera.motion.tilt", "0", 0},
+      {"recorder", "localrec", packet(4, 0, 0, words({3})), packet(2, 0, 200, ""), 0},
+      {"detection", "detection_request", detectionPacket(1, "on"), detectionPacket(0, "on"), 0},
+      {"session", "session", sessionRequest(9, 1), sessionAnswer("-"), 4},
+      {"defect", "dd_request", "\x12", "\x01\0"s, 0},
+      {"serial", "serial", serialRequest(1), words({0, 0}), 0},
+      {"sdrec", "sdrec", cardRequest(518), cardAnswer(0, 0), 0},
   };
   return all;
 }
 
+/** The faults whose form the daemon's answers do not show. */
 TEST_F(Neighbours, MisbehaveAsTold) {
   for (const Sample& sample : samples()) {
     SCOPED_TRACE(sample.name);
-    const auto ask = [&](Milliseconds limit = patience) {
-      return exchange(sample.socket, sample.request, sample.answer.size(), limit);
-    };
-    ASSERT_EQ(tell(sample.name + " silent"), "ok");
-    const Received silent = ask(silence);
-    EXPECT_EQ(silent.bytes, "");
-    EXPECT_FALSE(silent.closed);
-
+    const auto ask = [&] { return exchange(sample.socket, sample.request, sample.answer.size()); };
     ASSERT_EQ(tell(sample.name + " short"), "ok");
     const Received half = ask();
     EXPECT_EQ(half.bytes, sample.answer.substr(0, sample.answer.size() / 2));
@@ -145,17 +137,6 @@ TEST_F(Neighbours, MisbehaveAsTold) {
     for (std::size_t at = 0; at < garbage.size(); ++at) {
       EXPECT_EQ(garbage[at] == sample.answer[at], at < sample.framing) << "byte " << at;
     }
-
-    ASSERT_EQ(tell(sample.name + " refuse"), "ok");
-    EXPECT_EQ(exchange(sample.socket, sample.request, sample.refusal.size()).bytes, sample.refusal);
-
-    ASSERT_EQ(tell(sample.name + " early"), "ok");
-    EXPECT_TRUE(ask().closed);
-
-    ASSERT_EQ(tell(sample.name + " leave"), "ok");
-    EXPECT_EQ(ask().bytes, sample.answer);
-    EXPECT_FALSE(connect(sample.socket).isOpen());
-    ASSERT_EQ(tell(sample.name + " up"), "ok");
 
     ASSERT_EQ(tell(sample.name + " slow 60"), "ok");
     auto start = std::chrono::steady_clock::now();
@@ -178,12 +159,6 @@ TEST_F(Neighbours, MisbehaveAsTold) {
     const std::string huge = exchange(sample.socket, sample.request, much).bytes;
     ASSERT_GE(huge.size(), much);
     EXPECT_EQ(huge.find_first_not_of('\xff'), std::string::npos);
-    ASSERT_EQ(tell(sample.name + " none"), "ok");
-
-    ASSERT_EQ(tell(sample.name + " down"), "ok");
-    EXPECT_FALSE(connect(sample.socket).isOpen());
-    ASSERT_EQ(tell(sample.name + " up"), "ok");
-    EXPECT_EQ(ask().bytes, sample.answer);
   }
 }
 
