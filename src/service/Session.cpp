@@ -80,12 +80,12 @@ bool receiveResponse(int server, std::string* text) {
     return false;
   }
   std::array<char, kReadStep> step{};
-  while (remaining > 0) {
+  do {
     const size_t wanted = std::min(remaining, step.size());
     if (CTmxdUtility::readData(server, step.data(), wanted) != static_cast<ssize_t>(wanted)) return false;
     text->append(step.data(), wanted);
     remaining -= wanted;
-  }
+  } while (remaining > 0);  // an answer of no bytes is no answer: a broken precondition of the read, which asserts
   text->resize(std::min(text->find('\0'), text->size()));
   if (text->find_first_of("\r\n") == std::string::npos) return true;
   TMX_LOG(LOG_ERR, "answer of several lines");
