@@ -137,13 +137,14 @@ Supervisor::Event Supervisor::wait(pid_t init) {
 }
 
 void Supervisor::end(pid_t init, Event event) {
-  if (event == Event::Down || event == Event::Reboot) {
-    kill(init, SIGTERM);
-    if (ends(init, orderlyMilliseconds)) return;
+  const bool isOrderly = event == Event::Down || event == Event::Reboot;
+  if (isOrderly) kill(init, SIGTERM);
+  if (!isOrderly || !ends(init, orderlyMilliseconds)) {
+    kill(init, SIGKILL);
+    // The first process of a pid namespace is gone only when all the others are.
+    waitpid(init, nullptr, 0);
   }
-  kill(init, SIGKILL);
-  // The first process of a pid namespace is gone only when all the others are.
-  waitpid(init, nullptr, 0);
+  m_home.settle(event != Event::Cut);
 }
 
 /** Meanwhile the power may still be cut. */
