@@ -67,6 +67,11 @@ class BuiltIn {
   std::map<std::string, std::map<std::string, std::string>> m_differing;
 };
 
+const BuiltIn& builtIn() {
+  static const BuiltIn rows;
+  return rows;
+}
+
 struct Reading {
   std::string text;          ///< what stands in the file behind the start
   bool isUnderstood = true;  ///< else the start fails
@@ -147,19 +152,20 @@ Texts difference(const Files& left, const Files& right) {
   return paths;
 }
 
+bool isOfStore(const std::string& path) { return !builtIn().rowsOf(path).empty(); }
+
 Texts unexplained(const PowerCut& cut, const std::optional<Files>& left, const Files& started) {
-  static const BuiltIn builtIn;
   const auto readingOf = [&](const std::string& path, const Files& files) {
     const Content content = contentOf(files, path);
     const Content copy = contentOf(cut.factory, path);
-    return readStore(builtIn.rowsOf(path), content ? *content : copy.value_or(""));
+    return readStore(builtIn().rowsOf(path), content ? *content : copy.value_or(""));
   };
   std::set<std::string> paths;
   bool isRestored = false;
   for (const Files* files : {&cut.before, &cut.after, &started}) {
     for (const auto& [path, content] : *files) {
       paths.insert(path);
-      const bool isOnPartition = path.starts_with("flash/") && !builtIn.rowsOf(path).empty();
+      const bool isOnPartition = path.starts_with("flash/") && isOfStore(path);
       if (left && isOnPartition && !readingOf(path, *left).isUnderstood) isRestored = true;
     }
   }
@@ -169,7 +175,7 @@ Texts unexplained(const PowerCut& cut, const std::optional<Files>& left, const F
     const Content is = contentOf(started, path);
     const Content old = contentOf(cut.before, path);
     const Content fresh = contentOf(cut.after, path);
-    if (left && !builtIn.rowsOf(path).empty()) {
+    if (left && isOfStore(path)) {
       const bool isReplaced = isRestored && path.starts_with("flash/");
       const Content was = contentOf(*left, path);
       if (is != (isReplaced ? contentOf(cut.factory, path) : readingOf(path, *left).text)) {

@@ -20,6 +20,9 @@ void putBack(const Camera& camera, const Files& files);
 /** The paths of the files that differ. */
 [[nodiscard]] Texts difference(const Files& left, const Files& right);
 
+/** Whether the store keeps its rows in the file: only these are rewritten in place. */
+[[nodiscard]] bool isOfStore(const std::string& path);
+
 /** A run that a power cut ended. */
 struct PowerCut {
   Files factory = {};
