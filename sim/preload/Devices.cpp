@@ -104,7 +104,7 @@ int mount(const char* source, const char* target, const char* type, unsigned lon
 
 /** The camera's flash is all that a sync of the camera concerns; the host's other files are left alone. */
 void sync() noexcept {
-  sim::countSync();
+  sim::noteSync();
   const int flash = sim::real::open("/mnt/flash", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (flash < 0) return;
   syncfs(flash);

@@ -14,6 +14,7 @@
 
 #include "sim/preload/FaultPage.h"
 #include "sim/preload/Real.h"
+#include "sim/preload/Unsynced.h"
 
 namespace sim {
 
@@ -34,7 +35,9 @@ FaultPage* page() {
 
 bool armed() { return page() != nullptr && page()->armed != 0; }
 
-bool onFlash(const std::string& path) { return path.starts_with("/mnt/flash/") || path.starts_with("/mnt/sysinfo/"); }
+bool onFlash(const std::string& path) {
+  return path.starts_with("/mnt/flash/") || path.starts_with("/mnt/sysinfo/") || path == "/dev/mtd5";
+}
 
 std::string pathOf(int descriptor) {
   std::array<char, 64> link{};
@@ -45,7 +48,8 @@ std::string pathOf(int descriptor) {
 }
 
 /** The path behind all symbolic links; the last part need not exist. */
-std::string resolve(const std::string& path) {
+std::string resolve(int directory, std::string path) {
+  if (!path.starts_with('/') && directory != AT_FDCWD) path.insert(0, pathOf(directory) + "/");
   std::array<char, PATH_MAX> resolved{};
   if (realpath(path.c_str(), resolved.data()) != nullptr) return resolved.data();
   const std::size_t slash = path.rfind('/');
@@ -67,18 +71,28 @@ std::string resolve(const std::string& path) {
   stayDark();
 }
 
-bool decide(Operation operation) {
+/** A signal that has a handler interrupts the daemon alone, and never the change of a name. */
+bool canBeInterrupted(Operation operation) {
+  return operation != Operation::Name && std::strcmp(program_invocation_short_name, "tmxd") == 0;
+}
+
+bool decide(Operation operation, const std::string& path, int descriptor = -1, Bytes bytes = {}) {
   if (page()->dark != 0) stayDark();
-  const bool chosen = ++page()->operations == page()->at;
+  const std::uint32_t number = ++page()->operations;
+  const std::uint32_t write = operation == Operation::Write ? ++page()->writes : 0;
+  const bool chosen = page()->at == (page()->halves != 0 ? write : number);
+  if (page()->loses != 0) unsynced::remember(path);
   switch (page()->fault) {
     case Fault::None:
       return false;
     case Fault::Cut:
-      if (chosen) cutPower();
-      return false;
+      if (!chosen) return false;
+      if (page()->halves != 0) static_cast<void>(real::write(descriptor, bytes.data, bytes.size / 2));
+      cutPower();
     case Fault::Fail:
-      if (chosen) errno = page()->error;
-      return chosen;
+      if (!chosen || (page()->error == EINTR && !canBeInterrupted(operation))) return false;
+      errno = page()->error;
+      return true;
     case Fault::Full:
       if (operation == Operation::Write) errno = ENOSPC;
       return operation == Operation::Write;
@@ -88,30 +102,42 @@ bool decide(Operation operation) {
 
 }  // namespace
 
-bool denied(Operation operation, const char* path) {
-  if (!armed()) return false;
-  const int savedErrno = errno;
-  const bool counts = onFlash(resolve(path));
-  errno = savedErrno;
-  return counts && decide(operation);
-}
-
 bool denied(Operation operation, int directory, const char* path) {
   if (!armed()) return false;
-  if (path[0] == '/' || directory == AT_FDCWD) return denied(operation, path);
-  return denied(operation, (pathOf(directory) + "/" + path).c_str());
+  const int savedErrno = errno;
+  const std::string resolved = resolve(directory, path);
+  errno = savedErrno;
+  return onFlash(resolved) && decide(operation, resolved);
 }
 
-bool denied(Operation operation, int descriptor) {
+bool denied(Operation operation, const char* path) { return denied(operation, AT_FDCWD, path); }
+
+bool denied(Operation operation, int descriptor, Bytes bytes) {
   if (!armed()) return false;
   const int savedErrno = errno;
-  const bool counts = onFlash(pathOf(descriptor));
+  const std::string path = pathOf(descriptor);
   errno = savedErrno;
-  return counts && decide(operation);
+  return onFlash(path) && decide(operation, path, descriptor, bytes);
 }
 
-void countSync() {
-  if (armed()) ++page()->syncs;
+bool renameDenied(int fromFolder, const char* from, int toFolder, const char* to) {
+  if (armed() && page()->loses != 0) {
+    const int savedErrno = errno;
+    const std::string old = resolve(fromFolder, from);
+    if (onFlash(old)) unsynced::remember(old);
+    errno = savedErrno;
+  }
+  return denied(Operation::Name, toFolder, to);
+}
+
+void noteSync(int descriptor) {
+  if (armed() && page()->loses != 0) unsynced::forget(pathOf(descriptor));
+}
+
+void noteSync() {
+  if (!armed()) return;
+  ++page()->syncs;
+  if (page()->loses != 0) unsynced::forget();
 }
 
 void countWait(unsigned microseconds) {

@@ -12,6 +12,7 @@
 #include "sim/preload/Faults.h"
 #include "sim/preload/Real.h"
 
+using sim::Bytes;
 using sim::denied;
 using sim::Operation;
 
@@ -26,7 +27,7 @@ bool hasMode(int flags) { return (flags & O_CREAT) != 0 || (flags & O_TMPFILE) =
 /** A stream's buffered text reaches the file by calls inside the C library, so its flush counts as the write. */
 bool flushDenied(FILE* stream) {
   return stream != nullptr && __fwritable(stream) != 0 && __fpending(stream) > 0 &&
-         denied(Operation::Write, fileno(stream));
+         denied(Operation::Write, fileno(stream), {stream->_IO_write_base, __fpending(stream)});
 }
 
 }  // namespace
@@ -101,24 +102,29 @@ int fclose(FILE* stream) {
 }
 
 ssize_t write(int descriptor, const void* data, size_t size) {
-  return denied(Operation::Write, descriptor) ? -1 : CAMERA_REAL(write)(descriptor, data, size);
+  return denied(Operation::Write, descriptor, {data, size}) ? -1 : CAMERA_REAL(write)(descriptor, data, size);
 }
 
 ssize_t pwrite(int descriptor, const void* data, size_t size, off_t at) {
-  return denied(Operation::Write, descriptor) ? -1 : CAMERA_REAL(pwrite)(descriptor, data, size, at);
+  return denied(Operation::Write, descriptor, {data, size}) ? -1 : CAMERA_REAL(pwrite)(descriptor, data, size, at);
 }
 
 ssize_t pwrite64(int descriptor, const void* data, size_t size, off64_t at) {
-  return denied(Operation::Write, descriptor) ? -1 : CAMERA_REAL(pwrite64)(descriptor, data, size, at);
+  return denied(Operation::Write, descriptor, {data, size}) ? -1 : CAMERA_REAL(pwrite64)(descriptor, data, size, at);
 }
 
 ssize_t writev(int descriptor, const iovec* parts, int count) {
-  return denied(Operation::Write, descriptor) ? -1 : CAMERA_REAL(writev)(descriptor, parts, count);
+  Bytes first;
+  for (int part = 0; part < count && first.size == 0; ++part)
+    first = {parts[part].iov_base, parts[part].iov_len};
+  return denied(Operation::Write, descriptor, first) ? -1 : CAMERA_REAL(writev)(descriptor, parts, count);
 }
 
-ssize_t copy_file_range(int from, off64_t* fromAt, int to, off64_t* toAt, size_t size, unsigned flags) {
-  if (denied(Operation::Write, to)) return -1;
-  return CAMERA_REAL(copy_file_range)(from, fromAt, to, toAt, size, flags);
+/** The camera's kernel has none; who copies reads and writes instead. */
+ssize_t copy_file_range(int /*from*/, off64_t* /*at*/, int /*to*/, off64_t* /*at*/, size_t /*size*/,
+                        unsigned /*flags*/) {
+  errno = ENOSYS;
+  return -1;
 }
 
 int ftruncate(int descriptor, off_t size) noexcept {
@@ -137,28 +143,35 @@ int truncate64(const char* path, off64_t size) noexcept {
   return denied(Operation::Other, path) ? -1 : CAMERA_REAL(truncate64)(path, size);
 }
 
-int fsync(int descriptor) { return denied(Operation::Other, descriptor) ? -1 : CAMERA_REAL(fsync)(descriptor); }
-
-int fdatasync(int descriptor) { return denied(Operation::Other, descriptor) ? -1 : CAMERA_REAL(fdatasync)(descriptor); }
+#define CAMERA_SYNC(name)                                                                      \
+  int name(int descriptor) {                                                                   \
+    if (denied(Operation::Other, descriptor) || CAMERA_REAL(name)(descriptor) != 0) return -1; \
+    sim::noteSync(descriptor);                                                                 \
+    return 0;                                                                                  \
+  }
+CAMERA_SYNC(fsync)
+CAMERA_SYNC(fdatasync)
 
 int rename(const char* from, const char* to) noexcept {
-  return denied(Operation::Other, to) ? -1 : CAMERA_REAL(rename)(from, to);
+  return sim::renameDenied(AT_FDCWD, from, AT_FDCWD, to) ? -1 : CAMERA_REAL(rename)(from, to);
 }
 
 int renameat(int fromFolder, const char* from, int toFolder, const char* to) noexcept {
-  return denied(Operation::Other, toFolder, to) ? -1 : CAMERA_REAL(renameat)(fromFolder, from, toFolder, to);
+  return sim::renameDenied(fromFolder, from, toFolder, to) ? -1 : CAMERA_REAL(renameat)(fromFolder, from, toFolder, to);
 }
 
 int renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned flags) noexcept {
-  return denied(Operation::Other, toFolder, to) ? -1 : CAMERA_REAL(renameat2)(fromFolder, from, toFolder, to, flags);
+  return sim::renameDenied(fromFolder, from, toFolder, to)
+             ? -1
+             : CAMERA_REAL(renameat2)(fromFolder, from, toFolder, to, flags);
 }
 
-int unlink(const char* path) noexcept { return denied(Operation::Other, path) ? -1 : CAMERA_REAL(unlink)(path); }
+int unlink(const char* path) noexcept { return denied(Operation::Name, path) ? -1 : CAMERA_REAL(unlink)(path); }
 
 int unlinkat(int folder, const char* path, int flags) noexcept {
-  return denied(Operation::Other, folder, path) ? -1 : CAMERA_REAL(unlinkat)(folder, path, flags);
+  return denied(Operation::Name, folder, path) ? -1 : CAMERA_REAL(unlinkat)(folder, path, flags);
 }
 
-int remove(const char* path) noexcept { return denied(Operation::Other, path) ? -1 : CAMERA_REAL(remove)(path); }
+int remove(const char* path) noexcept { return denied(Operation::Name, path) ? -1 : CAMERA_REAL(remove)(path); }
 
 }  // extern "C"

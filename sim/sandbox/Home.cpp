@@ -136,6 +136,19 @@ void Home::power() const {
   must(pwrite(page.get(), &lit, sizeof lit, offsetof(FaultPage, dark)) == sizeof lit, "light " + run("fault").string());
 }
 
+void Home::settle(bool isKept) const {
+  std::error_code error;
+  for (const auto& entry : fs::directory_iterator(run("unsynced"), error)) {
+    if (isKept) break;
+    std::string name = entry.path().filename();  // "%mnt%flash%model", "%dev%mtd5"
+    std::replace(name.begin(), name.end(), '%', '/');
+    const Path file = path(name.substr(name.find('/', 1) + 1));
+    fs::remove(file, error);
+    if (entry.is_regular_file(error)) fs::copy_file(entry.path(), file, error);
+  }
+  fs::remove_all(run("unsynced"), error);
+}
+
 /** An image written over the mounted partition shows at the next boot; an erased one is an empty file system. */
 void Home::mountFlash() const {
   const std::string partition = readFile(path("mtd5"));

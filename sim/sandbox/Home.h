@@ -21,6 +21,9 @@ class Home {
   /** What a boot finds: flash from the partition, an empty tmp/, no leavings of the last run. */
   void power() const;
 
+  /** What was changed and not synced: on flash all the same, or lost with the power. */
+  void settle(bool isKept) const;
+
   [[nodiscard]] Path path(const std::string& name) const { return m_home / name; }
   [[nodiscard]] Path run(const std::string& name) const { return m_home / "run" / name; }
 

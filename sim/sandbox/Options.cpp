@@ -27,7 +27,7 @@ constexpr const char* usage =
     "  status   exit status 0 when it runs\n"
     "  shell    a shell inside\n"
     "  exec     run WORD... inside\n"
-    "  flash    count | cut=N | fail=N[:ERRNO] | full | off | show\n";
+    "  flash    count | cut=N[:half|:lose] | fail=N:EINTR|EIO|ENOSPC|EROFS | full | off | show\n";
 
 constexpr std::array<option, 12> longOptions{{{"home", required_argument, nullptr, 'h'},
                                               {"build", required_argument, nullptr, 'b'},

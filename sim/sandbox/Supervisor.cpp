@@ -86,7 +86,9 @@ void Supervisor::serve(Fd progress) {
     progress = Fd();
     writeFile(m_home.run("init.pid"), std::to_string(init) + "\n");
     writeFile(m_home.run("boots"), std::to_string(boots) + "\n");
-    if (end(init, wait(init)) != Event::Reboot) _exit(0);
+    const Event event = end(init, wait(init));
+    m_home.settle(event != Event::Cut);
+    if (event != Event::Reboot) _exit(0);
   }
 }
 

@@ -3,11 +3,13 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
+#include <set>
 #include <thread>
 
 #include "sim/preload/FaultPage.h"
@@ -65,31 +67,34 @@ int runWords(const Options& options, const Home& home) {
 }
 
 void show(const FaultPage& page) {
-  std::printf("operations=%u syncs=%u waited=%u\n", page.operations.load(), page.syncs.load(), page.waited.load());
+  std::printf("operations=%u syncs=%u waited=%u writes=%u\n", page.operations.load(), page.syncs.load(),
+              page.waited.load(), page.writes.load());
 }
 
-/** Arms the page with one word of the command line; false when the word makes no sense. */
+/** Arms the page with one word of the command line, "NAME" or "NAME=N:HOW"; false when the word makes no sense. */
 bool arm(FaultPage& page, const std::string& word) {
+  const std::map<std::string, Fault> faults{
+      {"count", Fault::None}, {"off", Fault::None}, {"cut", Fault::Cut}, {"fail", Fault::Fail}, {"full", Fault::Full}};
+  const std::map<std::string, int> errors{{"EINTR", EINTR}, {"EIO", EIO}, {"ENOSPC", ENOSPC}, {"EROFS", EROFS}};
+  std::array<char, 8> how{};
   unsigned at = 0;
-  int code = EIO;
-  Fault fault = Fault::None;
-  if (word == "full") {
-    fault = Fault::Full;
-  } else if (std::sscanf(word.c_str(), "cut=%u", &at) == 1) {
-    fault = Fault::Cut;
-  } else if (std::sscanf(word.c_str(), "fail=%u:%d", &at, &code) >= 1) {
-    fault = Fault::Fail;
-  } else if (word != "count" && word != "off") {
-    return false;
-  }
+  const std::string name = word.substr(0, word.find('='));
+  std::sscanf(word.c_str() + name.size(), "=%u:%7s", &at, how.data());
+  const bool fails = name == "fail";
+  const bool known =
+      fails ? errors.contains(how.data()) : std::set<std::string>{"", "half", "lose"}.contains(how.data());
+  if (!faults.contains(name) || !known) return false;
   page.armed = 0;
   page.operations = 0;
+  page.writes = 0;
   page.syncs = 0;
   page.waited = 0;
   page.dark = 0;
-  page.fault = fault;
+  page.fault = faults.at(name);
   page.at = at;
-  page.error = code;
+  page.error = fails ? errors.at(how.data()) : 0;
+  page.halves = std::string("half") == how.data();
+  page.loses = std::string("lose") == how.data();
   page.armed = word != "off";
   return true;
 }
@@ -104,7 +109,8 @@ int flash(const Options& options, const Home& home) {
     show(page);
     return 0;
   }
-  return arm(page, word) ? 0 : complain("flash: count, cut=N, fail=N[:ERRNO], full, off or show");
+  home.settle(true);
+  return arm(page, word) ? 0 : complain("flash: count, cut=N[:half|:lose], fail=N:ERROR, full, off or show");
 }
 
 using Action = int (*)(const Options&, const Home&);

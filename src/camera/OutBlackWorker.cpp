@@ -1,5 +1,7 @@
 #include "camera/OutBlackWorker.h"
 
+#include <unistd.h>
+
 #include <array>
 #include <cstdio>
 #include <cstring>
@@ -33,10 +35,16 @@ OutBlackWorker::OutBlackWorker(std::string tmpFile, std::string savedFile)
 int32_t OutBlackWorker::SaveDateTmpFile() const {
   TMX_LOG(LOG_DEBUG, " TmpFile Save ");
   const std::vector<std::string> lines = getDateData();
-  return !lines.empty() && CommonInterface::writeLines(m_tmpFile, lines) ? 1 : 0;
+  const bool isWritten = !lines.empty() && CommonInterface::writeLines(m_tmpFile, lines);
+  sync();
+  return isWritten ? 1 : 0;
 }
 
-int32_t OutBlackWorker::DeleteTmpFile() const { return CommonInterface::removeFile(m_tmpFile) ? 1 : 0; }
+int32_t OutBlackWorker::DeleteTmpFile() const {
+  const bool isGone = CommonInterface::removeFile(m_tmpFile);
+  sync();
+  return isGone ? 1 : 0;
+}
 
 int32_t OutBlackWorker::KeepTmpFile() const {
   if (!CommonInterface::isFileExist(m_tmpFile)) {

@@ -131,6 +131,10 @@ int32_t Config::save(Family family, int32_t index) {
   return writeConfig(family, index);
 }
 
+bool Config::isSaved(Row row, int32_t table) const {
+  return !m_unsaved.contains({row.family, row.family == Family::Patrol ? 0 : table});
+}
+
 int32_t Config::isFramesize(std::string_view text) {
   constexpr int32_t kSmallest = 240;  // lines; what is smaller is the encoders' own
   const Framesize* size = findFramesize(text);

@@ -3,9 +3,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "config/Families.h"
@@ -43,6 +45,8 @@ class Config {
   [[nodiscard]] std::string get(Row row, int32_t table = 0) const;
   int32_t set(Row row, const std::string& value, int32_t table = 0);
   int32_t save(Family family, int32_t table = 0);
+  /** False behind a save that failed, until one of the same file succeeds: memory is ahead of the file. */
+  [[nodiscard]] bool isSaved(Row row, int32_t table = 0) const;
 
   /** Whether the text can stand in its line of the file: 0, -451 with a line end or a NUL in it, -457 for a longer one.
    */
@@ -99,7 +103,7 @@ class Config {
   static int32_t unlockFlash(int32_t descriptor);
 
   // Factory data. The commands run through the shell, and only one that could not be run counts as failed.
-  /** The factory image over the working partition, without the lock. */
+  /** The factory image over the working partition, without the lock; what a power cut ends the next start repeats. */
   [[nodiscard]] static int32_t copyFactoryValueToConfig();
   /** The same under the lock; the restart is the caller's. */
   [[nodiscard]] static int32_t copyFactoryValueAndReboot();
@@ -109,15 +113,19 @@ class Config {
  protected:
   Config();
 
+  /** Reads one file into its tables as a start does; the rewrite that heals it is part of that. */
+  [[nodiscard]] int32_t readConfig(Family family, int32_t index);
+
  private:
   // One row of a table; null stands for a table that does not exist.
   [[nodiscard]] static std::string getConfig(const ConfigTable* table, int32_t id);
   int32_t setConfig(ConfigTable* table, int32_t id, const std::string& value) const;
   [[nodiscard]] bool isAllowed(Row row, const AccessRule& rule, int32_t table) const;
 
+  [[nodiscard]] static bool isRestoreCutShort();
+
   // One file and the tables that stand in it: one, or all the patrol's; none for an index without a file.
   [[nodiscard]] std::span<ConfigTable> tablesOfFile(Family family, int32_t index);
-  [[nodiscard]] int32_t readConfig(Family family, int32_t index);
   [[nodiscard]] int32_t writeConfig(Family family, int32_t index);
   /** Makes a file that has no factory copy anew from the built-in rows, under the lock; 0, -1 or -2. */
   [[nodiscard]] int32_t heal(Family family, int32_t index, FlashLock& lock);
@@ -129,6 +137,7 @@ class Config {
   void stepVersion();
 
   std::array<std::vector<ConfigTable>, static_cast<size_t>(Family::kCount)> m_tables;
+  std::set<std::pair<Family, int32_t>> m_unsaved;  ///< files
   int32_t m_writeInhibit = 0;
 };
 

@@ -1,5 +1,6 @@
 // Bringing factory data back: one file, one scene, or the whole partition.
 
+#include <fcntl.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -11,6 +12,7 @@
 
 #include "config/Config.h"
 #include "config/FlashLock.h"
+#include "local/FileDescriptor.h"
 #include "request/Log.h"
 
 namespace {
@@ -19,6 +21,9 @@ constexpr const char* kFactoryDevice = "/dev/mtdblock6";
 constexpr const char* kFileMount = "/tmp/tmp_factory/";
 constexpr std::string_view kFlash = "/mnt/flash/";
 constexpr const char* kFactoryMount = "/mnt/factory";
+
+// Stands beside the partition for as long as that is being replaced.
+constexpr const char* kRestoring = "/mnt/sysinfo/restoring";
 
 void syncTimes(int times) {
   for (int i = 0; i < times; ++i)
@@ -93,9 +98,18 @@ int32_t Config::m_copyFactoryConfig(const std::string& path) {
   return kDone;
 }
 
+bool Config::isRestoreCutShort() {
+  if (::access(kRestoring, W_OK) != 0) return false;  // what cannot be taken away would stand there for ever
+  TMX_LOG(LOG_ERR, "Config: a factory restore was cut short");
+  return true;
+}
+
 int32_t Config::copyFactoryValueToConfig() {
+  FileDescriptor(::open(kRestoring, O_WRONLY | O_CREAT | O_CLOEXEC, 0644)).reset();
+  ::sync();
   if (!isRun("/usr/sbin/flash_eraseall /dev/mtd5")) {
     TMX_LOG(LOG_ERR, "Config: flash_eraseall error(/dev/mtd5)");
+    ::unlink(kRestoring);
     return kFailed;
   }
   if (!isRun("/bin/dd if=/dev/mtd6 of=/dev/mtd5 bs=1k")) {
@@ -103,6 +117,8 @@ int32_t Config::copyFactoryValueToConfig() {
     return kFailed;
   }
   syncTimes(4);
+  ::unlink(kRestoring);
+  ::sync();
   return kDone;
 }
 

@@ -17,6 +17,7 @@ namespace {
 
 constexpr const char* kModelFile = "/mnt/flash/model";
 constexpr const char* kVersionFile = "/mnt/flash/sysconfig/config_version";
+constexpr const char* kStepBegun = "/mnt/flash/sysconfig/config_version.new";  ///< its name until the step is done
 constexpr std::string_view kVersionLine = "1.00.003\n";
 
 std::string& modelName() {
@@ -59,19 +60,23 @@ static_assert(std::size(kLoadSteps) == static_cast<size_t>(Family::kCount));
 
 int32_t countFiles(Family family) { return family == Family::Patrol ? 1 : familyInfo(family).tables; }
 
-/** Whether the file did not exist and was written now. */
-bool createVersionFile() {
-  if (::access(kVersionFile, F_OK) == 0) return false;
+bool beginStep() {
   const FlashLock lock;
-  const FileDescriptor file(lock.isHeld() ? ::open(kVersionFile, O_WRONLY | O_CREAT | O_CLOEXEC, 0644) : -1);
+  const FileDescriptor file(lock.isHeld() ? ::open(kStepBegun, O_WRONLY | O_CREAT | O_CLOEXEC, 0644) : -1);
   const ssize_t written = ::write(file.get(), kVersionLine.data(), kVersionLine.size());
   if (written == static_cast<ssize_t>(kVersionLine.size())) {
     ::fsync(file.get());
     return true;
   }
   TMX_LOG(LOG_ERR, "Config: Failed to write to file %s.", kVersionFile);
-  ::unlink(kVersionFile);  // the next start tries again
+  ::unlink(kStepBegun);  // the next start tries again
   return false;
+}
+
+void endStep() {
+  const FlashLock lock;
+  if (std::rename(kStepBegun, kVersionFile) < 0) TMX_LOG(LOG_ERR, "Config: rename %s error(%m)", kVersionFile);
+  ::sync();
 }
 
 }  // namespace
@@ -79,6 +84,7 @@ bool createVersionFile() {
 std::string Config::getModelName() { return modelName(); }
 
 int32_t Config::loadConfig() {
+  if (isRestoreCutShort()) return kFailed;
   readModelName();
   for (const LoadStep& step : kLoadSteps) {
     for (int32_t index = 0; index < countFiles(step.family); ++index) {
@@ -100,15 +106,20 @@ int32_t Config::loadFile(Family family, int32_t index, const char* failure) {
 }
 
 void Config::stepVersion() {
-  if (!createVersionFile()) return;
-  const auto convert = [this](Row row, int32_t table) {
-    set(row, std::to_string(convertExposureReference(get(row, table))), table);
+  if (::access(kVersionFile, F_OK) == 0) return;
+  const bool isResumed = ::access(kStepBegun, F_OK) == 0;
+  if (!beginStep()) return;
+  const auto convert = [this, isResumed](Row row, int32_t table) {
+    const std::string text = get(row, table);
+    if (isResumed && isOnNewScale(text)) return;
+    set(row, std::to_string(convertExposureReference(text)), table);
     save(row.family, table);
   };
   const int32_t scenes = familyInfo(Family::Scene).tables;
   for (int32_t scene = 0; scene < scenes; ++scene)
     convert(scene_row::AUTO_EXPOSURE_REFERENCE, scene);
   convert(camera_row::AUTO_EXPOSURE_REFERENCE, 0);
+  endStep();
 }
 
 int32_t Config::reloadSceneConfig(int32_t scene) {

@@ -3,13 +3,13 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <utility>
 
 #include "config/Config.h"
 #include "config/FlashLock.h"
 #include "config/StoreText.h"
 #include "local/FileDescriptor.h"
+#include "local/Uninterrupted.h"
 #include "request/Log.h"
 
 namespace {
@@ -17,15 +17,15 @@ namespace {
 bool readAll(int descriptor, std::string& bytes) {
   char buffer[4096];
   for (;;) {
-    const ssize_t count = ::read(descriptor, buffer, sizeof buffer);
-    if (count == 0) return true;
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return false;
+    const ssize_t count = uninterrupted([&] { return ::read(descriptor, buffer, sizeof buffer); });
+    if (count <= 0) return count == 0;
     bytes.append(buffer, static_cast<size_t>(count));
   }
 }
 
-int openForReading(const std::string& path) { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC); }
+int openFile(const std::string& path, int flags) {
+  return uninterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC, 0644); });
+}
 
 /** Takes the lines of the file into the tables and closes it; one that cannot be read to its end counts as failed. */
 StoreParse takeFile(int descriptor, std::span<ConfigTable> tables) {
@@ -39,20 +39,20 @@ StoreParse takeFile(int descriptor, std::span<ConfigTable> tables) {
 
 bool writeAll(int descriptor, const std::string& text, const std::string& path) {
   // A short count means that the flash is full: the rest is lost.
-  ssize_t count = -1;
-  do {
-    count = ::write(descriptor, text.data(), text.size());
-  } while (count < 0 && errno == EINTR);
+  const ssize_t count = uninterrupted([&] { return ::write(descriptor, text.data(), text.size()); });
   if (count == static_cast<ssize_t>(text.size())) return true;
   TMX_LOG(LOG_ERR, "Config: Failed to write to file %s.", path.c_str());
   return false;
 }
 
+int syncFile(int descriptor) {
+  return uninterrupted([descriptor] { return ::fsync(descriptor); });
+}
+
 /** The whole file in one call, so that flash sees one short burst. */
 int32_t writeWhole(int descriptor, const std::string& path, std::span<const ConfigTable> tables) {
   const bool isWritten = writeAll(descriptor, composeStore(tables), path);
-  ::fsync(descriptor);
-  return isWritten ? Config::kDone : Config::kFailed;
+  return syncFile(descriptor) == 0 && isWritten ? Config::kDone : Config::kFailed;
 }
 
 /** One call per line, up to the first that fails. */
@@ -63,10 +63,9 @@ int32_t writeLineByLine(int descriptor, const std::string& path, std::span<const
       isWritten = isWritten && writeAll(descriptor, composeLine(item, kLongestPatrolLine), path);
     }
   }
-  const int synced = ::fsync(descriptor);
+  const int synced = syncFile(descriptor);
   TMX_LOG(LOG_INFO, " fsync ret(%d) ", synced);
-  ::fsync(descriptor);
-  return isWritten ? Config::kDone : Config::kFailed;
+  return syncFile(descriptor) == 0 && synced == 0 && isWritten ? Config::kDone : Config::kFailed;
 }
 
 /** The factory partition holds the files of the flash, not those of the camera's own data beside it. */
@@ -82,7 +81,7 @@ void logOpenFailure(Family family, const std::string& path, int descriptor) {
 
 /** Rewrites the file in place; it must exist, and a descriptor of the standard streams is not trusted. */
 int32_t rewrite(Family family, const std::string& path, std::span<const ConfigTable> tables) {
-  const FileDescriptor file(::open(path.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
+  const FileDescriptor file(openFile(path, O_WRONLY | O_TRUNC));
   const int descriptor = file.get();
   if (descriptor <= STDERR_FILENO) {
     logOpenFailure(family, path, descriptor);
@@ -115,12 +114,12 @@ int32_t Config::readConfig(Family family, int32_t index) {
     TMX_LOG(LOG_ERR, "Config: Failed to lock /mnt/flash.");
     return kLockFailed;
   }
-  int descriptor = openForReading(path);
+  int descriptor = openFile(path, O_RDONLY);
   if (descriptor < 0) {
     TMX_LOG(LOG_ERR, "Config: Can't open %s.::(%m)", path.c_str());
     if (!hasFactoryCopy(path)) return heal(family, index, lock);
     if (m_copyFactoryConfig(path) != kDone) return endLoadConfig(kFailed, lock, path);
-    descriptor = openForReading(path);
+    descriptor = openFile(path, O_RDONLY);
   }
   const StoreParse parse = takeFile(descriptor, tables);
   if (parse.end == StoreEnd::StreamFailed) {
@@ -147,7 +146,7 @@ int32_t Config::heal(Family family, int32_t index, FlashLock& lock) {
   const std::string path = familyPath(family, index);
   TMX_LOG(LOG_WARNING, "Config: File %s: made anew from the built-in rows", path.c_str());
   m_tables[static_cast<size_t>(family)] = makeTables(family);
-  const FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644));  // where there is none
+  const FileDescriptor file(openFile(path, O_WRONLY | O_CREAT));  // where there is none
   const int32_t result = rewrite(family, path, tablesOfFile(family, index));
   return lock.release() < 0 ? kLockFailed : result;
 }
@@ -160,6 +159,8 @@ int32_t Config::writeConfig(Family family, int32_t index) {
     return kLockFailed;
   }
   const int32_t result = rewrite(family, familyPath(family, index), tablesOfFile(family, index));
+  m_unsaved.erase({family, index});
+  if (result != kDone) m_unsaved.emplace(family, index);
   if (lock.release() < 0) {
     TMX_LOG(LOG_ERR, "Config: Failed to unlock /mnt/flash");
     return kLockFailed;

@@ -10,6 +10,7 @@
 #include <ctime>
 #include <fstream>
 
+#include "local/Uninterrupted.h"
 #include "request/Log.h"
 
 namespace {
@@ -33,12 +34,22 @@ class ScopedFlashLock {
 bool writeAll(int descriptor, const std::string& text) {
   size_t done = 0;
   while (done < text.size()) {
-    const ssize_t count = write(descriptor, text.data() + done, text.size() - done);
-    if (count < 0 && errno == EINTR) continue;
+    const ssize_t count = uninterrupted([&] { return write(descriptor, text.data() + done, text.size() - done); });
     if (count < 0) return false;
     done += static_cast<size_t>(count);
   }
-  return true;
+  return uninterrupted([descriptor] { return fsync(descriptor); }) == 0;
+}
+
+/** The content gets the name when it is whole: a part of it never takes the place of what was there. */
+bool replace(const std::string& path, const std::string& text) {
+  const std::string whole = path + ".new";
+  const auto make = [&] { return open(whole.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644); };
+  const FileDescriptor file(uninterrupted(make));
+  if (file.isValid() && writeAll(file.get(), text) && rename(whole.c_str(), path.c_str()) == 0) return true;
+  TMX_LOG(LOG_ERR, "write error %s(%m)", path.c_str());
+  unlink(whole.c_str());
+  return false;
 }
 
 }  // namespace
@@ -71,11 +82,7 @@ bool CommonInterface::writeLines(const std::string& path, const std::vector<std:
     text += line + '\n';
 
   const ScopedFlashLock lock;
-  if (!lock.isHeld()) return false;
-  const FileDescriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
-  if (file.isValid() && writeAll(file.get(), text)) return true;
-  TMX_LOG(LOG_ERR, "write error %s(%m)", path.c_str());
-  return false;
+  return lock.isHeld() && replace(path, text);
 }
 
 pid_t CommonInterface::readPid(const std::string& pidFile, pid_t whenEmpty) {

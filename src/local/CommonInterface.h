@@ -41,7 +41,7 @@ class CommonInterface {
   static bool removeFile(const std::string& path);
   /** The lines without their ends; none when the file cannot be read. */
   [[nodiscard]] static std::vector<std::string> readLines(const std::string& path);
-  /** Replaces the file; without lines it does nothing, and is true. */
+  /** Replaces the file as a whole; without lines it does nothing, and is true. */
   static bool writeLines(const std::string& path, const std::vector<std::string>& lines);
   /** The first line as a number. */
   [[nodiscard]] static pid_t readPid(const std::string& pidFile, pid_t whenEmpty = 0);

@@ -28,6 +28,9 @@ int32_t saveNetwork() {
   return Config::getInstance()->save(Family::Network) == Config::kDone ? 0 : -status::kInternalError;
 }
 
+/** The stream is as it is to be; the file may not have it yet. */
+int32_t saveWhereDue(Row row) { return Config::getInstance()->isSaved(row) ? 0 : saveNetwork(); }
+
 bool isMulticastV4(const uint8_t* address) { return (address[0] & 0xf0) == 0xe0; }
 
 /** ff0x and ff1x, by the first four characters of the text. */
@@ -97,7 +100,7 @@ int32_t CDestination::CStatus::stop(Request& request) {
   const int32_t number = numberOf(request.selectors);
   const network_row::Row row = rows(number).status;
   CUserConfig::getInstance()->set(row, "off");
-  if (active(row) == "off") return 0;
+  if (active(row) == "off") return saveWhereDue(row);
   Config::getInstance()->set(row, "off");
   return sender(number).stop() < 0 ? -status::kInternalError : saveNetwork();
 }
@@ -106,7 +109,7 @@ int32_t CDestination::CStatus::start(Request& request) {
   const int32_t number = numberOf(request.selectors);
   const network_row::Row row = rows(number).status;
   CUserConfig::getInstance()->set(row, "on");
-  if (active(row) == "on" && !isInitialising()) return 0;
+  if (active(row) == "on" && !isInitialising()) return saveWhereDue(row);
   if (const int32_t refused = checkBandwidth(number); refused < 0) return refused;
   Config::getInstance()->set(row, "on");
   const int32_t result = m_restartDestd(number);

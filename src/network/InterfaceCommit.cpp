@@ -83,7 +83,7 @@ int32_t saveInterface(Request& request) {
 
   const in_addr broadcast{address | ~mask};
   config.set(IF1_BROADCAST, Net::Inet_ntop(&broadcast));
-  const bool isChanged = config.adopt(user, kInterfaceRows);
+  const bool isChanged = config.adopt(user, kInterfaceRows) || !config.isSaved(IF1_IP);
   if (!isChanged && dhcp == kNothingWaits) return kNothingWaits;
   return config.save(Family::Network) == Config::kDone ? 0 : -status::kInternalError;
 }

@@ -44,7 +44,8 @@ int32_t m_setStatus(const char* word, const char* before) {
 int32_t COnvif::CStatus::turn(Request& request) { return request.value == "on" ? turnOn() : turnOff(); }
 
 int32_t COnvif::CStatus::turnOn() {
-  if (network_rows::active(kRow) != "off") return -status::kNotValidForResource;
+  const bool isSaved = Config::getInstance()->isSaved(kRow);
+  if (network_rows::active(kRow) != "off" && isSaved) return -status::kNotValidForResource;
   if (const int32_t refused = m_setStatus("on", "off"); refused < 0) return refused;
   Session().setOnvifService(1);
   return 0;
@@ -52,7 +53,7 @@ int32_t COnvif::CStatus::turnOn() {
 
 /** Streams go on without the service: by the RTSP server, and without the motion metadata. */
 int32_t COnvif::CStatus::turnOff() {
-  if (network_rows::isOn(kRow)) {
+  if (network_rows::isOn(kRow) || !Config::getInstance()->isSaved(kRow)) {
     for (const char* query :
          {"network.rtsp.status=on", "network.rtsp.status=restart", "network.destination(5).status=stop"}) {
       if (!isDone(query)) return -status::kInternalError;

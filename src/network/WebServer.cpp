@@ -44,7 +44,9 @@ int32_t portShown(const Request& request, std::string& /*text*/) {
 }
 
 int32_t CHttp::CStatus::restart(Request& request) {
-  const bool isPortNew = active(network_row::HTTP_CONFIG_PORT) != staged(network_row::HTTP_CONFIG_PORT);
+  // Behind a failed save the web server has not yet got the port that the image has.
+  const bool isPortNew = active(network_row::HTTP_CONFIG_PORT) != staged(network_row::HTTP_CONFIG_PORT) ||
+                         !Config::getInstance()->isSaved(network_row::HTTP_CONFIG_PORT);
   const int32_t result = carryOut({.rows = kHttpRows, .check = httpStaysReachable}, request);
   if (result != 0) return result;
   OnvifSettings::publish();  // the ONVIF service is told the port

@@ -49,7 +49,13 @@ int32_t edit(const std::vector<std::string>& tool) {
     static_cast<void>(runs(kRestore));
     return -1;
   }
-  if (!runs(kRemoveBackUp)) TMX_LOG(LOG_ERR, "rm -f /etc/lighttpd/.htpasswd.bak error");
+  sync();
+  if (!runs(kRemoveBackUp)) {
+    TMX_LOG(LOG_ERR, "rm -f /etc/lighttpd/.htpasswd.bak error");
+    static_cast<void>(runs(kRestore));  // as the next start would do
+    return -1;
+  }
+  sync();
   return 0;
 }
 

@@ -51,7 +51,9 @@ int32_t CTimezone::setZone(Request& request) {
   const std::string path = zoneFile(request.value);
   TMX_LOG(LOG_INFO, "change timezone[%s]", path.c_str());
   if (!CommonInterface::isFileExist(path)) return -status::kInternalError;
-  const std::string command = "cp " + path + " /mnt/sysinfo/localtime";
+  // The copy gets its name when it is whole: nothing brings back a zone that a power cut left half.
+  const std::string command =
+      "cp " + path + " /mnt/sysinfo/localtime.new && " + "mv -f /mnt/sysinfo/localtime.new /mnt/sysinfo/localtime";
   if (system(command.c_str()) < 0 || zr_set_timezone(request.value.c_str()) < 0) return -status::kInternalError;
   return 0;
 }

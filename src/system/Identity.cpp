@@ -56,7 +56,11 @@ int32_t CGuid::fetch(const Request& /*request*/, std::string& text) {
   for (int round = 0; round < kRounds; ++round) {
     if (round > 0) {
       FlashLock flash(FlashLock::Patience::Endless);
-      static_cast<void>(std::system("/usr/bin/uuidgen > /mnt/sysinfo/uuid"));
+      // The camera keeps what it once has told: the whole line, and on flash before it is read.
+      static_cast<void>(
+          std::system("/usr/bin/uuidgen > /mnt/sysinfo/uuid.new && "
+                      "mv -f /mnt/sysinfo/uuid.new /mnt/sysinfo/uuid"));
+      sync();
       static_cast<void>(flash.release());
       usleep(10'000);
     }

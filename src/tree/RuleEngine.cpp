@@ -19,6 +19,13 @@ std::string stored(const Place& place, const Selectors& selectors, Image which) 
   return image(cell.image.value_or(which)).get(cell.row, cell.table);
 }
 
+/** Whether the file of the value is not behind the committed image. */
+bool isFileUpToDate(const Place& place, const Selectors& selectors) {
+  if (place.variable != nullptr) return true;
+  const Cell cell = place.cell(selectors);
+  return image(Image::Config).isSaved(cell.row, cell.table);
+}
+
 /** All cells of a value, the first in front. */
 std::vector<Cell> cellsOf(const Place& place, const Selectors& selectors) {
   std::vector<Cell> cells{place.cell(selectors)};
@@ -116,12 +123,14 @@ int32_t carryOut(const Rule& rule, Request& request) {
   }
   if (const Command* command = findCommand(rule, request.value)) return runCommand(rule, *command, request);
 
-  const auto isStored = [&] {
-    return !isInitialising() && stored(rule.place, request.selectors, rule.compares) == request.value;
+  const auto endsAt = [&](Unchanged when) {
+    return rule.unchanged == when && !isInitialising() &&
+           stored(rule.place, request.selectors, rule.compares) == request.value &&
+           isFileUpToDate(rule.place, request.selectors);
   };
-  if (rule.unchanged == Unchanged::BeforeTest && isStored()) return status::kOk;
+  if (endsAt(Unchanged::BeforeTest)) return status::kOk;
   if (const int32_t refused = check(rule, request); refused < 0) return -refused;
-  if (rule.unchanged == Unchanged::AfterTest && isStored()) return status::kOk;
+  if (endsAt(Unchanged::AfterTest)) return status::kOk;
 
   const int32_t result = perform(rule, request);
   if (result < 0) return refusalFor(rule, result);
@@ -135,7 +144,8 @@ int32_t carryOut(const Rule& rule, Request& request) {
   if (rule.answers.layer.empty() || !rule.answers.isTold) return status::kOk;
   const bool agree =
       rule.unchanged == Unchanged::AfterKeeping &&
-      stored(rule.place, request.selectors, Image::Config) == stored(rule.place, request.selectors, Image::User);
+      stored(rule.place, request.selectors, Image::Config) == stored(rule.place, request.selectors, Image::User) &&
+      isFileUpToDate(rule.place, request.selectors);
   return agree ? status::kOk : status::kAccepted;
 }
 

@@ -189,11 +189,10 @@ std::string Camera::tell(std::string_view words) const {
 
 void Camera::flash(std::string_view word) const { EXPECT_EQ(sandbox({"flash", std::string(word)}), 0) << word; }
 
-unsigned Camera::flashOperations() const {
+unsigned Camera::flashCount(const std::string& what) const {
   sandbox({"flash", "show"});
-  unsigned operations = 0;
-  std::sscanf(read("sandbox-output").c_str(), "operations=%u", &operations);
-  return operations;
+  const std::string counts = read("sandbox-output");
+  return static_cast<unsigned>(std::atoi(counts.c_str() + counts.find(what) + what.size()));
 }
 
 Texts Camera::journal(std::string_view who) const {

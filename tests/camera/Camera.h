@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <initializer_list>
@@ -42,6 +43,8 @@ class Camera {
   void cut();
   [[nodiscard]] bool isOn() const;
   [[nodiscard]] bool reboot();
+  /** How often it has booted since it was switched on. */
+  [[nodiscard]] int boots() const { return std::atoi(read("run/boots").c_str()); }
   /** Does something that restarts the camera; whether it came back. */
   [[nodiscard]] bool restartsBehind(const std::function<void()>& action);
   /** The same for a request, which restarts it behind its answer. */
@@ -63,10 +66,11 @@ class Camera {
 
   /** Changes a neighbour, or has it show its state; see `./camera tell`. The line that it answers. */
   std::string tell(std::string_view words) const;
-  /** Counts or disturbs the file operations of flash: "count", "cut=N", "fail=N", "full", "off". */
+  /** Counts or disturbs the file operations of flash; see `./camera tell flash`. */
   void flash(std::string_view word) const;
-  /** The file operations since the last flash("count"). */
-  [[nodiscard]] unsigned flashOperations() const;
+  /** The file operations since the last flash("count"), and those of them that write. */
+  [[nodiscard]] unsigned flashOperations() const { return flashCount("operations="); }
+  [[nodiscard]] unsigned flashWrites() const { return flashCount("writes="); }
 
   /** Journal lines of one part of the camera ("dsp", "gpio", …; empty for all) since the last clearJournal. */
   [[nodiscard]] Texts journal(std::string_view who = {}) const;
@@ -92,6 +96,7 @@ class Camera {
 
  private:
   int sandbox(std::vector<std::string> words) const;
+  [[nodiscard]] unsigned flashCount(const std::string& what) const;
 
   CameraOptions m_options;
   std::filesystem::path m_home;

@@ -1,4 +1,4 @@
-// Web logins: the real password tool and the real web server, and what a power cut leaves of a deletion.
+// Web logins: the real password tool and the real web server.
 
 #include "tests/camera/Answers.h"
 #include "tests/camera/Camera.h"
@@ -99,19 +99,6 @@ TEST_F(AccountTest, TheWebServerTakesTheLoginUntilItIsDeleted) {
   EXPECT_EQ(pageStatus("admin1", "letmein"), "401");
 }
 
-TEST_F(AccountTest, AFailedToolLeavesTheFile) {
-  expect("admin(1)=kept", kOk);
-  const std::string before = camera().read(kFile);
-  camera().flash("full");
-  expect("admin(1)=other", k500);
-  expect("admin(2)=other", k500);
-  expect("admin(1).status=initialize", k500);
-  camera().flash("off");
-  EXPECT_EQ(camera().read(kFile), before);
-  EXPECT_FALSE(std::filesystem::exists(camera().path(kBackUp)));
-  expect("admin(1).status=initialize", kOk);  // the lock was given back
-}
-
 TEST_F(AccountTest, NoPasswordIsLogged) {
   camera().ask("system.loglevel=LOG_DEBUG");
   expect("admin(1)=topsecret", kOk);
@@ -120,42 +107,6 @@ TEST_F(AccountTest, NoPasswordIsLogged) {
   ASSERT_TRUE(camera().isLogged("system.password.admin(2)=*"));
   EXPECT_EQ(camera().log().find("topsecret"), std::string::npos);
   EXPECT_EQ(camera().read("journal.jsonl").find("topsecret"), std::string::npos);
-}
-
-TEST(Account, APowerCutAnywhereInADeletionLosesNoOtherLogin) {
-  Camera camera;
-  ASSERT_TRUE(camera.up());
-  camera.ask("system.password.admin=keeps&system.password.admin(1)=goes");
-  const std::string before = camera.read(kFile);
-  const std::string after = before.substr(0, before.find('\n') + 1);
-  unsigned operation = 0;
-  for (bool isCut = true; isCut;) {
-    ++operation;
-    camera.write(kFile, before);
-    camera.flash("cut=" + std::to_string(operation));
-    isCut = camera.ask("system.password.admin(1).status=initialize") == "<closed>";
-    camera.flash("off");
-    camera.cut();
-    ASSERT_TRUE(camera.up()) << operation << camera.log();
-    const std::string left = camera.read(kFile);
-    EXPECT_TRUE(left == before || left == after) << operation << ": " << left;
-    EXPECT_FALSE(std::filesystem::exists(camera.path(kBackUp))) << operation;
-  }
-  EXPECT_GT(operation, 5U) << "copy, tool, removal";
-}
-
-TEST(Account, AStartTakesACutDeletionBack) {
-  Camera camera;
-  ASSERT_TRUE(camera.up());
-  camera.ask("system.password.admin(1)=one");
-  const std::string before = camera.read(kFile);
-  camera.cut();
-  camera.write(kBackUp, before);
-  camera.write(kFile, "half");
-  ASSERT_TRUE(camera.up());
-  EXPECT_EQ(camera.read(kFile), before);
-  EXPECT_FALSE(std::filesystem::exists(camera.path(kBackUp)));
-  EXPECT_TRUE(camera.isLogged("recovery .htpasswd"));
 }
 
 }  // namespace

@@ -188,9 +188,6 @@ TEST_F(Adjust, WhatWaitsForWhichSave) {
                            {"camera.dspadjust.status=all", std::string("camera.dspadjust.status") + k451},
                            {"camera.adjust_service.status=restore", std::string("camera.adjust_service.status") + k451},
                            {"camera.dspadjust.status", std::string("camera.dspadjust.status") + k405}});
-  camera().flash("full");
-  EXPECT_EQ(camera().ask("camera.adjust_service.status=save"), std::string("camera.adjust_service.status") + k500);
-  camera().flash("off");
 }
 
 TEST_F(Adjust, NumbersAreKeptInDecimals) {

@@ -16,7 +16,6 @@ class ClockTest : public CameraTest {
   void SetUp() override {
     camera().tell("dsp clear");
     camera().setRow(kFile, "DAYLIGHTSAVING", "on");
-    camera().flash("off");
     CameraTest::SetUp();
   }
 

@@ -132,10 +132,6 @@ TEST_F(Destinations, AreSavedTogether) {
   camera().flash("count");
   EXPECT_EQ(camera().ask(of(1, "status=save")), of(1, "status&200 OK"));
   EXPECT_EQ(camera().flashOperations(), 0U);
-  camera().flash("full");
-  camera().ask(of(1, "port=6002"));
-  EXPECT_EQ(camera().ask(of(1, "status=save")), of(1, "status") + k500);
-  camera().flash("off");
   camera().ask(of(4, "host=225.0.4.1&") + of(4, "status=save"));
 }
 

@@ -249,7 +249,7 @@ TEST_F(CommitTest, WhatOutlivesAFailure) {
 TEST_F(CommitTest, AFileThatCannotBeWrittenKeepsTheStage) {
   stage("encode(1).bitrate=400000");
   camera().clearJournal();
-  camera().flash("fail=1");
+  camera().flash("fail=1:EIO");
   EXPECT_EQ(camera().ask(kCommit), k500);
   camera().flash("off");
   EXPECT_TRUE(camera().isLogged("Encode: Cannot be write userdata"));

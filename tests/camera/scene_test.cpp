@@ -83,7 +83,6 @@ class Scenes : public CameraTest {
   void TearDown() override {
     camera().tell("dsp clear");
     camera().tell("detection up");
-    camera().flash("off");
   }
 
   /** Whether the DSP got what belongs to the camera and not to a scene: its model, to name one. */
@@ -376,12 +375,6 @@ TEST_F(Scenes, FailuresOfTheWorldAre500) {
   const Texts frames = framesIn(camera(), {});
   EXPECT_FALSE(frames.empty()) << "the picture goes back all the same";
   camera().tell("detection up");
-
-  camera().flash("full");
-  for (const char* request : {"camera.scene.status=save", "camera.status=save", "camera.scene(0).status=goto"}) {
-    const std::string path = std::string(request).substr(0, std::string(request).find('='));
-    EXPECT_EQ(camera().ask(request), path + k500) << request;
-  }
 }
 
 /** The same nodes on other models. */

@@ -30,7 +30,6 @@ class Services : public CameraTest {
       camera().tell(std::string("program ") + program + " normal");
     camera().tell("session up");
     camera().tell("detection up");
-    camera().flash("off");
     CameraTest::SetUp();
   }
 
@@ -96,10 +95,6 @@ TEST_F(Services, TakeTheirValues) {
                               {"network.access_control.host(2)", "=&200 OK"},
                               {"network.access_control.host(10)", "=fe80::/16&200 OK"},
                           });
-  camera().flash("full");
-  for (const char* write : {"network.onvif.comment=x", "network.psia.status=off", "network.access_control.logic=deny",
-                            "network.access_control.host(3)=1.2.3.4", "network.onvif.quality.priority(jpeg)=quality"})
-    EXPECT_TRUE(camera().ask(write).ends_with(k500)) << write;
 }
 
 TEST_F(Services, RtspRunsAsItIsSet) {

@@ -1,4 +1,4 @@
-// The store as its files show it: write-through, healing, factory restore, and power cuts at every file operation.
+// The store as its files show it: healing, factory restore, and the version step.
 
 #include "tests/camera/Camera.h"
 
@@ -17,17 +17,6 @@ class Store : public testing::Test {
 
   Camera camera;
 };
-
-TEST_F(Store, AWriteSurvivesRestartAndPowerCut) {
-  EXPECT_EQ(camera.ask(written("vfs")), std::string(kRead) + "&200 OK");
-  EXPECT_EQ(camera.row(kUi, "UI_ENC1_CBRMODE_JPEG"), "vfs");
-  EXPECT_EQ(camera.row(kUi, "UI_ENC2_CBRMODE_JPEG"), "afs");
-  ASSERT_TRUE(camera.reboot());
-  EXPECT_EQ(camera.ask(kRead), shown("vfs"));
-  camera.cut();
-  ASSERT_TRUE(camera.up());
-  EXPECT_EQ(camera.ask(kRead), shown("vfs"));
-}
 
 TEST_F(Store, DamagedFilesHeal) {
   const std::string whole = camera.read(kUi);
@@ -149,65 +138,6 @@ TEST_F(Store, TheVersionStepConvertsOnce) {
   expectConverted();
   ASSERT_TRUE(camera.reboot());
   expectConverted();
-}
-
-TEST_F(Store, AFullFlashIsToldAndHealsLater) {
-  const std::string before = camera.read(kUi);
-  camera.flash("full");
-  EXPECT_EQ(camera.ask(written("vfs")), std::string(kRead) + "&500 Internal Server Error");
-  camera.flash("off");
-  EXPECT_EQ(camera.read(kUi), "");  // truncated in place, then nothing could be written
-  camera.cut();
-  ASSERT_TRUE(camera.up());
-  EXPECT_EQ(camera.read(kUi), before);
-}
-
-TEST_F(Store, PowerCutAtEveryOperationOfASave) {
-  const std::string defaults = camera.read(kUi);
-  camera.flash("count");
-  camera.ask(written("vfs"));
-  const unsigned operations = camera.flashOperations();
-  camera.flash("off");
-  const std::string saved = camera.read(kUi);
-  ASSERT_GE(operations, 3U);  // truncation, write, fsync
-  for (unsigned operation = 1; operation <= operations; ++operation) {
-    camera.ask(written("afs"));
-    const std::string old = camera.read(kUi);
-    camera.flash("cut=" + std::to_string(operation));
-    EXPECT_EQ(camera.ask(written("vfs")), "<closed>") << operation;
-    camera.cut();
-    const std::string left = camera.read(kUi);
-    EXPECT_TRUE(left == old || left == saved || left.empty()) << operation << ": " << left;
-    ASSERT_TRUE(camera.up()) << operation << camera.log();
-    const std::string healed = camera.read(kUi);
-    EXPECT_TRUE(healed == (left.empty() ? defaults : left)) << operation << ": " << healed;
-  }
-}
-
-TEST_F(Store, PowerCutAtEveryOperationOfAHealingStart) {
-  const std::string whole = camera.read(kUi);
-  const std::string cut = "UI_ENC3_CBRMODE_MPEG4=vbr\n";
-  std::string completed = whole;
-  completed.replace(completed.find("UI_ENC3_CBRMODE_MPEG4=cbr\n"), cut.size(), cut);
-  camera.down();
-  camera.write(kUi, cut);
-  camera.flash("count");
-  ASSERT_TRUE(camera.up());
-  const unsigned operations = camera.flashOperations();
-  camera.flash("off");
-  ASSERT_EQ(camera.read(kUi), completed);
-  ASSERT_GE(operations, 3U);
-  for (unsigned operation = 1; operation <= operations; ++operation) {
-    camera.down();
-    camera.write(kUi, cut);
-    camera.flash("cut=" + std::to_string(operation));
-    EXPECT_FALSE(camera.up()) << operation;
-    camera.cut();
-    const std::string left = camera.read(kUi);
-    EXPECT_TRUE(left == cut || left == completed || left.empty()) << operation << ": " << left;
-    ASSERT_TRUE(camera.up()) << operation << camera.log();
-    EXPECT_EQ(camera.read(kUi), left.empty() ? whole : completed) << operation;
-  }
 }
 
 }  // namespace

@@ -88,9 +88,6 @@ TEST_F(WebServer, FavoursOneKindOfClients) {
   EXPECT_EQ(camera().ask(path + "=x"), path + "&403 Forbidden");
   EXPECT_EQ(camera().ask(path), path + "=framerate&200 OK");
   camera().tell("session clear");
-  camera().flash("full");
-  EXPECT_EQ(camera().ask(path + "=clientnumber"), path + k500);
-  camera().flash("off");
   EXPECT_EQ(camera().ask(path + "=framerate"), path + "&200 OK");
 
   // The session daemon hears of it at each start.

@@ -2,9 +2,6 @@
 // files are real.
 
 #include <gtest/gtest.h>
-#include <sched.h>
-#include <sys/mount.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <filesystem>
@@ -14,6 +11,7 @@
 #include <vector>
 
 #include "config/Initialising.h"
+#include "tests/engine/PrivateFolders.h"
 #include "tree/CManBase.h"
 #include "tree/Commit.h"
 
@@ -583,20 +581,6 @@ TEST_F(Engine, ACommitTakesOverWhatDiffersAndThenApplies) {
   set("newer", "new");
   std::filesystem::remove(kFile);
   EXPECT_EQ(carryOut(commit, request), -status::kInternalError);
-}
-
-/** Gives the process a /mnt and a /tmp that nobody else sees; false where the machine does not allow it. */
-bool hideFileSystem() {
-  const uid_t user = getuid();
-  const gid_t group = getgid();
-  if (unshare(CLONE_NEWNS | (user == 0 ? 0 : CLONE_NEWUSER)) != 0) return false;
-  if (user != 0) {
-    std::ofstream("/proc/self/setgroups") << "deny";
-    std::ofstream("/proc/self/uid_map") << "0 " << user << " 1";
-    std::ofstream("/proc/self/gid_map") << "0 " << group << " 1";
-  }
-  return mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-         mount("mnt", "/mnt", "tmpfs", 0, nullptr) == 0 && mount("tmp", "/tmp", "tmpfs", 0, nullptr) == 0;
 }
 
 }  // namespace

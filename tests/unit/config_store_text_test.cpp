@@ -3,9 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <random>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "config/Config.h"
 #include "config/VersionStep.h"
 
 namespace {
@@ -123,6 +126,54 @@ TEST(ComposeStore, EveryPrefixReadsBack) {
       ASSERT_EQ(tables[0][row].value, (isRead ? written : defaults)[0][row].value);
     }
   }
+}
+
+class Store : public Config {};
+
+/** A short text, or one about as long as a line may be, seldom with a character that no line can hold. */
+std::string randomText(std::mt19937& random) {
+  const std::string_view characters("=ab %&\"\\\t\x01\x7f\x80\xff\n\r\0", 17);
+  const size_t holdable = characters.size() - (random() % 8 == 0 ? 0 : 3);
+  std::string text(random() % 2 == 0 ? random() % 8 : 500 + random() % 60, '\0');
+  for (char& character : text)
+    character = characters[random() % holdable];
+  return text;
+}
+
+/** In every file of the store. */
+TEST(ComposeStore, WhatTheSettersTakeReadsBack) {
+  std::mt19937 random(1);  // the same texts each time
+  int refused = 0;
+  for (int number = 0; number < static_cast<int>(Family::kCount); ++number) {
+    const auto family = static_cast<Family>(number);
+    Store store;
+    std::vector<ConfigTable> tables = makeTables(family);
+    for (size_t index = 0; index < tables.size(); ++index) {
+      for (ConfigItem& item : tables[index]) {
+        const std::string text = randomText(random);
+        const bool isTaken = store.set({family, item.id}, text, static_cast<int32_t>(index)) == Config::kDone;
+        if (isTaken) item.value = text;
+        refused += isTaken ? 0 : 1;
+      }
+    }
+    const bool isPatrol = family == Family::Patrol;
+    const size_t perFile = isPatrol ? tables.size() : 1;
+    for (size_t first = 0; first < tables.size(); first += perFile) {
+      const std::span<ConfigTable> written = std::span(tables).subspan(first, perFile);
+      std::string bytes = isPatrol ? "" : composeStore(written);
+      for (size_t step = 0; isPatrol && step < perFile; ++step) {
+        for (const ConfigItem& item : written[step])
+          bytes += composeLine(item, kLongestPatrolLine);
+      }
+      std::vector<ConfigTable> all = makeTables(family);
+      const std::span<ConfigTable> read = std::span(all).subspan(first, perFile);
+      const StoreParse parse = parseStore(bytes, read);
+      EXPECT_TRUE(parse.end == StoreEnd::EndOfFile && !parse.hasUnknownKey) << familyPath(family, 0);
+      EXPECT_EQ(static_cast<size_t>(parse.matched), countRows(read)) << familyPath(family, 0);
+      EXPECT_EQ(valuesOf({read.begin(), read.end()}), valuesOf({written.begin(), written.end()}));
+    }
+  }
+  EXPECT_GT(refused, 100);
 }
 
 TEST(VersionStep, ExposureReferenceGetsItsNewScale) {
