@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <sstream>
 
 #include "tests/camera/Answers.h"
 #include "tests/camera/Camera.h"
@@ -16,14 +17,14 @@ constexpr const char* kTmpDate = "flash/usr/obtmp.dat";
 constexpr const char* kSavedDate = "sysinfo/obsave.dat";
 const std::string kRoot = "camera.focus";
 
-/** "name" or "name a" of all that the GPIO daemon got since the journal was cleared. */
+/** "name" or "name:a" of all that the GPIO daemon got since the journal was cleared. */
 Texts toldGpio(const Camera& camera) {
   camera.tell("gpio show");  // what was sent before this line has been dealt with
   Texts told;
   for (const std::string& line : camera.journal("gpio")) {
     if (Camera::field(line, "what") == "report") continue;
     const std::string a = Camera::field(line, "a");
-    told.push_back(Camera::field(line, "what") + (a == "0" ? "" : " " + a));
+    told.push_back(Camera::field(line, "what") + (a == "0" ? "" : ":" + a));
   }
   return told;
 }
@@ -76,14 +77,49 @@ class Focus : public CameraTest {
     expect(".nightfocus=" + std::to_string(offset), kOk);
     expect(".gpiofrom.status=stop", k202);
   }
+  /** A change of the mode: from where, with the filter where, and what it comes to. */
+  static void expectChange(const std::string& from, int filter, const std::string& word, const char* answer,
+                           const Texts& messages, const std::string& state, int offset = 0) {
+    SCOPED_TRACE(from + " to " + word + " with the filter at " + std::to_string(filter));
+    setOffset(offset);
+    leaveMode();
+    if (from == "night") camera().tell("gpio icr=0");
+    if (from != "select") enter(from);
+    camera().tell("gpio icr=" + std::to_string(filter));
+    camera().clearJournal();
+    expect(".adjust_mode=" + word, answer);
+    EXPECT_EQ(toldGpio(camera()), messages);
+    EXPECT_EQ(shown(".status"), state);
+    EXPECT_EQ(shown(".adjust_mode"), answer == kOk ? word : from);
+    camera().tell("gpio icr=1");
+  }
+  /** A report of the daemon: in which state, and what it comes to; AF_ICR_FLG in the file was "1" before. */
+  static void expectReport(const std::string& item, const std::string& state, const char* answer, const Texts& messages,
+                           const std::string& stateAfter, const std::string& flag, const std::string& mode = "select",
+                           int offset = 3) {
+    SCOPED_TRACE(item + " in " + mode + ", " + state);
+    setOffset(3);
+    leaveMode();
+    expect(".gpiofrom.check_status=day", k202);
+    ASSERT_EQ(row("AF_ICR_FLG"), "1");
+    if (offset == 0) setOffset(0);
+    if (mode != "select") enter(mode);
+    setState(state);
+    camera().clearJournal();
+    expect(".gpiofrom." + item, answer);
+    EXPECT_EQ(toldGpio(camera()), messages);
+    EXPECT_EQ(shown(".status"), stateAfter);
+    EXPECT_EQ(row("AF_ICR_FLG"), flag);
+    EXPECT_EQ(std::filesystem::exists(camera().path(kTmpDate)), flag == "1");
+  }
   static std::string row(const std::string& key) { return camera().row(kFocusFile, key); }
 };
 
-/** Orders of the lens: the mode that they need, the answers in three states, and each with what the daemon gets. */
+/** Orders of the lens: the mode that they need, the answers in three states, and what the daemon gets. */
 struct Orders {
   std::string mode;
   std::array<const char*, 3> answers;
-  std::vector<std::pair<std::string, std::string>> items;
+  std::string items;  ///< each with its message behind it, "-" for none
 };
 
 TEST_F(Focus, EveryOrderInEveryModeAndState) {
@@ -91,30 +127,24 @@ TEST_F(Focus, EveryOrderInEveryModeAndState) {
   const Orders groups[] = {
       {"day",
        {kOk, kOk, kOk},
-       {{"=stop", "focus_auto"},
-        {"=op_auto", "focus_auto 1"},
-        {"=op_auto_full", "focus_auto 2"},
-        {"=op_auto_full_forced", "focus_auto 3"}}},
+       "=stop focus_auto  =op_auto focus_auto:1  =op_auto_full focus_auto:2  =op_auto_full_forced focus_auto:3"},
       {"day",
        {k412, kOk, k412},
-       {{".finefocus=1000", "focus_step 1000"},
-        {".finefocus=-1000", "focus_step -1000"},
-        {".finefocus=+", "focus_step 1"},
-        {".finefocus=-", "focus_step -1"}}},
+       ".finefocus=1000 focus_step:1000  .finefocus=-1000 focus_step:-1000  .finefocus=+ focus_step:1  "
+       ".finefocus=- focus_step:-1"},
       {"night",
        {k412, kOk, k412},
-       {{".nightfocus=20", "night_offset 20"},
-        {".nightfocus=+", "night_offset 20"},
-        {".nightfocus=-", "night_offset 19"}}},
-      {"init_pos", {k412, kOk, kOk}, {{".abf_pos=initialize", "factory"}}},
-      {"day", {k412, k457, k412}, {{".finefocus=1001", ""}, {".finefocus=-1001", ""}}},
-      {"night", {k412, k457, k412}, {{".nightfocus=21", ""}, {".nightfocus=-1", ""}}},
-      {"", {}, {{"=auto", ""}, {".finefocus=++", ""}, {".nightfocus=x", ""}, {".abf_pos=init", ""}}},
+       ".nightfocus=20 night_offset:20  .nightfocus=+ night_offset:20  .nightfocus=- night_offset:19"},
+      {"init_pos", {k412, kOk, kOk}, ".abf_pos=initialize factory"},
+      {"day", {k412, k457, k412}, ".finefocus=1001 -  .finefocus=-1001 -"},
+      {"night", {k412, k457, k412}, ".nightfocus=21 -  .nightfocus=-1 -"},
+      {"", {}, "=auto -  .finefocus=++ -  .nightfocus=x -  .abf_pos=init -"},
   };
   for (const std::string mode : {"select", "day", "night", "init_pos"}) {
     if (mode != "select") enter(mode);
     for (const auto& [needed, answers, items] : groups) {
-      for (const auto& [item, message] : items) {
+      std::istringstream words(items);
+      for (std::string item, message; words >> item >> message;) {
         for (size_t i = 0; i < std::size(states); ++i) {
           SCOPED_TRACE(item + " in " + mode + ", " + states[i]);
           setState(states[i]);
@@ -153,61 +183,36 @@ TEST_F(Focus, Reads) {
     expect(item, k500);
 }
 
-/** A change of the mode: from where, with the filter where, and what it comes to. */
-struct Change {
-  std::string from;
-  int filter;
-  std::string word;
-  const char* answer;
-  Texts messages;
-  std::string state;
-  int offset = 0;
-};
-
 TEST_F(Focus, EveryChangeOfTheMode) {
   const Texts look{"filter"};
-  const Texts entered{"filter", "filter", "adjust_mode 1"};
-  const Texts changed{"filter", "adjust_mode 1"};
+  const Texts entered{"filter", "filter", "adjust_mode:1"};
+  const Texts changed{"filter", "adjust_mode:1"};
   // The way back: a filter that is back is looked at twice; without an offset it need not be back.
   const Texts left{"filter", "filter", "filter", "adjust_mode"};
   const Texts leftElsewhere{"filter", "filter", "adjust_mode"};
   const Texts waits{"filter", "filter"};
-  const Change changes[] = {{"select", 1, "select", kOk, look, "initialize"},
-                            {"select", 1, "day", kOk, entered, "stop"},
-                            {"select", 0, "day", kOk, entered, "initialize"},
-                            {"select", 1, "night", kOk, entered, "initialize"},
-                            {"select", 0, "night", kOk, entered, "stop"},
-                            {"select", 1, "init_pos", kOk, entered, "stop"},
-                            {"select", 0, "init_pos", kOk, entered, "initialize"},
-                            {"select", 1, "Day", k451, {}, "initialize"},
-                            {"day", 1, "day", kOk, changed, "stop"},
-                            {"day", 1, "night", kOk, changed, "initialize"},
-                            {"day", 1, "init_pos", kOk, changed, "stop"},
-                            {"night", 0, "night", kOk, changed, "stop"},
-                            {"night", 0, "day", kOk, changed, "initialize"},
-                            {"init_pos", 1, "init_pos", kOk, changed, "initialize"},
-                            {"init_pos", 1, "day", kOk, changed, "stop"},
-                            {"init_pos", 1, "night", kOk, changed, "initialize"},
-                            {"day", 1, "select", kOk, left, "stop"},
-                            {"day", 0, "select", kOk, leftElsewhere, "initialize"},
-                            {"day", 0, "select", kOk, waits, "initialize", 3},
-                            {"day", 2, "select", k412, look, "initialize"},
-                            {"day", 2, "night", k412, look, "initialize"},
-                            {"select", 2, "day", k500, look, "initialize"}};
-  for (const Change& change : changes) {
-    SCOPED_TRACE(change.from + " to " + change.word + " with the filter at " + std::to_string(change.filter));
-    setOffset(change.offset);
-    leaveMode();
-    if (change.from == "night") camera().tell("gpio icr=0");
-    if (change.from != "select") enter(change.from);
-    camera().tell("gpio icr=" + std::to_string(change.filter));
-    camera().clearJournal();
-    expect(".adjust_mode=" + change.word, change.answer);
-    EXPECT_EQ(toldGpio(camera()), change.messages);
-    EXPECT_EQ(shown(".status"), change.state);
-    EXPECT_EQ(shown(".adjust_mode"), change.answer == kOk ? change.word : change.from);
-    camera().tell("gpio icr=1");
-  }
+  expectChange("select", 1, "select", kOk, look, "initialize");
+  expectChange("select", 1, "day", kOk, entered, "stop");
+  expectChange("select", 0, "day", kOk, entered, "initialize");
+  expectChange("select", 1, "night", kOk, entered, "initialize");
+  expectChange("select", 0, "night", kOk, entered, "stop");
+  expectChange("select", 1, "init_pos", kOk, entered, "stop");
+  expectChange("select", 0, "init_pos", kOk, entered, "initialize");
+  expectChange("select", 1, "Day", k451, {}, "initialize");
+  expectChange("day", 1, "day", kOk, changed, "stop");
+  expectChange("day", 1, "night", kOk, changed, "initialize");
+  expectChange("day", 1, "init_pos", kOk, changed, "stop");
+  expectChange("night", 0, "night", kOk, changed, "stop");
+  expectChange("night", 0, "day", kOk, changed, "initialize");
+  expectChange("init_pos", 1, "init_pos", kOk, changed, "initialize");
+  expectChange("init_pos", 1, "day", kOk, changed, "stop");
+  expectChange("init_pos", 1, "night", kOk, changed, "initialize");
+  expectChange("day", 1, "select", kOk, left, "stop");
+  expectChange("day", 0, "select", kOk, leftElsewhere, "initialize");
+  expectChange("day", 0, "select", kOk, waits, "initialize", 3);
+  expectChange("day", 2, "select", k412, look, "initialize");
+  expectChange("day", 2, "night", k412, look, "initialize");
+  expectChange("select", 2, "day", k500, look, "initialize");
   setState("adjusting");
   for (const char* word : {"select", "day", "night", "init_pos", "x"})
     expect(std::string(".adjust_mode=") + word, k412);
@@ -250,55 +255,27 @@ TEST_F(Focus, AModeThatCannotBeEntered) {
   expectAnswers(camera(), {{"camera.scene.image.true_daynight", shows("color")}});
 }
 
-/** A report of the daemon: in which state, and what it comes to. */
-struct Report {
-  std::string item;
-  std::string state;
-  const char* answer;
-  Texts messages;
-  std::string stateAfter;
-  std::string flag;  ///< AF_ICR_FLG in the file afterwards, where it was "1" before
-  std::string mode = "select";
-  int offset = 3;
-};
-
 TEST_F(Focus, EveryReport) {
   const Texts none;
   const Texts kind{"focus_kind"};
   const Texts start{"ir_start"};
   const Texts refresh{"focus_position", "focus_direction", "filter", "focus_kind"};
-  const Report reports[] = {{"check_status=night", "adjusting", kOk, none, "stop", "1", "select", 0},
-                            {"check_status=night", "adjusting", kOk, none, "adjusting", "1"},
-                            {"check_status=day", "stop", k202, none, "stop", "1"},
-                            {"check_status=day", "stop", k202, none, "stop", "1", "day"},
-                            {"check_status=dusk", "stop", k457, none, "stop", "1"},
-                            {"icr_status=day", "adjusting", kOk, none, "adjusting", "1"},
-                            {"icr_status=day", "stop", k202, start, "adjusting", "0"},
-                            {"icr_status=day", "stop", k202, start, "adjusting", "1", "day"},
-                            {"icr_status=night", "stop", kOk, start, "adjusting", "1"},
-                            {"icr_status=1", "stop", k457, none, "stop", "1"},
-                            {"status=stop", "adjusting", k202, refresh, "stop", "0"},
-                            {"status=2", "adjusting", k202, refresh, "HIGH_LIGHT_ERROR", "0"},
-                            {"status=ready", "adjusting", k202, kind, "ready", "0"},
-                            {"status=stop", "adjusting", k202, refresh, "stop", "1", "day"},
-                            {"status=0", "stop", kOk, none, "adjusting", "1"},
-                            {"status=6", "stop", k457, none, "stop", "1"}};
-  for (const Report& report : reports) {
-    SCOPED_TRACE(report.item + " in " + report.mode + ", " + report.state);
-    setOffset(3);
-    leaveMode();
-    expect(".gpiofrom.check_status=day", k202);
-    ASSERT_EQ(row("AF_ICR_FLG"), "1");
-    if (report.offset == 0) setOffset(0);
-    if (report.mode != "select") enter(report.mode);
-    setState(report.state);
-    camera().clearJournal();
-    expect(".gpiofrom." + report.item, report.answer);
-    EXPECT_EQ(toldGpio(camera()), report.messages);
-    EXPECT_EQ(shown(".status"), report.stateAfter);
-    EXPECT_EQ(row("AF_ICR_FLG"), report.flag);
-    EXPECT_EQ(std::filesystem::exists(camera().path(kTmpDate)), row("AF_ICR_FLG") == "1");
-  }
+  expectReport("check_status=night", "adjusting", kOk, none, "stop", "1", "select", 0);
+  expectReport("check_status=night", "adjusting", kOk, none, "adjusting", "1");
+  expectReport("check_status=day", "stop", k202, none, "stop", "1");
+  expectReport("check_status=day", "stop", k202, none, "stop", "1", "day");
+  expectReport("check_status=dusk", "stop", k457, none, "stop", "1");
+  expectReport("icr_status=day", "adjusting", kOk, none, "adjusting", "1");
+  expectReport("icr_status=day", "stop", k202, start, "adjusting", "0");
+  expectReport("icr_status=day", "stop", k202, start, "adjusting", "1", "day");
+  expectReport("icr_status=night", "stop", kOk, start, "adjusting", "1");
+  expectReport("icr_status=1", "stop", k457, none, "stop", "1");
+  expectReport("status=stop", "adjusting", k202, refresh, "stop", "0");
+  expectReport("status=2", "adjusting", k202, refresh, "HIGH_LIGHT_ERROR", "0");
+  expectReport("status=ready", "adjusting", k202, kind, "ready", "0");
+  expectReport("status=stop", "adjusting", k202, refresh, "stop", "1", "day");
+  expectReport("status=0", "stop", kOk, none, "adjusting", "1");
+  expectReport("status=6", "stop", k457, none, "stop", "1");
 }
 
 TEST_F(Focus, ReportsThatCannotBeDealtWith) {
@@ -364,7 +341,7 @@ TEST_F(Focus, Assist) {
   expectAnswers(camera(), {{"camera.focusassist.status=on", kOk}});
   EXPECT_TRUE(eventually([] { return camera().journalFields("child", "command") == Texts{"count"}; }));
   EXPECT_EQ(framesSent(camera()), picture);
-  EXPECT_EQ(toldGpio(camera()), Texts{"focus_assist 1"});
+  EXPECT_EQ(toldGpio(camera()), Texts{"focus_assist:1"});
   EXPECT_EQ(shown(".assist.status"), "on");
   expectAnswers(camera(), {{"camera.scene.shutter", shows("250")}});
   camera().clearJournal();
@@ -377,7 +354,7 @@ TEST_F(Focus, Assist) {
   camera().clearJournal();
   enter("day");
   EXPECT_EQ(toldGpio(camera()),
-            (Texts{"filter", "filter", "adjust_mode 1", "focus_position", "focus_direction", "filter"}));
+            (Texts{"filter", "filter", "adjust_mode:1", "focus_position", "focus_direction", "filter"}));
   EXPECT_EQ(framesSent(camera()), (Texts{"0x30", "0x21", "0x60", "0x20", "0x84", "0x84", "0x84"}));
   EXPECT_EQ(camera().journal("child"), Texts());
   EXPECT_EQ(shown(".assist.status"), "on");
