@@ -19,29 +19,21 @@ struct StateCase {
   const char* after;   ///< shutter, brightness, day/night
 };
 
-Call named(const char* name) {
-  return [name](CameraDSP& d) { return d.setShutterByName(name); };
+template <auto kSetter, class Value, bool... kSend>
+Call call(Value value) {
+  return [value](CameraDSP& d) { return (d.*kSetter)(value, kSend...); };
 }
+constexpr auto named = call<&CameraDSP::setShutterByName, const char*>;
+constexpr auto step = call<&CameraDSP::stepShutter, const char*>;
+constexpr auto gain = call<&CameraDSP::setAGC, uint32_t, true>;
+constexpr auto easyMode = call<&CameraDSP::setEasyDaynight, uint32_t, true>;
+constexpr auto trueMode = call<&CameraDSP::setTrueDaynight, uint32_t, true>;
+constexpr auto priority = call<&CameraDSP::setAutoExposurePriority, uint32_t, true>;
 Call speed(int32_t mode, int32_t speed) {
   return [=](CameraDSP& d) { return d.setShutterSpeedWithAGC(mode, speed); };
 }
 Call loadedSpeed(int32_t speed) {
   return [=](CameraDSP& d) { return d.setShutterSpeed(0, speed, false); };
-}
-Call step(const char* step) {
-  return [step](CameraDSP& d) { return d.stepShutter(step); };
-}
-Call gain(uint32_t code) {
-  return [code](CameraDSP& d) { return d.setAGC(code, true); };
-}
-Call easyMode(uint32_t mode) {
-  return [mode](CameraDSP& d) { return d.setEasyDaynight(mode, true); };
-}
-Call trueMode(uint32_t mode) {
-  return [mode](CameraDSP& d) { return d.setTrueDaynight(mode, true); };
-}
-Call priority(uint32_t value) {
-  return [value](CameraDSP& d) { return d.setAutoExposurePriority(value, true); };
 }
 
 // An automatic gain goes out in three frames.
@@ -111,9 +103,10 @@ TEST_F(DspExposure, ShutterGainSenseupAndDayNightHoldEachOther) {
       before >> word;
       d.store(row, word);
     }
-    EXPECT_EQ(c.request(d), c.result) << c.before << " " << c.frames;
-    EXPECT_EQ(joined(sent(), ", "), c.frames) << c.before << " " << c.frames;
-    EXPECT_EQ(joined({text(rows[0]), text(rows[1]), text(rows[2])}, " "), c.after) << c.before << " " << c.frames;
+    SCOPED_TRACE(std::string(c.before) + ": " + c.frames);
+    EXPECT_EQ(c.request(d), c.result);
+    EXPECT_EQ(joined(sent(), ", "), c.frames);
+    EXPECT_EQ(joined({text(rows[0]), text(rows[1]), text(rows[2])}, " "), c.after);
   }
 }
 

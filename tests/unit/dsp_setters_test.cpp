@@ -1,7 +1,5 @@
 #include <functional>
-#include <sstream>
 
-#include "dsp/PictureTables.h"
 #include "tests/unit/dsp_fixture.h"
 
 namespace {
@@ -137,49 +135,6 @@ TEST_F(DspSetters, AreaAndIrisAreKeptOnlyWhenTheyWereSent) {
   EXPECT_EQ(d.getAutoExposureArea().x2, 3);
   EXPECT_EQ(d.setIrisMode("100", true), 0);
   EXPECT_EQ(d.getIrisMode(), 2);
-}
-
-TEST_F(DspSetters, Steps) {
-  const struct {
-    int32_t row;
-    int32_t (CameraDSP::*step)(std::string_view);
-    const char* steps;  ///< in triples of words: from, the sign, to
-  } cases[] = {
-      {camera_row::COLOR, &CameraDSP::stepSaturation, "0 + 17  3 - 3  9 - 8  50 + 64  91 + 100  100 + 100  92 - 91"},
-      {camera_row::ENHANCE, &CameraDSP::stepEnhance, "26 + 34  44 - 43  96 + 96"},
-      {camera_row::PEDESTAL, &CameraDSP::stepPedestal, "0 + 32  31 - 31  32 - 0  60 + 60"},
-      {camera_row::GAMMA, &CameraDSP::stepImageGamma, "0.45 + 1  1 - 0.45  1 + 1"},
-      {camera_row::SENSEUP_LIMIT, &CameraDSP::stepSenseuplimit, "0 + 2  60 + 60  0 - 0  60 - 32"},
-      {camera_row::WB_R_GAIN, &CameraDSP::stepWhiteBalanceR, "254 + 255  300 - 255"},
-      {camera_row::WB_B_GAIN, &CameraDSP::stepWhiteBalanceB, "1 - 0"},
-      {camera_row::AUTO_EXPOSURE_REFERENCE, &CameraDSP::stepAutoExposureReference, "126 + 127  -128 - -128"},
-  };
-  for (const auto& c : cases) {
-    const std::string before = text(c.row);
-    std::istringstream words(c.steps);
-    for (std::string from, sign, to; words >> from >> sign >> to;) {
-      CameraDSP d(kPlain);
-      setText(c.row, from);
-      EXPECT_EQ((d.*c.step)(sign), 0) << c.row << " " << from << sign;
-      EXPECT_EQ(text(c.row), to) << c.row << " " << from << sign;
-      EXPECT_EQ(sent().size(), 1U) << "the frame goes out even where the value stays";
-    }
-    setText(c.row, before);
-  }
-}
-
-TEST_F(DspSetters, BandsEndWhereTheScaleChanges) {
-  const struct {
-    int32_t value;
-    int32_t color;
-    int32_t enhance;
-  } cases[] = {{0, -5, -5}, {8, -5, -5}, {9, -4, -4}, {27, -2, -2}, {35, -2, -1}, {45, 0, 0},
-               {54, 0, 1},  {55, 0, 1},  {60, 1, 2},  {66, 2, 3},   {78, 3, 5},   {89, 4, 6},
-               {92, 5, 7},  {94, 5, 7},  {95, 5, 8},  {100, 5, 8},  {44, -1, 0},  {36, -1, -1}};
-  for (const auto& c : cases) {
-    EXPECT_EQ(dsp::kColorBands[dsp::bandIndex(dsp::kColorBands, c.value)].step, c.color) << c.value;
-    EXPECT_EQ(dsp::kEnhanceBands[dsp::bandIndex(dsp::kEnhanceBands, c.value)].step, c.enhance) << c.value;
-  }
 }
 
 }  // namespace
