@@ -92,9 +92,17 @@ TEST_F(Scenes, SettingsThatMoveOneFieldOfAFrame) {
     std::string field;
     std::string values;  ///< in triples of words: what is written, the field in the frame, what is shown
   } settings[] = {
-      {"image.color", "0x60:color", "8 -5 8  9 -4 9  100 5 100  + 5 100  - 4 91"},
-      {"image.enhance", "0x60:enhance", "44 0 44  + 1 59  - 0 53"},
-      {"image.pedestal", "0x60:pedestal", "+ 0 32  51 1 51  - 0 0"},
+      {"image.color", "0x60:color",
+       "0 -5 0  8 -5 8  9 -4 9  27 -2 27  35 -2 35  36 -1 36  44 -1 44  45 0 45  54 0 54  55 0 55  60 1 60  "
+       "66 2 66  78 3 78  89 4 89  92 5 92  94 5 94  95 5 95  100 5 100"},
+      {"image.color", "0x60:color",
+       "+ 5 100  - 4 91  + 5 100  3 -5 3  - -5 3  9 -4 9  - -5 8  0 -5 0  + -4 17  50 0 50  + 1 64"},
+      {"image.enhance", "0x60:enhance",
+       "0 -5 0  8 -5 8  9 -4 9  27 -2 27  35 -1 35  36 -1 36  44 0 44  45 0 45  54 1 54  55 1 55  60 2 60  "
+       "66 3 66  78 5 78  89 6 89  92 7 92  94 7 94  95 8 95  100 8 100"},
+      {"image.enhance", "0x60:enhance",
+       "96 8 96  + 8 96  26 -3 26  + -2 34  44 0 44  - -1 43  44 0 44  + 1 59  - 0 53"},
+      {"image.pedestal", "0x60:pedestal", "0 0 0  + 0 32  - 0 0  31 0 31  - 0 31  51 1 51  60 1 60  + 1 60"},
       {"image.gamma", "0x60:gamma", "0.6 1 1  + 1 1  - 0 0.45  0.35 0 0.45"},
       {"image.3ddnr", "0x60:dnr", "mid 2 mid"},
       {"image.lumx", "0x60:lumx", "on 1 on  off 0 off"},
@@ -105,8 +113,8 @@ TEST_F(Scenes, SettingsThatMoveOneFieldOfAFrame) {
       {"image.true_daynight", "0x20:daynight", "bw 0 bw  autoL 2 autoL  auto 3 autoM  autoH 4 autoH"},
       {"image.true_daynight.af", "0x82:value", "off 0 off  on 1 on"},
       {"image.white_balance", "0x40:mode", "manual 0 manual"},
-      {"image.white_balance.r", "0x40:r", "s10 10 s10  - 8 s8"},
-      {"image.white_balance.b", "0x40:b", "s254 254 s254  + 255 s255"},
+      {"image.white_balance.r", "0x40:r", "s10 10 s10  - 8 s8  s254 254 s254  + 255 s255"},
+      {"image.white_balance.b", "0x40:b", "s1 1 s1  - 0 s0  s254 254 s254  + 255 s255"},
       {"image.white_balance", "0x40:mode", "autoN 2 autoN  auto 1 autoW"},
   };
   for (const auto& [path, field, values] : settings) {
@@ -122,7 +130,11 @@ TEST_F(Scenes, ExposureSettings) {
   expectTaken(camera(),
               {{"image.senseup_limit=8", {"0x21:senseup_limit=3"}, "8", {"tamper.senseup 8"}},
                {"image.senseup_limit=+", {"0x21:senseup_limit=4"}, "16"},
+               {"image.senseup_limit=60", {"0x21:senseup_limit=6"}, "60", {"tamper.senseup 60"}},
+               {"image.senseup_limit=+", {"0x21:senseup_limit=6"}, "60"},
+               {"image.senseup_limit=-", {"0x21:senseup_limit=5"}, "32"},
                {"image.senseup_limit=0", {"0x21:senseup_limit=0"}, "0", {"tamper.senseup 0"}},
+               {"image.senseup_limit=-", {"0x21:senseup_limit=0"}, "0"},
                {"image.brightness=10", {"0x30:mode=2", "0xf8:gain=106"}, "10", {"tamper.agc_mode 10"}},
                {"image.brightness=55", {"0x30:mode=2", "0xf8:gain=423"}, "48", {"tamper.agc_mode 55"}},
                {"shutter=auto", {"0x21:agc=1", "0x30:mode=1", "0xf8:automatic=1", "0x21:shutter=1"}, "auto"},
@@ -133,7 +145,10 @@ TEST_F(Scenes, ExposureSettings) {
                {"auto_exposure.reference=3", {"0x20:reference=48"}, "3", {"tamper.reference 48"}},
                {"auto_exposure.reference=+", {"0x20:reference=64"}, "4", {"tamper.reference 64"}},
                {"auto_exposure.reference_ext=-", {"0x20:reference=62"}, "62", {"tamper.reference 62"}},
-               {"auto_exposure.reference_ext=-128", {"0x20:reference=-128"}, "-128", {"tamper.reference -128"}}});
+               {"auto_exposure.reference_ext=-128", {"0x20:reference=-128"}, "-128", {"tamper.reference -128"}},
+               {"auto_exposure.reference_ext=-", {"0x20:reference=-128"}, "-128", {"tamper.reference -128"}},
+               {"auto_exposure.reference_ext=126", {"0x20:reference=126"}, "126", {"tamper.reference 126"}},
+               {"auto_exposure.reference_ext=+", {"0x20:reference=127"}, "127", {"tamper.reference 127"}}});
   expectRefused(camera(), k405, {"auto_exposure.priority=motion", "image.brightness=10"});  // flickerless
   set(camera(), {"image.senseup_limit=2"});
   expectRefused(camera(), k457, {"shutter=60"});
