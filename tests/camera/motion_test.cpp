@@ -22,8 +22,13 @@ class Motion : public CameraTest {
   static Texts told() { return camera().journalFields("ptzseq", "text"); }
   static void expect(const std::vector<Case>& cases) { expectTold(camera(), told, cases); }
 
-  /** Writes in triples of words, each from the same view: the value, the status, and where it moves to ("-": nowhere).
-   */
+  /** Requests that the sequencer gets as they are. */
+  static void expectForwarded(std::initializer_list<std::string> items, const std::string& answer = kOk) {
+    for (const std::string& item : items)
+      expect({{item, answer, {item}}});
+  }
+
+  /** Triples of words, each from the same view: what is written, the status, and where it moves to ("-": nowhere). */
   static void expectMoves(const std::string& view, const std::string& path, const std::string& moves,
                           const std::string& axis) {
     std::istringstream words(moves);
@@ -42,10 +47,8 @@ TEST_F(Motion, SteadyMovesGoToTheSequencer) {
   for (const auto& [path, forward, backward] : {std::array<std::string, 3>{"camera.motion.pan", "right", "left"},
                                                 {"camera.motion.tilt", "down", "up"},
                                                 {"camera.motion.zoom", "in", "out"}}) {
-    for (const std::string item : {".status=start", ".status=stop", ".speed=0", ".speed=100", ".speed=50"})
-      expect({{path + item, kOk, {path + item}}});
-    for (const std::string& item : {".mode=" + forward, ".mode=" + backward})
-      expect({{path + item, kOk, {path + item}}});
+    expectForwarded({path + ".status=start", path + ".status=stop", path + ".speed=0", path + ".speed=100",
+                     path + ".speed=50", path + ".mode=" + forward, path + ".mode=" + backward});
     expect({{path + ".status", shows("stop"), {path + ".status"}},
             {path + ".mode", shows(backward), {path + ".mode"}},
             {path + ".speed", shows("50"), {path + ".speed"}},
@@ -86,42 +89,35 @@ TEST_F(Motion, ClickOnCentre) {
                                     {"100-0", "s1918-s0"},
                                     {"33.3-0.1", "s638-s1"}})
     expect({{click + "=" + point, kOk, {click + "=" + sent}}});
-  camera().clearJournal();
   for (const char* point : {"s1919-s0", "s0-s1079", "100.1-0", "s5-50", "5-s50", "s5", "s5-", "-s5", "s-5-s5", "a-b"})
     expect({{click + "=" + point, k451}});
 }
 
 TEST_F(Motion, SettingsAndPatrolStepsGoToTheSequencerAndWaitForASave) {
   const std::string patrolPath = "camera.motion.auto_patrol(0)";
+  const std::string hint = "&202 Accepted(" + patrolPath + ".status=save)";
   const std::string step = patrolPath + ".position(19)";
+  const std::string speed = "camera.motion.position.speed";
   const std::string back = "camera.motion.auto_return.";
-  for (const std::string& item :
-       {std::string("camera.motion.position.speed=50"), back + "status=on", back + "mode=auto_patrol(0)",
-        back + "timeout=180", back + "timeout=600", step + "=7", step + ".duration=120", step + ".speed=12.5"}) {
-    const std::string hint =
-        item.starts_with(step) ? "&202 Accepted(" + patrolPath + ".status=save)" : "&202 Accepted(camera.status=save)";
-    expect({{item, hint, {item}}, {pathOf(item), item.substr(item.find('=')) + kOk}});
-  }
-  expect({{back + "status=start", kOk, {back + "status=start"}},
+  expectForwarded({step + "=7", step + ".duration=120", step + ".speed=12.5"}, hint);
+  expectForwarded({speed + "=50", back + "status=on", back + "mode=auto_patrol(0)", back + "timeout=600"},
+                  "&202 Accepted(camera.status=save)");
+  expectForwarded({back + "status=start", back + "status=stop"});
+  expect({{step, shows("7")},
+          {step + ".speed", shows("12.5")},
           {back + "status", shows("on")},
-          {back + "status=stop", kOk, {back + "status=stop"}},
           {back + "mode=auto_patrol(1)", k451},
           {back + "timeout=61", k457},
           {step + ".duration=5", k457},
-          {"camera.motion.auto_patrol.position.duration=45",
-           "&202 Accepted(" + patrolPath + ".status=save)",
-           {patrolPath + ".position(0).duration=45"}}});
-  for (const char* item : {"position.speed=100", "auto_return.status=off", "auto_return.mode=home",
-                           "auto_return.timeout=60"})  // as it is stored
-    expect({{std::string("camera.motion.") + item, kOk, {std::string("camera.motion.") + item}}});
+          {"camera.motion.auto_patrol.position.duration=45", hint, {patrolPath + ".position(0).duration=45"}}});
+  // as it is stored
+  expectForwarded({speed + "=100", back + "status=off", back + "mode=home", back + "timeout=60"});
   const std::string file = "flash/sysconfig/patrol/0.conf";
   EXPECT_EQ(camera().row(file, "PATROL_POSITION_19"), "0");
   expect({{patrolPath + ".status=save", kOk}});
   expectRows(camera(), file, {{"PATROL_POSITION_19", "7"}, {"PATROL_SPEED_19", "12.5"}, {"PATROL_DURATION_0", "45"}});
-  expect({{step + "=7", kOk, {step + "=7"}},
-          {patrolPath + ".status=start", kOk, {patrolPath + ".status=start"}},
-          {patrolPath + ".status", shows("start"), {patrolPath + ".status"}},
-          {patrolPath + ".status=stop", kOk, {patrolPath + ".status=stop"}}});
+  expectForwarded({step + "=7", patrolPath + ".status=stop", patrolPath + ".status=start"});
+  expect({{patrolPath + ".status", shows("start"), {patrolPath + ".status"}}});
 }
 
 TEST_F(Motion, PositionsAreSavedInitializedAndGoneTo) {
