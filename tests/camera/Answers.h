@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 namespace test {
 
 // What stands behind the path in an answer.
@@ -15,5 +17,8 @@ inline constexpr const char* k458 = "&458 Parameter Is Read Only";
 inline constexpr const char* k461 = "&461 Command Not Found";
 inline constexpr const char* k500 = "&500 Internal Server Error";
 inline constexpr const char* k501 = "&501 Not Implemented";
+
+/** A read that shows the text. */
+inline std::string shows(const std::string& text) { return "=" + text + kOk; }
 
 }  // namespace test

@@ -298,11 +298,43 @@ bool eventually(const std::function<bool()>& happened) {
   return true;
 }
 
+std::string pathOf(std::string_view request) { return std::string(request.substr(0, request.find('='))); }
+
 void expectAnswers(Camera& camera, std::initializer_list<Exchange> exchanges) {
   for (const Exchange& exchange : exchanges) {
     const bool isBehindPath = exchange.answer.starts_with('&') || exchange.answer.starts_with('=');
-    const std::string path = isBehindPath ? exchange.request.substr(0, exchange.request.find('=')) : "";
+    const std::string path = isBehindPath ? pathOf(exchange.request) : "";
     EXPECT_EQ(camera.ask(exchange.request, exchange.user), path + exchange.answer) << exchange.request;
+  }
+}
+
+void expectAnswer(Camera& camera, std::string_view answer, std::initializer_list<std::string> requests) {
+  for (const std::string& request : requests)
+    expectAnswers(camera, {{request, std::string(answer)}});
+}
+
+void expectRows(const Camera& camera, std::string_view file,
+                std::initializer_list<std::pair<const char*, std::string>> rows) {
+  for (const auto& [key, value] : rows)
+    EXPECT_EQ(camera.row(file, key), value) << file << " " << key;
+}
+
+void expectSequence(Camera& camera, const std::string& path, const std::string& pairs) {
+  std::istringstream words(pairs);
+  for (std::string item, expected; words >> item >> expected;) {
+    const bool isShown = item == "?" && !expected.starts_with('&');
+    const std::string answer = camera.ask(item == "?" ? path : path + item);
+    const std::string status = path + (expected.starts_with('&') ? "" : "&") + expected + " ";
+    EXPECT_EQ(isShown ? answer : answer.substr(0, status.size()), isShown ? path + "=" + expected + "&200 OK" : status)
+        << path << item << " in " << pairs;
+  }
+}
+
+void expectTold(Camera& camera, const std::function<Texts()>& told, const std::vector<Case>& cases) {
+  for (const Case& item : cases) {
+    camera.clearJournal();
+    expectAnswers(camera, {{item.request, item.answer}});
+    EXPECT_EQ(told(), item.told) << item.request;
   }
 }
 

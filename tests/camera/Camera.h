@@ -106,6 +106,9 @@ class Camera {
 /** Waits for something that another process does; whether it happened. */
 [[nodiscard]] bool eventually(const std::function<bool()>& happened);
 
+/** What stands before the value of a request. */
+[[nodiscard]] std::string pathOf(std::string_view request);
+
 /** A request and the answer that it must get; one that begins with "&" or "=" stands behind the path. */
 struct Exchange {
   std::string request;
@@ -115,6 +118,26 @@ struct Exchange {
 
 /** Asks one after the other. */
 void expectAnswers(Camera& camera, std::initializer_list<Exchange> exchanges);
+
+/** The same answer of several requests. */
+void expectAnswer(Camera& camera, std::string_view answer, std::initializer_list<std::string> requests);
+
+/** Several rows of a configuration file. */
+void expectRows(const Camera& camera, std::string_view file,
+                std::initializer_list<std::pair<const char*, std::string>> rows);
+
+/** Writes and reads of one path in pairs of words: "=value" and the status, or "?" and what is shown or "&status". */
+void expectSequence(Camera& camera, const std::string& path, const std::string& pairs);
+
+/** A request, its answer, and what reached a part of the camera meanwhile. */
+struct Case {
+  std::string request;
+  std::string answer;
+  Texts told = {};
+};
+
+/** Asks one after the other; `told` gives what has reached the part since the journal was cleared. */
+void expectTold(Camera& camera, const std::function<Texts()>& told, const std::vector<Case>& cases);
 
 /** A suite whose cases share one camera of the given options, booted once. */
 class CameraTest : public testing::Test {

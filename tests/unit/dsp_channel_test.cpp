@@ -66,19 +66,16 @@ TEST_F(DspChannel, RawReads) {
 }
 
 TEST_F(DspChannel, IdInTheOrderOfTheCharacterGenerator) {
-  const struct {
-    std::string text;
-    const char* call;
-  } cases[] = {
+  const std::pair<std::string, const char*> cases[] = {
       {"ab", "id 61 62"},           {"", "id"},
       {"\xB0\xA1", "id 88 9f"},     {"\xB1\xA1", "id 89 40"},
       {"\xB1\xDF", "id 89 7e"},     {"\xB1\xE0", "id 89 80"},
       {"\xE0\xA1z", "id e0 9f 7a"}, {"a\xB0", "id 61 b0"},
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(m_dsp.setId(c.text), 0) << c.call;
-    EXPECT_EQ(sent(), Frames{c.call});
-    EXPECT_EQ(text(camera_row::COMMENT), c.text);
+  for (const auto& [id, call] : cases) {
+    EXPECT_EQ(m_dsp.setId(id), 0) << call;
+    EXPECT_EQ(sent(), Frames{call});
+    EXPECT_EQ(text(camera_row::COMMENT), id);
   }
   const std::string longText = std::string(39, 'x') + "\xB0\xA1";
   EXPECT_EQ(m_dsp.setId(longText), 0);
@@ -90,36 +87,26 @@ TEST_F(DspChannel, IdInTheOrderOfTheCharacterGenerator) {
 }
 
 TEST_F(DspChannel, FourPointTexts) {
+  const auto points = [](const dsp::Area& area) { return std::vector<int32_t>{area.x1, area.y1, area.x2, area.y2}; };
   const struct {
     const char* text;
     int32_t aspect;
-    int32_t result;
-    dsp::Area area;
+    std::vector<int32_t> points;
   } cases[] = {
-      {"0-0-100-100", 0, 0, {0, 0, 1918, 1078}},
-      {"0-0-100-100", 1, 0, {240, 0, 1680, 1078}},
-      {"33-50-34-51", 0, 0, {632, 539, 652, 549}},
-      {"s0-s0-s1918-s1078", 1, 0, {0, 0, 1918, 1078}},
-      {"s10-5-50-s600", 0, 0, {10, 53, 959, 600}},
-      {"s0-s0-s1919-s1078", 0, -1, {}},
-      {"s0-s0-s1918-s1079", 0, -1, {}},
-      {"0-0-101-100", 0, -1, {}},
-      {"s5-s0-s5-s9", 0, -1, {}},
-      {"s0-s9-s5-s9", 0, -1, {}},
-      {"0-0-100", 0, -1, {}},
-      {"", 0, -1, {}},
-      {"0--100-100", 0, -1, {}},
-      {"a-0-100-100", 0, -1, {}},
-      {"s-0-100-100", 0, -1, {}},
-      {"0-0-99999999999-100", 0, -1, {}},
+      {"0-0-100-100", 0, {0, 0, 1918, 1078}},   {"0-0-100-100", 1, {240, 0, 1680, 1078}},
+      {"33-50-34-51", 0, {632, 539, 652, 549}}, {"s0-s0-s1918-s1078", 1, {0, 0, 1918, 1078}},
+      {"s10-5-50-s600", 0, {10, 53, 959, 600}},
   };
   for (const auto& c : cases) {
     dsp::Area area{};
-    EXPECT_EQ(m_dsp.cameraWBPointconvert(c.text, area, c.aspect), c.result) << c.text;
-    EXPECT_EQ(area.x1, c.area.x1) << c.text;
-    EXPECT_EQ(area.y1, c.area.y1) << c.text;
-    EXPECT_EQ(area.x2, c.area.x2) << c.text;
-    EXPECT_EQ(area.y2, c.area.y2) << c.text;
+    EXPECT_EQ(m_dsp.cameraWBPointconvert(c.text, area, c.aspect), 0) << c.text;
+    EXPECT_EQ(points(area), c.points) << c.text;
+  }
+  for (const char* text : {"s0-s0-s1919-s1078", "s0-s0-s1918-s1079", "0-0-101-100", "s5-s0-s5-s9", "s0-s9-s5-s9",
+                           "0-0-100", "", "0--100-100", "a-0-100-100", "s-0-100-100", "0-0-99999999999-100"}) {
+    dsp::Area area{};
+    EXPECT_EQ(m_dsp.cameraWBPointconvert(text, area, 0), -1) << text;
+    EXPECT_EQ(points(area), points({})) << text;
   }
 }
 
@@ -167,21 +154,6 @@ TEST_F(DspChannel, BacklightArea) {
   fakeCameraLibrary.failing = {"dsp 22 01"};
   EXPECT_EQ(m_dsp.setBLCArea(firstCell), -3);
   EXPECT_EQ(text(camera_row::BLC_AREA), all);
-}
-
-TEST_F(DspChannel, MaskArea) {
-  const std::string digits = "0g1F" + std::string(504, 'A') + "7e";
-  EXPECT_EQ(m_dsp.setPrivacymaskArea(digits, true), 0);
-  const Frames frames = sent();
-  ASSERT_EQ(frames.size(), 32U);
-  EXPECT_EQ(frames[0], "d0 00 00 1f aa aa aa aa aa aa");
-  EXPECT_EQ(frames[30], "d0 1e aa aa aa aa aa aa aa aa");
-  EXPECT_EQ(frames[31], "d0 1f aa aa aa aa aa aa 7e");
-  EXPECT_EQ(text(camera_row::PRIVACY_MASK_AREA), digits);
-  fakeCameraLibrary.failing = {"dsp d0 01"};
-  EXPECT_EQ(m_dsp.setPrivacymaskArea("0", true), -3);
-  EXPECT_EQ(sent().size(), 2U) << "the rest is not sent";
-  EXPECT_EQ(text(camera_row::PRIVACY_MASK_AREA), digits);
 }
 
 TEST_F(DspChannel, OnePushWhiteBalance) {

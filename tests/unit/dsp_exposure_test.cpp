@@ -11,103 +11,78 @@ using Call = std::function<int32_t(CameraDSP&)>;
 class DspExposure : public DspTest {};
 
 struct StateCase {
-  const char* name;
   dsp::Model model;
   const char* before;  ///< shutter, brightness, day/night of the model's kind, senseup limit
   Call request;
   int32_t result;
-  const char* frames;  ///< with ", " between them
+  std::string frames;  ///< with ", " between them
   const char* after;   ///< shutter, brightness, day/night
 };
 
-Call shutterByName(const char* name) {
-  return [name](CameraDSP& d) { return d.setShutterByName(name); };
+template <auto kSetter, class Value, bool... kSend>
+Call call(Value value) {
+  return [value](CameraDSP& d) { return (d.*kSetter)(value, kSend...); };
 }
-Call shutterSpeed(int32_t mode, int32_t speed) {
+constexpr auto named = call<&CameraDSP::setShutterByName, const char*>;
+constexpr auto step = call<&CameraDSP::stepShutter, const char*>;
+constexpr auto gain = call<&CameraDSP::setAGC, uint32_t, true>;
+constexpr auto easyMode = call<&CameraDSP::setEasyDaynight, uint32_t, true>;
+constexpr auto trueMode = call<&CameraDSP::setTrueDaynight, uint32_t, true>;
+constexpr auto priority = call<&CameraDSP::setAutoExposurePriority, uint32_t, true>;
+Call speed(int32_t mode, int32_t speed) {
   return [=](CameraDSP& d) { return d.setShutterSpeedWithAGC(mode, speed); };
 }
-Call shutterStep(const char* step) {
-  return [step](CameraDSP& d) { return d.stepShutter(step); };
+Call loadedSpeed(int32_t speed) {
+  return [=](CameraDSP& d) { return d.setShutterSpeed(0, speed, false); };
 }
-Call gainCode(uint32_t code) {
-  return [code](CameraDSP& d) { return d.setAGC(code, true); };
-}
-Call easy(uint32_t mode) {
-  return [mode](CameraDSP& d) { return d.setEasyDaynight(mode, true); };
-}
-Call trueDayNight(uint32_t mode) {
-  return [mode](CameraDSP& d) { return d.setTrueDaynight(mode, true); };
-}
-Call priority(uint32_t value) {
-  return [value](CameraDSP& d) { return d.setAutoExposurePriority(value, true); };
-}
+
+// An automatic gain goes out in three frames.
+const std::string kAutoM = "21 01 01 00 00 02 01, 30 01, f8 01 de ff 00 00 01 01 01 01";
+const std::string kAutoH = "21 01 01 00 00 02 02, 30 01, f8 01 de ff 00 00 01 01 01 01";
 
 // Shutter, gain, senseup limit and day/night hold each other: what a request does in which state.
 const StateCase kStates[] = {
-    {"auto shutter", kPlain, "100 autoM color 0", shutterByName("auto"), 0, "21 01 01 02 0a 00 02", "auto autoM color"},
-    {"semi_auto", kPlain, "auto autoH color 8", shutterByName("semi_auto"), 0, "21 01 01 02 05 03 02",
-     "auto250 autoH color"},
-    {"auto100", kPlain, "auto autoH color 2", shutterByName("auto100"), 0, "21 01 01 02 03 01 02",
-     "auto100 autoH color"},
-    {"auto1000", kPlain, "auto autoH color 2", shutterByName("auto1000"), 0, "21 01 01 02 07 01 02",
-     "auto1000 autoH color"},
-    {"flickerless", kPlain, "auto manual color 0", shutterByName("flickerless"), 0, "21 01 02 02 0a 00 02",
-     "flickerless manual color"},
-    {"manual speed", kPlain, "auto autoM color 0", shutterSpeed(0, 10000), 0, "21 01 00 0a 0a 00 02",
-     "10000 autoM color"},
-    {"unlisted speed", kPlain, "auto autoM color 0", shutterSpeed(0, 70), 0, "21 01 00 02 0a 00 02", "70 autoM color"},
-    {"speed 30 in its own mode", kPlain, "auto autoM color 8", shutterSpeed(16, 30), 0, "21 01 01 00 00 03 02",
-     "30 autoM color"},
-    {"speed beside a senseup limit", kPlain, "auto autoM color 2", shutterSpeed(0, 60), -7, "", "auto autoM color"},
-    {"auto beside a senseup limit", kPlain, "60 autoM color 2", shutterByName("auto"), 0, "21 01 01 02 0a 01 02",
-     "auto autoM color"},
-    {"shutter beside an unknown limit", kPlain, "60 autoM color 3", shutterByName("auto"), -3, "", "60 autoM color"},
-    {"step up", kPlain, "100 autoM color 0", shutterStep("+"), 0, "21 01 00 05 0a 00 02", "250 autoM color"},
-    {"step down to 30 stays in mode 0", kPlain, "50 autoM color 0", shutterStep("-"), 0, "21 01 00 00 0a 00 02",
-     "30 autoM color"},
-    {"step at the end", kPlain, "10000 autoM color 0", shutterStep("+"), 0, "21 01 00 0a 0a 00 02",
-     "10000 autoM color"},
-    {"no rung", kPlain, "120 autoM color 0", shutterStep("+"), 0, "21 01 00 04 0a 00 02", "120 autoM color"},
-    {"auto shutter ends a fixed gain", kPlain, "60 0 color 0", shutterByName("auto"), 0,
-     "21 01 01 00 00 02 01, 30 01, f8 01 de ff 00 00 01 01 01 01, 21 01 01 02 0a 00 01", "auto autoM color"},
-    {"a fixed gain follows the speed", kPlain, "60 0 color 0", shutterSpeed(0, 50), 0,
-     "21 01 00 01 0a 00 02, 30 02, f8 00 e7 ff 00 00 01 01 01 01", "50 0 color"},
-    {"fixed gain", kPlain, "60 autoM color 0", gainCode(23), 0, "30 02, f8 00 de ff d5 00 01 01 01 01", "60 20 color"},
-    {"fixed gain, auto shutter", kPlain, "auto autoM color 0", gainCode(23), -8, "", "auto autoM color"},
-    {"fixed gain, flickerless", kDayNight, "flickerless autoM color 0", gainCode(3), -8, "", "flickerless autoM color"},
-    {"fixed gain, easy auto", kPlain, "60 autoM auto 0", gainCode(3), -8, "", "60 autoM auto"},
-    {"manual gain, easy auto", kPlain, "60 autoM auto 0", gainCode(0), -8, "", "60 autoM auto"},
-    {"automatic gain, easy auto", kPlain, "60 autoM auto 0", gainCode(2), 0,
-     "21 01 01 00 00 02 02, 30 01, f8 01 de ff 00 00 01 01 01 01", "60 autoH auto"},
-    {"manual gain, true auto", kDayNight, "60 autoM autoL 0", gainCode(0), -8, "", "60 autoM autoL"},
-    {"automatic gain, true auto", kDayNight, "60 autoH autoL 0", gainCode(1), 0,
-     "21 01 01 00 00 02 01, 30 01, f8 01 de ff 00 00 01 01 01 01", "60 autoM autoL"},
-    {"manual gain, true bw", kDayNight, "auto autoM bw 0", gainCode(0), 0,
-     "21 01 01 00 00 02, 30 01, f8 01 de ff 00 00 01 01 01 01", "auto manual bw"},
-    {"true auto ends a fixed gain", kDayNight, "60 20 color 0", trueDayNight(3), 0,
-     "21 01 01 00 00 02 01, 30 01, f8 01 de ff 00 00 01 01 01 01, 20 00 00 08 08 03 01", "60 autoM autoM"},
-    {"the lowest true auto ends a manual gain", kDayNight, "60 manual bw 0", trueDayNight(2), 0,
-     "21 01 01 00 00 02 01, 30 01, f8 01 de ff 00 00 01 01 01 01, 20 00 00 08 08 02 01", "60 autoM autoL"},
-    {"a load's shutter sends the compensation alone", kPlain, "60 20 color 0",
-     [](CameraDSP& d) { return d.setShutterSpeed(0, 50, false); }, 0, "30 02, f8 00 e7 ff d5 00 01 01 01 01",
-     "50 20 color"},
-    {"true auto keeps an automatic gain", kDayNight, "60 autoH color 0", trueDayNight(2), 0, "20 00 00 08 08 02 01",
-     "60 autoH autoL"},
-    {"true bw keeps a fixed gain", kDayNight, "60 20 color 0", trueDayNight(0), 0, "20 00 00 08 08 00 01", "60 20 bw"},
-    {"easy auto ends a manual gain", kPlain, "60 manual color 0", easy(2), 0,
-     "21 01 01 00 00 02 01, 30 01, f8 01 de ff 00 00 01 01 01 01, 20 00 00 08 08 02 01", "60 autoM auto"},
-    {"easy auto keeps an automatic gain", kPlain, "60 autoH color 0", easy(2), 0, "20 00 00 08 08 02 01",
-     "60 autoH auto"},
-    {"easy bw sends the gain again", kPlain, "60 autoH auto 0", easy(0), 0,
-     "21 01 01 00 00 02 02, 30 01, f8 01 de ff 00 00 01 01 01 01, 20 00 00 08 08 00 01", "60 autoH bw"},
-    {"easy color sends the gain again", kPlain, "60 autoH auto 0", easy(1), 0,
-     "21 01 01 00 00 02 02, 30 01, f8 01 de ff 00 00 01 01 01 01, 20 00 00 08 08 01 01", "60 autoH color"},
-    {"easy color, gain refused", kPlain, "auto 20 auto 0", easy(1), 0, "20 00 00 08 08 01 01", "auto 20 color"},
-    {"priority goes out with the gain", kPlain, "60 autoH color 0", priority(2), 0,
-     "21 02 01 00 00 02 02, 30 01, f8 01 de ff 00 00 01 01 01 01", "60 autoH color"},
-    {"priority beside a fixed gain", kPlain, "60 20 color 0", priority(0), 0, "30 02, f8 00 de ff d5 00 01 01 01 01",
-     "60 20 color"},
-    {"priority while flickerless", kPlain, "flickerless autoH color 0", priority(0), -7, "", "flickerless autoH color"},
+    {kPlain, "100 autoM color 0", named("auto"), 0, "21 01 01 02 0a 00 02", "auto autoM color"},
+    {kPlain, "auto autoH color 8", named("semi_auto"), 0, "21 01 01 02 05 03 02", "auto250 autoH color"},
+    {kPlain, "auto autoH color 2", named("auto100"), 0, "21 01 01 02 03 01 02", "auto100 autoH color"},
+    {kPlain, "auto manual color 0", named("flickerless"), 0, "21 01 02 02 0a 00 02", "flickerless manual color"},
+    {kPlain, "auto autoM color 0", speed(0, 10000), 0, "21 01 00 0a 0a 00 02", "10000 autoM color"},
+    {kPlain, "auto autoM color 0", speed(0, 70), 0, "21 01 00 02 0a 00 02", "70 autoM color"},
+    {kPlain, "auto autoM color 8", speed(16, 30), 0, "21 01 01 00 00 03 02", "30 autoM color"},
+    {kPlain, "auto autoM color 2", speed(0, 60), -7, "", "auto autoM color"},
+    {kPlain, "60 autoM color 2", named("auto"), 0, "21 01 01 02 0a 01 02", "auto autoM color"},
+    {kPlain, "60 autoM color 3", named("auto"), -3, "", "60 autoM color"},
+    {kPlain, "100 autoM color 0", step("+"), 0, "21 01 00 05 0a 00 02", "250 autoM color"},
+    {kPlain, "50 autoM color 0", step("-"), 0, "21 01 00 00 0a 00 02", "30 autoM color"},
+    {kPlain, "10000 autoM color 0", step("+"), 0, "21 01 00 0a 0a 00 02", "10000 autoM color"},
+    {kPlain, "120 autoM color 0", step("+"), 0, "21 01 00 04 0a 00 02", "120 autoM color"},
+    {kPlain, "60 0 color 0", named("auto"), 0, kAutoM + ", 21 01 01 02 0a 00 01", "auto autoM color"},
+    {kPlain, "60 0 color 0", speed(0, 50), 0, "21 01 00 01 0a 00 02, 30 02, f8 00 e7 ff 00 00 01 01 01 01",
+     "50 0 color"},
+    {kPlain, "60 autoM color 0", gain(23), 0, "30 02, f8 00 de ff d5 00 01 01 01 01", "60 20 color"},
+    {kPlain, "auto autoM color 0", gain(23), -8, "", "auto autoM color"},
+    {kDayNight, "flickerless autoM color 0", gain(3), -8, "", "flickerless autoM color"},
+    {kPlain, "60 autoM auto 0", gain(3), -8, "", "60 autoM auto"},
+    {kPlain, "60 autoM auto 0", gain(0), -8, "", "60 autoM auto"},
+    {kPlain, "60 autoM auto 0", gain(2), 0, kAutoH, "60 autoH auto"},
+    {kDayNight, "60 autoM autoL 0", gain(0), -8, "", "60 autoM autoL"},
+    {kDayNight, "60 autoH autoL 0", gain(1), 0, kAutoM, "60 autoM autoL"},
+    {kDayNight, "auto autoM bw 0", gain(0), 0, "21 01 01 00 00 02, 30 01, f8 01 de ff 00 00 01 01 01 01",
+     "auto manual bw"},
+    {kDayNight, "60 20 color 0", trueMode(3), 0, kAutoM + ", 20 00 00 08 08 03 01", "60 autoM autoM"},
+    {kDayNight, "60 manual bw 0", trueMode(2), 0, kAutoM + ", 20 00 00 08 08 02 01", "60 autoM autoL"},
+    {kPlain, "60 20 color 0", loadedSpeed(50), 0, "30 02, f8 00 e7 ff d5 00 01 01 01 01", "50 20 color"},
+    {kDayNight, "60 autoH color 0", trueMode(2), 0, "20 00 00 08 08 02 01", "60 autoH autoL"},
+    {kDayNight, "60 20 color 0", trueMode(0), 0, "20 00 00 08 08 00 01", "60 20 bw"},
+    {kPlain, "60 manual color 0", easyMode(2), 0, kAutoM + ", 20 00 00 08 08 02 01", "60 autoM auto"},
+    {kPlain, "60 autoH color 0", easyMode(2), 0, "20 00 00 08 08 02 01", "60 autoH auto"},
+    {kPlain, "60 autoH auto 0", easyMode(0), 0, kAutoH + ", 20 00 00 08 08 00 01", "60 autoH bw"},
+    {kPlain, "60 autoH auto 0", easyMode(1), 0, kAutoH + ", 20 00 00 08 08 01 01", "60 autoH color"},
+    {kPlain, "auto 20 auto 0", easyMode(1), 0, "20 00 00 08 08 01 01", "auto 20 color"},
+    {kPlain, "60 autoH color 0", priority(2), 0, "21 02 01 00 00 02 02, 30 01, f8 01 de ff 00 00 01 01 01 01",
+     "60 autoH color"},
+    {kPlain, "60 20 color 0", priority(0), 0, "30 02, f8 00 de ff d5 00 01 01 01 01", "60 20 color"},
+    {kPlain, "flickerless autoH color 0", priority(0), -7, "", "flickerless autoH color"},
 };
 
 std::string joined(const std::vector<std::string>& texts, const char* between) {
@@ -128,9 +103,10 @@ TEST_F(DspExposure, ShutterGainSenseupAndDayNightHoldEachOther) {
       before >> word;
       d.store(row, word);
     }
-    EXPECT_EQ(c.request(d), c.result) << c.name;
-    EXPECT_EQ(joined(sent(), ", "), c.frames) << c.name;
-    EXPECT_EQ(joined({text(rows[0]), text(rows[1]), text(rows[2])}, " "), c.after) << c.name;
+    SCOPED_TRACE(std::string(c.before) + ": " + c.frames);
+    EXPECT_EQ(c.request(d), c.result);
+    EXPECT_EQ(joined(sent(), ", "), c.frames);
+    EXPECT_EQ(joined({text(rows[0]), text(rows[1]), text(rows[2])}, " "), c.after);
   }
 }
 
@@ -156,22 +132,15 @@ TEST_F(DspExposure, AStoredShutterTextSetsModeAndSpeed) {
     EXPECT_EQ(frames[0], std::string(c.frame).replace(18, 2, "01")) << c.stored;
   }
   CameraDSP d(kPlain);
-  d.store(camera_row::SHUTTER, "auto");
-  EXPECT_EQ(d.stepShutter("+"), 0);
-  EXPECT_EQ(text(camera_row::SHUTTER), "50") << "a step starts from the speed behind the automatic mode";
-  d.store(camera_row::SHUTTER, "flickerless");
-  EXPECT_EQ(d.stepShutter("+"), 0);
-  EXPECT_EQ(text(camera_row::SHUTTER), "100");
+  // A step starts from the speed behind the automatic mode.
+  for (const auto& [before, stepped] : {std::pair{"auto", "50"}, {"flickerless", "100"}}) {
+    d.store(camera_row::SHUTTER, before);
+    EXPECT_EQ(d.stepShutter("+"), 0);
+    EXPECT_EQ(text(camera_row::SHUTTER), stepped);
+  }
   EXPECT_EQ(d.setShutterByName("auto"), 0);
   EXPECT_EQ(d.stepShutter("+"), 0);
   EXPECT_EQ(text(camera_row::SHUTTER), "100");
-}
-
-TEST_F(DspExposure, FocusAssistModeHasNoName) {
-  CameraDSP d(kPlain);
-  EXPECT_EQ(d.setShutterSpeed(48, 60, true), 0);
-  EXPECT_EQ(sent(), Frames{"21 01 01 02 0d 00 02"});
-  EXPECT_EQ(text(camera_row::SHUTTER), "");
 }
 
 TEST_F(DspExposure, GainAndCompensationFollowTheSensorBoard) {
@@ -230,51 +199,49 @@ TEST_F(DspExposure, AFailedGainKeepsTheText) {
 }
 
 TEST_F(DspExposure, TheReferenceMapsBothWays) {
-  const struct {
-    int32_t raw;
-    int32_t index;
-  } cases[] = {{-300, -5}, {-128, -5}, {-113, -5}, {-112, -4}, {-88, -4}, {-87, -3}, {-63, -3}, {-62, -2},
-               {-38, -2},  {-37, -1},  {-13, -1},  {-12, 0},   {8, 0},    {9, 1},    {24, 1},   {25, 2},
-               {40, 2},    {41, 3},    {56, 3},    {57, 4},    {72, 4},   {73, 5},   {127, 5},  {300, 5}};
-  for (const auto& c : cases)
-    EXPECT_EQ(dsp::aeReferenceIndex(c.raw), c.index) << c.raw;
+  const std::pair<int32_t, int32_t> indexes[] = {{-300, -5}, {-128, -5}, {-113, -5}, {-112, -4}, {-88, -4}, {-87, -3},
+                                                 {-63, -3},  {-62, -2},  {-38, -2},  {-37, -1},  {-13, -1}, {-12, 0},
+                                                 {8, 0},     {9, 1},     {24, 1},    {25, 2},    {40, 2},   {41, 3},
+                                                 {56, 3},    {57, 4},    {72, 4},    {73, 5},    {127, 5},  {300, 5}};
+  for (const auto& [raw, index] : indexes)
+    EXPECT_EQ(dsp::aeReferenceIndex(raw), index) << raw;
   const int32_t raws[] = {-125, -125, -100, -75, -50, -25, 0, 16, 32, 48, 64, 80, 80};
   for (int32_t index = -6; index <= 6; ++index)
     EXPECT_EQ(dsp::aeReferenceRaw(index), raws[index + 6]) << index;
 
   CameraDSP d(kPlain);
-  const struct {
-    const char* from;
-    const char* step;
-    const char* to;
-  } steps[] = {{"16", "+", "32"}, {"0", "-", "-25"}, {"80", "+", "80"}, {"127", "+", "80"}, {"-125", "-", "-125"}};
-  for (const auto& s : steps) {
-    setText(camera_row::AUTO_EXPOSURE_REFERENCE, s.from);
-    EXPECT_EQ(d.stepAutoExposureReferenceIndex(s.step), 0);
-    EXPECT_EQ(text(camera_row::AUTO_EXPOSURE_REFERENCE), s.to) << s.from << s.step;
+  std::istringstream steps("16 + 32  0 - -25  80 + 80  127 + 80  -125 - -125");
+  for (std::string from, step, to; steps >> from >> step >> to;) {
+    setText(camera_row::AUTO_EXPOSURE_REFERENCE, from);
+    EXPECT_EQ(d.stepAutoExposureReferenceIndex(step), 0);
+    EXPECT_EQ(text(camera_row::AUTO_EXPOSURE_REFERENCE), to) << from << step;
   }
 }
 
 TEST_F(DspExposure, WordsAndTheirNumbers) {
+  namespace row = camera_row;
   const struct {
     int32_t row;
-    const char* text;
-    int32_t number;
+    std::vector<std::pair<const char*, int32_t>> words;
   } cases[] = {
-      {camera_row::WHITE_BALANCE, "auto", 1},   {camera_row::WHITE_BALANCE, "AUTO", 0},
-      {camera_row::BRIGHTNESS, "auto", 1},      {camera_row::BRIGHTNESS, "autoH", 2},
-      {camera_row::BRIGHTNESS, "60", 63},       {camera_row::BRIGHTNESS, "0", 3},
-      {camera_row::BRIGHTNESS, "", 0},          {camera_row::BRIGHTNESS, "6x", 0},
-      {camera_row::TRUE_DAY_NIGHT, "OFF", 1},   {camera_row::EASY_DAY_NIGHT, "OFF", 2},
-      {camera_row::EASY_DAY_NIGHT, "bw", 0},    {camera_row::AUTO_EXPOSURE_PRIORITY, "quality", 2},
-      {camera_row::DNR_3D, "high", 3},          {camera_row::ATW_CONVERGENCE, "strong", 1},
-      {camera_row::ENHANCE_BAND, "high", 1},    {camera_row::STEALTH, "on", 1},
-      {camera_row::PRIVACY_MASK_STATUS, "", 0}, {camera_row::IDENTIFY, "ON", 0},
+      {row::WHITE_BALANCE, {{"auto", 1}, {"AUTO", 0}}},
+      {row::BRIGHTNESS, {{"auto", 1}, {"autoH", 2}, {"60", 63}, {"0", 3}, {"", 0}, {"6x", 0}}},
+      {row::TRUE_DAY_NIGHT, {{"OFF", 1}}},
+      {row::EASY_DAY_NIGHT, {{"OFF", 2}, {"bw", 0}}},
+      {row::AUTO_EXPOSURE_PRIORITY, {{"quality", 2}}},
+      {row::DNR_3D, {{"high", 3}}},
+      {row::ATW_CONVERGENCE, {{"strong", 1}}},
+      {row::ENHANCE_BAND, {{"high", 1}}},
+      {row::STEALTH, {{"on", 1}}},
+      {row::PRIVACY_MASK_STATUS, {{"", 0}}},
+      {row::IDENTIFY, {{"ON", 0}}},
   };
   CameraDSP d(kPlain);
-  for (const auto& c : cases) {
-    setText(c.row, c.text);
-    EXPECT_EQ(d.getCurrentInt(c.row), c.number) << c.row << " " << c.text;
+  for (const auto& [row, words] : cases) {
+    for (const auto& [word, number] : words) {
+      setText(row, word);
+      EXPECT_EQ(d.getCurrentInt(row), number) << row << " " << word;
+    }
   }
 }
 

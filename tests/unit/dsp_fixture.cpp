@@ -23,41 +23,29 @@ int zr_set_camera_id(const char* id) {
 DspTest::DspTest() {
   fakeCameraLibrary = {};
   useBoard(0);
+#define TMX_RESET_CAMERA(key, value) setText(camera_row::key, value);
+  TMX_ROWS_CAMERA(TMX_RESET_CAMERA)
+#undef TMX_RESET_CAMERA
   const std::pair<int32_t, const char*> scene[] = {
-      {camera_row::PRIVACY_MASK_STATUS, "off"},
       {camera_row::PRIVACY_MASK_COLOR, "1234FF"},
       {camera_row::PRIVACY_MASK_AREA, "FF8"},
-      {camera_row::STEALTH, "off"},
-      {camera_row::IDENTIFY, "off"},
-      {camera_row::IRIS_LENSTYPE, "lens1"},
       {camera_row::COMMENT, "gate"},
       {camera_row::WBAREAH1, "1"},
       {camera_row::WBAREAV1, "2"},
       {camera_row::WBAREAH2, "1918"},
       {camera_row::WBAREAV2, "1078"},
       {camera_row::COLOR, "50"},
-      {camera_row::GAMMA, "0.45"},
       {camera_row::SHUTTER, "auto"},
       {camera_row::EASY_DAY_NIGHT, "color"},
-      {camera_row::AUTO_FOCUS, "on"},
-      {camera_row::PEDESTAL, "0"},
-      {camera_row::ENHANCE_BAND, "high"},
       {camera_row::ENHANCE, "50"},
-      {camera_row::DNR_3D, "mid"},
       {camera_row::BRIGHTNESS, "autoM"},
       {camera_row::SENSEUP_LIMIT, "0"},
-      {camera_row::AUTO_EXPOSURE_PRIORITY, "combo"},
-      {camera_row::TRUE_DAY_NIGHT, "color"},
-      {camera_row::AVPK_COLOR, "8"},
       {camera_row::AVPK_BW, "7"},
       {camera_row::WHITE_BALANCE, "autoW"},
       {camera_row::WB_R_GAIN, "84"},
-      {camera_row::WB_B_GAIN, "87"},
       {camera_row::BLC, "off"},
       {camera_row::LUMX, "off"},
       {camera_row::AUTO_EXPOSURE_REFERENCE, "16"},
-      {camera_row::ATW_CONVERGENCE, "normal"},
-      {camera_row::BLC_AREA, "FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF"},
   };
   for (const auto& [row, value] : scene)
     setText(row, value);

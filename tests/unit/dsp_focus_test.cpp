@@ -22,14 +22,11 @@ class DspFocus : public DspTest {
 };
 
 TEST_F(DspFocus, StatesByWordAndNumber) {
-  const struct {
-    const char* text;
-    const char* shown;
-  } cases[] = {{"adjusting", "adjusting"}, {"0", "adjusting"}, {"ready", "ready"}, {"initialize", "initialize"}};
   EXPECT_EQ(m_dsp.getFocusStateAf(), "initialize");
-  for (const auto& c : cases) {
-    EXPECT_EQ(m_dsp.setFocusStateAf(c.text), 0) << c.text;
-    EXPECT_EQ(m_dsp.getFocusStateAf(), c.shown);
+  for (const auto& [text, shown] :
+       {std::pair{"adjusting", "adjusting"}, {"0", "adjusting"}, {"ready", "ready"}, {"initialize", "initialize"}}) {
+    EXPECT_EQ(m_dsp.setFocusStateAf(text), 0) << text;
+    EXPECT_EQ(m_dsp.getFocusStateAf(), shown);
   }
   for (const char* text : {"", "6", "98", "99", "00", "-1", "STOP", "stop ", "adjusting..."}) {
     EXPECT_EQ(m_dsp.setFocusStateAf(text), -7) << text;
@@ -64,33 +61,29 @@ TEST_F(DspFocus, TheStoredFocusGoesOutOnce) {
 
 TEST_F(DspFocus, FieldsAreSetWhileTheLensRests) {
   const struct {
-    const char* name;
     int32_t (*set)(CameraDSP&);
     Frames frames;
     int32_t row;
     const char* text;
   } cases[] = {
-      {"direction", [](CameraDSP& d) { return d.setFocusDirection(1); }, {"84 01 01"}, row::FOCUS_DIR, "far"},
-      {"filter", [](CameraDSP& d) { return d.setFocusIrtype(0, true); }, {"84"}, row::FOCUS_IR, "night"},
-      {"unsent", [](CameraDSP& d) { return d.setFocusIrtype(1, false); }, {}, row::FOCUS_IR, "day"},
-      {"position", [](CameraDSP& d) { return d.setFocusCurrentPos(258); }, {"84 00 01 02 01"}, row::FOCUS_POS, "258"},
-      {"factory",
-       [](CameraDSP& d) { return d.setFocusFactoryPos(3); },
-       {"84 00 01 00 00 03"},
-       row::FOCUS_FACTORY_POS,
-       "3"},
+      {[](CameraDSP& d) { return d.setFocusDirection(1); }, {"84 01 01"}, row::FOCUS_DIR, "far"},
+      {[](CameraDSP& d) { return d.setFocusIrtype(0, true); }, {"84"}, row::FOCUS_IR, "night"},
+      {[](CameraDSP& d) { return d.setFocusIrtype(1, false); }, {}, row::FOCUS_IR, "day"},
+      {[](CameraDSP& d) { return d.setFocusCurrentPos(258); }, {"84 00 01 02 01"}, row::FOCUS_POS, "258"},
+      {[](CameraDSP& d) { return d.setFocusFactoryPos(3); }, {"84 00 01 00 00 03"}, row::FOCUS_FACTORY_POS, "3"},
   };
   for (const auto& c : cases) {
+    SCOPED_TRACE(c.row);
     CameraDSP dsp(kDayNight);
     setFocusText(c.row, "before");
     EXPECT_EQ(dsp.setFocusStateAf("adjusting"), 0);
-    EXPECT_EQ(c.set(dsp), -8) << c.name;
-    EXPECT_EQ(sent(), Frames()) << c.name;
-    EXPECT_EQ(focusText(c.row), "before") << c.name;
+    EXPECT_EQ(c.set(dsp), -8);
+    EXPECT_EQ(sent(), Frames());
+    EXPECT_EQ(focusText(c.row), "before");
     EXPECT_EQ(dsp.setFocusStateAf("initialize"), 0);
-    EXPECT_EQ(c.set(dsp), 0) << c.name;
-    EXPECT_EQ(sent(), c.frames) << c.name;
-    EXPECT_EQ(focusText(c.row), c.text) << c.name;
+    EXPECT_EQ(c.set(dsp), 0);
+    EXPECT_EQ(sent(), c.frames);
+    EXPECT_EQ(focusText(c.row), c.text);
   }
   EXPECT_EQ(m_dsp.setFocusDirection(2), -6);
   EXPECT_EQ(m_dsp.setFocusIrtype(2, true), -6);

@@ -85,25 +85,14 @@ TEST_F(DspLoads, SceneByModelAndLens) {
   const struct {
     dsp::Model model;
     const char* lens;
-    Frames first;
-    Frames change;
+    const char* dayNight;
+    const char* iris;
+    const char* sent;  ///< the model in a first load
   } cases[] = {
-      {{false, false, false},
-       "lens1",
-       sceneFrames("02", kIrisOfLens1, "f3 00 01", true),
-       sceneFrames("02", kIrisOfLens1, "", false)},
-      {{true, false, false},
-       "lens2",
-       sceneFrames("04", kIrisOfLens2, "f3 01 01", true),
-       sceneFrames("04", kIrisOfLens2, "", false)},
-      {{true, true, false},
-       "lens1",
-       sceneFrames("04", kIrisOfLens1, "f3 01", true),
-       sceneFrames("04", kIrisOfLens1, "", false)},
-      {{false, true, false},
-       "lens2",
-       sceneFrames("02", kIrisOfLens2, "f3", true),
-       sceneFrames("02", kIrisOfLens2, "", false)},
+      {{false, false, false}, "lens1", "02", kIrisOfLens1, "f3 00 01"},
+      {{true, false, false}, "lens2", "04", kIrisOfLens2, "f3 01 01"},
+      {{true, true, false}, "lens1", "04", kIrisOfLens1, "f3 01"},
+      {{false, true, false}, "lens2", "02", kIrisOfLens2, "f3"},
   };
   for (const auto& c : cases) {
     CameraDSP d(c.model);
@@ -117,9 +106,9 @@ TEST_F(DspLoads, SceneByModelAndLens) {
     for (const auto& [row, word] : ordinary)
       setText(row, "OFF");
     EXPECT_EQ(d.loadSceneData(true), 0);
-    EXPECT_EQ(sent(), c.first);
+    EXPECT_EQ(sent(), sceneFrames(c.dayNight, c.iris, c.sent, true));
     EXPECT_EQ(d.loadSceneData(false), 0);
-    EXPECT_EQ(sent(), c.change);
+    EXPECT_EQ(sent(), sceneFrames(c.dayNight, c.iris, "", false));
     for (const auto& [row, word] : ordinary)
       EXPECT_EQ(text(row), word) << "an unknown word becomes the ordinary one";
   }
@@ -140,7 +129,8 @@ TEST_F(DspLoads, ALoadGoesOnBehindARefusalAndAFailure) {
 
 TEST_F(DspLoads, ServiceSetters) {
   namespace row = scp_service_row;
-  using Setter = int32_t (CameraDSP::*)(int32_t, int32_t);
+  using D = CameraDSP;
+  using Setter = int32_t (D::*)(int32_t, int32_t);
   const struct {
     Setter set;
     int32_t row;
@@ -148,33 +138,20 @@ TEST_F(DspLoads, ServiceSetters) {
     int32_t result;
     const char* frame;
   } cases[] = {
-      {&CameraDSP::setALC, row::ALC_SPEED, 100, 0, "38 64"},
-      {&CameraDSP::setALC, row::ALC_ERR_EN, 1600, 0, "38 00 40 06"},
-      {&CameraDSP::setALC, row::ALC_ERR_H, 5, 0, "38 00 00 00 05"},
-      {&CameraDSP::setALC, row::ALC_ERR_H, 4, -8, ""},
-      {&CameraDSP::setALC, row::ALC_ERR_L, 2, 0, "38 00 00 00 00 00 02"},
-      {&CameraDSP::setALC, row::ALC_ERR_L, 3, -8, ""},
-      {&CameraDSP::setALC, row::ALC_RESTART, 6, -6, ""},
-      {&CameraDSP::setALC, row::DN_HYSTERESIS_TRUEDN, 6, 0, "38 00 00 00 00 00 00 00 00 06"},
-      {&CameraDSP::setALC, row::DN_HYSTERESIS_EASYDN, 30, 0, "38 00 00 00 00 00 00 00 00 1e"},
-      {&CameraDSP::setALC, row::DN_HYSTERESIS_EASYDN, 31, -6, ""},
-      {&CameraDSP::setIris, row::IRIS_START, 3318, 0, "39 f6 0c"},
-      {&CameraDSP::setIris, row::SUB_IRIS_INTGAIN, 1, 0, "39 00 00 01"},
-      {&CameraDSP::setIris, row::SUB_IRIS_INTGAIN, 0, -6, ""},
-      {&CameraDSP::setIris, row::SUB_IRIS_LIMIT_H, 42, 0, "39 00 00 00 00 00 00 2a"},
-      {&CameraDSP::setIris, row::SUB_IRIS_LIMIT_H, 41, -8, ""},
-      {&CameraDSP::setIris, row::SUB_IRIS_LIMIT_L, 3318, -8, ""},
-      {&CameraDSP::setATW, row::ATW_RESTART, 100, 0, "58 00 00 00 00 00 00 00 64"},
-      {&CameraDSP::setATW, row::ATW_ERR_EN, 0, -6, ""},
-      {&CameraDSP::setATWWide, row::W_R_RANGE, -15, 0, "59 f1 00 08 08 08 08 08 08"},
-      {&CameraDSP::setATWWide, row::W_MG_RANGE_HIGH, 16, 0, "59 00 00 08 08 08 08 08 10"},
-      {&CameraDSP::setATWNarrow, row::N_B_RANGE, 16, 0, "5a 00 10 08 08 08 08 08 08"},
-      {&CameraDSP::setATWNarrow, row::N_G_RANGE_LOW, 0, -6, ""},
-      {&CameraDSP::setLUMX, row::ET_LUMX_GAIN, 5, 0, "78 00 05"},
-      {&CameraDSP::setLUMX, row::ET_LUMX_GAIN, 6, -6, ""},
-      {&CameraDSP::setAfForIr, row::AF_FOR_IR, 100, 0, "82 64"},
-      {&CameraDSP::setAfForIr, row::AF_FOR_IR, 101, -6, ""},
-      {&CameraDSP::setLUMX, row::ALC_SPEED, 99, 0, "78"},  // a foreign row: the frame as it stands
+      {&D::setALC, row::ALC_ERR_H, 5, 0, "38 00 00 00 05"},
+      {&D::setALC, row::ALC_ERR_H, 4, -8, ""},
+      {&D::setALC, row::DN_HYSTERESIS_EASYDN, 30, 0, "38 00 00 00 00 00 00 00 00 1e"},
+      {&D::setALC, row::DN_HYSTERESIS_EASYDN, 31, -6, ""},
+      {&D::setIris, row::SUB_IRIS_INTGAIN, 1, 0, "39 00 00 01"},
+      {&D::setIris, row::SUB_IRIS_INTGAIN, 0, -6, ""},
+      {&D::setIris, row::SUB_IRIS_LIMIT_H, 42, 0, "39 00 00 00 00 00 00 2a"},
+      {&D::setIris, row::SUB_IRIS_LIMIT_H, 41, -8, ""},
+      {&D::setIris, row::SUB_IRIS_LIMIT_L, 3318, -8, ""},
+      {&D::setATWWide, row::W_R_RANGE, -15, 0, "59 f1 00 08 08 08 08 08 08"},
+      {&D::setATWNarrow, row::N_B_RANGE, 16, 0, "5a 00 10 08 08 08 08 08 08"},
+      {&D::setAfForIr, row::AF_FOR_IR, 100, 0, "82 64"},
+      {&D::setAfForIr, row::AF_FOR_IR, 101, -6, ""},
+      {&D::setLUMX, row::ALC_SPEED, 99, 0, "78"},  // a foreign row: the frame as it stands
   };
   for (const auto& c : cases) {
     CameraDSP d(kPlain);
@@ -194,7 +171,8 @@ TEST_F(DspLoads, ServiceReaders) {
     std::copy(payload.begin(), payload.end(), frame + 1);
     return 0;
   };
-  using Reader = int32_t (CameraDSP::*)();
+  using D = CameraDSP;
+  using Reader = int32_t (D::*)();
   const struct {
     Reader read;
     bool dayNight;
@@ -202,19 +180,19 @@ TEST_F(DspLoads, ServiceReaders) {
     int32_t row;
     const char* value;
   } cases[] = {
-      {&CameraDSP::getALC, false, "lens1", row::ALC_ERR_EN, "1008"},
-      {&CameraDSP::getALC, true, "lens1", row::DN_HYSTERESIS_TRUEDN, "9"},
-      {&CameraDSP::getALC, true, "lens1", row::DN_HYSTERESIS_EASYDN, "7"},
-      {&CameraDSP::getALC, false, "lens1", row::DN_HYSTERESIS_EASYDN, "9"},
-      {&CameraDSP::getIris, false, "lens1", row::IRIS_START, "61681"},
-      {&CameraDSP::getIris, false, "lens1", row::SUB_IRIS_START, "37"},
-      {&CameraDSP::getIris, false, "lens2", row::SUB_IRIS_LIMIT_L, "2569"},
-      {&CameraDSP::getATW, false, "lens1", row::ATW_RESTART, "8"},
-      {&CameraDSP::getATWWide, false, "lens1", row::W_R_RANGE, "-15"},
-      {&CameraDSP::getATWWide, false, "lens1", row::W_B_RANGE, "240"},
-      {&CameraDSP::getATWNarrow, false, "lens1", row::N_MG_RANGE_HIGH, "8"},
-      {&CameraDSP::getLUMX, false, "lens1", row::ET_LUMX_SPEED, "241"},
-      {&CameraDSP::getAfForIr, false, "lens1", row::AF_FOR_IR, "241"},
+      {&D::getALC, false, "lens1", row::ALC_ERR_EN, "1008"},
+      {&D::getALC, true, "lens1", row::DN_HYSTERESIS_TRUEDN, "9"},
+      {&D::getALC, true, "lens1", row::DN_HYSTERESIS_EASYDN, "7"},
+      {&D::getALC, false, "lens1", row::DN_HYSTERESIS_EASYDN, "9"},
+      {&D::getIris, false, "lens1", row::IRIS_START, "61681"},
+      {&D::getIris, false, "lens1", row::SUB_IRIS_START, "37"},
+      {&D::getIris, false, "lens2", row::SUB_IRIS_LIMIT_L, "2569"},
+      {&D::getATW, false, "lens1", row::ATW_RESTART, "8"},
+      {&D::getATWWide, false, "lens1", row::W_R_RANGE, "-15"},
+      {&D::getATWWide, false, "lens1", row::W_B_RANGE, "240"},
+      {&D::getATWNarrow, false, "lens1", row::N_MG_RANGE_HIGH, "8"},
+      {&D::getLUMX, false, "lens1", row::ET_LUMX_SPEED, "241"},
+      {&D::getAfForIr, false, "lens1", row::AF_FOR_IR, "241"},
   };
   for (const auto& c : cases) {
     for (int32_t i = 0; i < row::kCount; ++i)

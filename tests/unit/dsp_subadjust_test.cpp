@@ -7,28 +7,6 @@ class DspSubadjust : public DspTest {
   CameraDSP m_dsp{kPlain};
 };
 
-TEST_F(DspSubadjust, AdjustModes) {
-  const struct {
-    uint32_t mode;
-    int32_t result;
-    Frames frames;
-  } cases[] = {{5, -6, {}}, {2, 0, {}}, {4, -1, {}}, {3, 0, {}},     {1, 0, {}},
-               {0, 0, {}},  {4, 0, {}}, {4, -1, {}}, {0, 0, {"30"}}, {0, 0, {}}};
-  for (const auto& c : cases) {
-    m_dsp.setSubadjustState(3);
-    EXPECT_EQ(m_dsp.setAdjustmode(c.mode), c.result) << c.mode;
-    EXPECT_EQ(sent(), c.frames) << c.mode;
-    if (c.result == 0) {
-      EXPECT_EQ(m_dsp.getAdjustmode(), c.mode);
-      EXPECT_EQ(m_dsp.getSubadjustState(), c.mode == 0 ? 0U : 3U);
-    }
-  }
-  EXPECT_EQ(m_dsp.setAdjustmode(4), 0);
-  fakeCameraLibrary.failing = {"dsp 30"};
-  EXPECT_EQ(m_dsp.setAdjustmode(0), -3);
-  EXPECT_EQ(m_dsp.getAdjustmode(), 4U);
-}
-
 TEST_F(DspSubadjust, WhichStepFollowsWhichState) {
   const char* startedBy[] = {"", "50 02", "", "50 03", "", "50 01", ""};
   const char* allowedFrom[] = {"0123456", "01246", "0123456", "02346", "0123456", "02456", "0123456"};
