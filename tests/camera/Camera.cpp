@@ -171,6 +171,11 @@ void Camera::setRow(std::string_view file, std::string_view key, std::string_vie
   write(file, text.replace(from, text.find('\n', from) - from, value).substr(1));
 }
 
+void Camera::setRows(std::string_view file, const Rows& rows) const {
+  for (const auto& [key, value] : rows)
+    setRow(file, key, value);
+}
+
 void Camera::tell(std::string_view words) const {
   std::vector<std::string> command{std::string(kBuild) + "/bin/camera-tell", "--socket", path("run/control")};
   std::istringstream stream{std::string(words)};
@@ -249,7 +254,7 @@ bool isRecorderText(std::string_view name) {
 
 }  // namespace
 
-Texts Camera::toldRecorder() const {
+Texts Camera::toldRecorder(std::initializer_list<std::string_view> heads) const {
   Texts told;
   for (const std::string& line : journal("recorder")) {
     const std::string what = field(line, "what");
@@ -258,7 +263,21 @@ Texts Camera::toldRecorder() const {
     if (what == "get") told.push_back("get " + name);
     if (what == "restart") told.push_back("restart " + field(line, "value"));
   }
+  const auto startsOtherwise = [&heads](const std::string& text) {
+    return std::ranges::none_of(heads, [&text](std::string_view head) { return text.starts_with(head); });
+  };
+  if (heads.size() != 0) std::erase_if(told, startsOtherwise);
   return told;
+}
+
+Texts Camera::lifeOf(std::string_view program) const {
+  Texts life;
+  for (const std::string& line : journal("child")) {
+    const std::string what = field(line, "what");
+    const std::string command = field(line, "command");
+    if (what.starts_with(program)) life.push_back(command.empty() ? what : command);
+  }
+  return life;
 }
 
 int Camera::ctl(const std::string& line) const {
@@ -293,12 +312,45 @@ bool eventually(const std::function<bool()>& happened) {
   return true;
 }
 
-void expectAnswers(Camera& camera, std::initializer_list<Exchange> exchanges) {
-  for (const Exchange& exchange : exchanges) {
-    const bool isBehindPath = exchange.answer.starts_with('&') || exchange.answer.starts_with('=');
-    const std::string path = isBehindPath ? exchange.request.substr(0, exchange.request.find('=')) : "";
-    EXPECT_EQ(camera.ask(exchange.request, exchange.user), path + exchange.answer) << exchange.request;
+namespace {
+
+std::string pathOf(const std::string& request) { return request.substr(0, request.find('=')); }
+
+}  // namespace
+
+void expectAnswers(Camera& camera, std::initializer_list<Exchange> exchanges) { expectAnswers(camera, "", exchanges); }
+
+void expectAnswers(Camera& camera, const std::string& head, std::initializer_list<Exchange> exchanges) {
+  for (const auto& [item, answer, user] : exchanges) {
+    const bool isBehindPath = answer.starts_with('&') || answer.starts_with('=');
+    const std::string request = head + item;
+    EXPECT_EQ(camera.ask(request, user), (isBehindPath ? pathOf(request) : head) + answer) << request;
   }
+}
+
+void expectSteps(Camera& camera, const std::string& head, const std::vector<Step>& steps,
+                 const std::function<Texts()>& heard, UserClass user) {
+  for (const Step& step : steps) {
+    camera.clearJournal();
+    expectAnswers(camera, head, {{step.request, step.answer, user}});
+    EXPECT_EQ(heard(), step.heard) << step.request;
+  }
+}
+
+void expectUnderFaults(Camera& camera, const std::string& neighbour, const Rows& faults, const std::string& head,
+                       const Texts& requests) {
+  for (const auto& [fault, answer] : faults) {
+    SCOPED_TRACE(fault);
+    camera.tell(neighbour + " " + fault);
+    for (const std::string& request : requests)
+      expectAnswers(camera, head, {{request, answer}});
+    camera.tell(neighbour + " up");
+  }
+}
+
+void expectRows(const Camera& camera, std::string_view file, const Rows& rows) {
+  for (const auto& [key, value] : rows)
+    EXPECT_EQ(camera.row(file, key), value) << file << " " << key;
 }
 
 std::unique_ptr<Camera> CameraTest::s_camera;
