@@ -171,9 +171,9 @@ void Camera::setRow(std::string_view file, std::string_view key, std::string_vie
   write(file, text.replace(from, text.find('\n', from) - from, value).substr(1));
 }
 
-void Camera::setRows(std::string_view file, const Rows& rows) const {
-  for (const auto& [key, value] : rows)
-    setRow(file, key, value);
+void Camera::setRows(std::string_view file, const Texts& rows) const {
+  for (const std::string& text : rows)
+    setRow(file, text.substr(0, text.find('=')), text.substr(text.find('=') + 1));
 }
 
 void Camera::tell(std::string_view words) const {
@@ -328,6 +328,16 @@ void expectAnswers(Camera& camera, const std::string& head, std::initializer_lis
   }
 }
 
+void expectEach(Camera& camera, const std::string& head, const Texts& requests, const std::string& answer) {
+  for (const std::string& request : requests)
+    expectAnswers(camera, head, {{request, answer}});
+}
+
+void expectShown(Camera& camera, const std::string& head, const Texts& values) {
+  for (const std::string& text : values)
+    expectAnswers(camera, head, {{pathOf(text), text.substr(text.find('=')) + "&200 OK"}});
+}
+
 void expectSteps(Camera& camera, const std::string& head, const std::vector<Step>& steps,
                  const std::function<Texts()>& heard, UserClass user) {
   for (const Step& step : steps) {
@@ -337,20 +347,19 @@ void expectSteps(Camera& camera, const std::string& head, const std::vector<Step
   }
 }
 
-void expectUnderFaults(Camera& camera, const std::string& neighbour, const Rows& faults, const std::string& head,
+void expectUnderFaults(Camera& camera, const std::string& neighbour, const TextPairs& faults, const std::string& head,
                        const Texts& requests) {
   for (const auto& [fault, answer] : faults) {
     SCOPED_TRACE(fault);
     camera.tell(neighbour + " " + fault);
-    for (const std::string& request : requests)
-      expectAnswers(camera, head, {{request, answer}});
+    expectEach(camera, head, requests, answer);
     camera.tell(neighbour + " up");
   }
 }
 
-void expectRows(const Camera& camera, std::string_view file, const Rows& rows) {
-  for (const auto& [key, value] : rows)
-    EXPECT_EQ(camera.row(file, key), value) << file << " " << key;
+void expectRows(const Camera& camera, std::string_view file, const Texts& rows) {
+  for (const std::string& text : rows)
+    EXPECT_EQ(pathOf(text) + "=" + camera.row(file, pathOf(text)), text) << file;
 }
 
 std::unique_ptr<Camera> CameraTest::s_camera;

@@ -18,8 +18,7 @@ namespace test {
 using tmx::LineEnd;
 using tmx::UserClass;
 using Texts = std::vector<std::string>;
-/** Keys of a configuration file and their values. */
-using Rows = std::vector<std::pair<std::string, std::string>>;
+using TextPairs = std::vector<std::pair<std::string, std::string>>;
 
 /** What a simulated camera is made of and started with. */
 struct CameraOptions {
@@ -61,7 +60,8 @@ class Camera {
   [[nodiscard]] std::string row(std::string_view file, std::string_view key) const;
   /** Puts another value behind a key that the file has. */
   void setRow(std::string_view file, std::string_view key, std::string_view value) const;
-  void setRows(std::string_view file, const Rows& rows) const;
+  /** The same for each "key=value". */
+  void setRows(std::string_view file, const Texts& rows) const;
 
   /** Changes a neighbour; see `./camera tell`. */
   void tell(std::string_view words) const;
@@ -119,6 +119,11 @@ struct Exchange {
 void expectAnswers(Camera& camera, std::initializer_list<Exchange> exchanges);
 void expectAnswers(Camera& camera, const std::string& head, std::initializer_list<Exchange> exchanges);
 
+/** Each request gets the same answer. */
+void expectEach(Camera& camera, const std::string& head, const Texts& requests, const std::string& answer);
+/** A read of each "path=value" shows the value. */
+void expectShown(Camera& camera, const std::string& head, const Texts& values);
+
 /** A request, the answer behind its path, and what somebody has heard of it. */
 struct Step {
   std::string request;
@@ -131,10 +136,11 @@ void expectSteps(Camera& camera, const std::string& head, const std::vector<Step
                  const std::function<Texts()>& heard, UserClass user = UserClass::kAdmin);
 
 /** Under each fault of a neighbour, which is mended behind it, every request gets the fault's answer. */
-void expectUnderFaults(Camera& camera, const std::string& neighbour, const Rows& faults, const std::string& head,
+void expectUnderFaults(Camera& camera, const std::string& neighbour, const TextPairs& faults, const std::string& head,
                        const Texts& requests);
 
-void expectRows(const Camera& camera, std::string_view file, const Rows& rows);
+/** Each "key=value" stands in the file. */
+void expectRows(const Camera& camera, std::string_view file, const Texts& rows);
 
 /** A suite whose cases share one camera of the given options, booted once. */
 class CameraTest : public testing::Test {

@@ -50,8 +50,7 @@ TEST_F(AudioTest, InputReachesLibraryAndDriver) {
        {"loopback=on", kOk, {"loopback 15"}},
        {"loopback", "=on&200 OK"},
        {"loopback=off", kOk, {"loopback 14"}}});
-  expectRows(camera(), kFile,
-             {{"AUDIO_HALFDUPLEX", "on"}, {"AUDIO_INPUT_POWER_SUPPLY", "off"}, {"AUDIO_HALFDUPLEX_GAIN", "-18"}});
+  expectRows(camera(), kFile, {"AUDIO_HALFDUPLEX=on", "AUDIO_INPUT_POWER_SUPPLY=off", "AUDIO_HALFDUPLEX_GAIN=-18"});
 }
 
 TEST_F(AudioTest, TheGainIsKeptAsItsStep) {
@@ -103,7 +102,7 @@ TEST(Audio, AStartSendsTheStoredSoundAndLeavesTheRows) {
   ASSERT_TRUE(camera.up());
   camera.ask("audio.input.loopback=on");
   EXPECT_EQ(heard(camera).back(), "loopback 15");
-  camera.setRows(kFile, {{"AUDIO_MIC_GAIN", "25"}, {"AUDIO_HALFDUPLEX", "off"}});
+  camera.setRows(kFile, {"AUDIO_MIC_GAIN=25", "AUDIO_HALFDUPLEX=off"});
   camera.setRow(detectionFile(2), "AUD_DETECT_LEVEL", "7");
   const std::string before = camera.read(kFile);
   camera.clearJournal();

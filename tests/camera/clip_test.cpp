@@ -67,11 +67,8 @@ TEST_F(ClipTest, TimesAreOfTheSizeThatTheFileStates) {
   const Case cases[] = {{"a second, in a file below 512 bytes", wav(16000, 10), "1.0"},
                         {"in a longer file", wav(24000, 24000), "1.500000"},
                         {"without padding", wav(16800, 600), "1.50000"},
-                        {"odd", wav(3, 3), "0.125"},
-                        {"no samples", wav(0, 600), "0.0"},
                         {"another rate", wav(16000, 600, 44100), "0.0"},
                         {"header behind the first 512 bytes", std::string(512, 'x') + wav(16000, 600), "0.0"},
-                        {"chunk that leads back", "RIFF\0\0\0\0WAVELIST\xf8\xff\xff\xff"s + wav(16000, 600), "0.0"},
                         {"empty", "", "0.0"}};
   for (const Case& c : cases) {
     camera().write(clip(3), c.content);

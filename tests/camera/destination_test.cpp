@@ -76,12 +76,8 @@ TEST_F(Destinations, AreSavedTogether) {
   camera().ask("network.rtsp.port=7777");
   expectAnswers(camera(), {{of(4, "status=save"), kOk}});
   expectRows(camera(), kNetworkFile,
-             {{"DEST1_HOST", "ff05::77"},
-              {"DEST2_PORT", "6000"},
-              {"DEST3_FRAMERATE", "-3"},
-              {"DEST4_HOST", "239.1.2.3"},
-              {"DEST_USERDATA", "on"},
-              {"RTSP_CONFIG_PORT", "554"}});
+             {"DEST1_HOST=ff05::77", "DEST2_PORT=6000", "DEST3_FRAMERATE=-3", "DEST4_HOST=239.1.2.3",
+              "DEST_USERDATA=on", "RTSP_CONFIG_PORT=554"});
   camera().ask("network.rtsp.port=554");
 
   camera().flash("count");
@@ -210,12 +206,7 @@ TEST_F(Destinations, MakeWayForTheEncoders) {
                                      "--datatype onvif_motion"}));
   // Every save takes over what waits.
   expectRows(camera(), kNetworkFile,
-             {{"DEST1_FRAMERATE", "10"},
-              {"DEST4_PORT", "6006"},
-              {"DEST1", "on"},
-              {"DEST3", "on"},
-              {"DEST4", "on"},
-              {"DEST5", "on"}});
+             {"DEST1_FRAMERATE=10", "DEST4_PORT=6006", "DEST1=on", "DEST3=on", "DEST4=on", "DEST5=on"});
 
   // A refused commit brings the streams back, too.
   camera().clearJournal();

@@ -24,17 +24,16 @@ TEST_F(EventTest, AnEditReachesTheRecorderAtOnceAndFlashWithTheRestart) {
        {"event(1).action", "=&200 OK"},
        {"event(1).status=on", kOk, {"event(1).status 1"}},
        {"event(1).status", "=on&200 OK"}});
-  expectRows(camera(), file(1), {{"EVENT_STATUS", "off"}, {"EVENT_TRIGGER", "pin1=make"}, {"EVENT_ACTION", ""}});
+  expectRows(camera(), file(1), {"EVENT_STATUS=off", "EVENT_TRIGGER=pin1=make", "EVENT_ACTION="});
   run({{"event(1).status=restart", kOk, {"restart 1"}},
        {"event(1).trigger", "=pin1=make%20x+y&200 OK"},
        {"event(1).action", "=record(1) %22%26%25&200 OK"}});
-  expectRows(camera(), file(1),
-             {{"EVENT_STATUS", "on"}, {"EVENT_TRIGGER", "pin1=make%20x+y"}, {"EVENT_ACTION", "record(1) \"&%"}});
+  expectRows(camera(), file(1), {"EVENT_STATUS=on", "EVENT_TRIGGER=pin1=make%20x+y", "EVENT_ACTION=record(1) \"&%"});
   run({{"event(1).status=off", kOk, {"event(1).status 0"}},
        {"event(1).action=%00", accepted("event(1)"), {"event(1).action "}},
        {"event(1).status=restart", kOk, {"restart 1"}}});
-  expectRows(camera(), file(1), {{"EVENT_STATUS", "off"}, {"EVENT_ACTION", ""}});
-  expectRows(camera(), file(2), {{"EVENT_STATUS", "off"}, {"EVENT_TRIGGER", "pin1=make"}});
+  expectRows(camera(), file(1), {"EVENT_STATUS=off", "EVENT_ACTION="});
+  expectRows(camera(), file(2), {"EVENT_STATUS=off", "EVENT_TRIGGER=pin1=make"});
 }
 
 TEST_F(EventTest, ARestartTakesNoOtherRule) {
@@ -65,11 +64,9 @@ TEST_F(EventTest, FiltersAreReadBackAtOnceAndSavedWithTheRule) {
         accepted("event(2)"),
         {"event(2).filter(7).start 3723", "event(2).filter(7).end 86399"}},
        {"event(2).filter(saturday).time", "=010203-235959&200 OK"}});
-  expectRows(camera(), file(2),
-             {{"FILTER_STATUS1", "off"}, {"FILTER_TYPE2", "mask"}, {"FILTER_TIME7", "000000-240000"}});
+  expectRows(camera(), file(2), {"FILTER_STATUS1=off", "FILTER_TYPE2=mask", "FILTER_TIME7=000000-240000"});
   run({{"event(2).status=restart", kOk, {"restart 2"}}});
-  expectRows(camera(), file(2),
-             {{"FILTER_STATUS1", "on"}, {"FILTER_TYPE2", "unmask"}, {"FILTER_TIME7", "010203-235959"}});
+  expectRows(camera(), file(2), {"FILTER_STATUS1=on", "FILTER_TYPE2=unmask", "FILTER_TIME7=010203-235959"});
 }
 
 TEST_F(EventTest, WhatARuleDoesNotTakeReachesNobody) {
@@ -87,10 +84,10 @@ TEST_F(EventTest, WhatARuleDoesNotTakeReachesNobody) {
 }
 
 TEST_F(EventTest, TheRecordersWordIsTheAnswer) {
-  const Rows puts = {{"down", k500},       {"refuse", k405},   {"refuse 404", "&404 Not Found"},
-                     {"refuse 999", k500}, {"refuse 0", k500}, {"refuse 5", k500},
-                     {"garbage", k500},    {"short", k500},    {"early", k500}};
-  Rows restarts = puts;
+  const TextPairs puts = {{"down", k500},       {"refuse", k405},   {"refuse 404", "&404 Not Found"},
+                          {"refuse 999", k500}, {"refuse 0", k500}, {"refuse 5", k500},
+                          {"garbage", k500},    {"short", k500},    {"early", k500}};
+  TextPairs restarts = puts;
   for (auto& [fault, answer] : restarts)
     answer = fault.starts_with("refuse") && fault != "refuse 5" ? k405 : k500;
   const std::string before = camera().read(file(3));
@@ -128,13 +125,9 @@ TEST_F(EventTest, APinThatMakesLetsTheObjectRecord) {
 TEST(Event, AStartBringsEveryRuleBackAndWritesNothing) {
   Camera camera;
   ASSERT_TRUE(camera.up());
-  camera.setRows(file(3), {{"EVENT_STATUS", "on"},
-                           {"EVENT_TRIGGER", "a&b=c%20d"},
-                           {"EVENT_ACTION", "x&y 1+2"},
-                           {"FILTER_STATUS2", "on"},
-                           {"FILTER_TYPE2", "unmask"},
-                           {"FILTER_TIME2", "000001-240000"}});
-  camera.setRows(file(4), {{"EVENT_TRIGGER", ""}, {"FILTER_TIME2", ""}});
+  camera.setRows(file(3), {"EVENT_STATUS=on", "EVENT_TRIGGER=a&b=c%20d", "EVENT_ACTION=x&y 1+2", "FILTER_STATUS2=on",
+                           "FILTER_TYPE2=unmask", "FILTER_TIME2=000001-240000"});
+  camera.setRows(file(4), {"EVENT_TRIGGER=", "FILTER_TIME2="});
   const auto written = std::filesystem::last_write_time(camera.path(file(3)));
   const std::string before = camera.read(file(3));
   camera.clearJournal();

@@ -63,8 +63,7 @@ TEST_F(NtpTest, ARestartDoesWhatTheChangeAsksFor) {
     expectNews(step.news, step.staged);
     EXPECT_EQ(running(), step.running) << step.staged;
   }
-  expectRows(camera(), kFile,
-             {{"NTP", "on"}, {"NTP_HOST", "time.example"}, {"NTP_UNIT", "day"}, {"NTP_INTERVAL", "3"}});
+  expectRows(camera(), kFile, {"NTP=on", "NTP_HOST=time.example", "NTP_UNIT=day", "NTP_INTERVAL=3"});
 
   // A start brings the daemon up as stored, and writes nothing.
   const auto written = std::filesystem::last_write_time(camera().path(kFile));

@@ -28,9 +28,8 @@ class ObjectTest : public CameraTest {
 };
 
 TEST_F(ObjectTest, SourcesAreEncoders) {
-  run({{"(1).source=encode(3)", kOk, {"object(1).source 3"}},
-       {".source=encode(2)", kOk, {"object(1).source 2"}},
-       {"(10).source=encode(1)", kOk, {"object(10).source 1"}},
+  run({{".source=encode(2)", kOk, {"object(1).source 2"}},
+       {"(10).source=encode(3)", kOk, {"object(10).source 3"}},
        {"(1).source=encode(4)", k457},
        {"(1).source=encode(0)", k457},
        {"(1).source=encode()", k457},
@@ -45,10 +44,7 @@ TEST_F(ObjectTest, SourcesAreEncoders) {
 TEST_F(ObjectTest, TheRecorderGetsTheRateOfTheLadderAndTheRowKeepsTheText) {
   run({{"(2).framerate=9", kOk, {"object(2).framerate 7.5"}},
        {"(2).framerate", "=9&200 OK"},
-       {"(2).framerate=7.5", kOk, {"object(2).framerate 7.5"}},
-       {"(2).framerate=15", kOk, {"object(2).framerate 15"}},
        {"(2).framerate=-4", kOk, {"object(2).framerate -5"}},
-       {"(2).framerate", "=-4&200 OK"},
        {"(2).framerate=29", kOk, {"object(2).framerate 15"}},
        {"(2).framerate=30", k457},
        {"(2).framerate=12.5", k451}});
@@ -135,10 +131,8 @@ TEST_F(ObjectTest, ARecorderThatRefusesLeavesTheFile) {
 TEST(Object, AStartTellsEveryObjectAndWritesNothing) {
   Camera camera;
   ASSERT_TRUE(camera.up());
-  camera.setRows(file(2), {{"APPLICATION_OBJECT_SOURCE", "encode(3)"},
-                           {"APPLICATION_OBJECT_FRAMERATE", "4"},
-                           {"APPLICATION_OBJECT_PREREC", "0"},
-                           {"APPLICATION_OBJECT_OVERWRITE_STATUS", "off"}});
+  camera.setRows(file(2), {"APPLICATION_OBJECT_SOURCE=encode(3)", "APPLICATION_OBJECT_FRAMERATE=4",
+                           "APPLICATION_OBJECT_PREREC=0", "APPLICATION_OBJECT_OVERWRITE_STATUS=off"});
   camera.setRow(file(3), "APPLICATION_OBJECT_FRAMERATE", "15");
   const std::string before = camera.read(file(2)) + camera.read(file(1));
   camera.clearJournal();

@@ -56,9 +56,8 @@ TEST_F(PeripheralTest, Pins) {
                {"output_pin(1).pin(2).duration=100", kOk, {"output_pin(2).duration 100"}},
                {"output_pin(1).pin(2).duration=99", k457}},
               heardByRecorder);
-  expectRows(
-      camera(), kOutput,
-      {{"OUTPUTPIN_PIN1_DURATION", "0"}, {"OUTPUTPIN_PIN2_DURATION", "100"}, {"OUTPUTPIN_PIN2_STATUS", "break"}});
+  expectRows(camera(), kOutput,
+             {"OUTPUTPIN_PIN1_DURATION=0", "OUTPUTPIN_PIN2_DURATION=100", "OUTPUTPIN_PIN2_STATUS=break"});
 }
 
 TEST_F(PeripheralTest, TheInputGroupIsWrittenFromInsideAlone) {
@@ -99,8 +98,7 @@ TEST_F(PeripheralTest, EachSerialRequestCarriesAllFourSettings) {
                {"serial(1).rts_offset=32768", k457},
                {"serial(1).comment=door", kOk}},
               heardBySerial);
-  expectRows(camera(), kSerial,
-             {{"SERIAL_BAUDRATE", "1200"}, {"SERIAL_PARITY", "odd"}, {"SERIAL_RTS_OFFSET", "32767"}});
+  expectRows(camera(), kSerial, {"SERIAL_BAUDRATE=1200", "SERIAL_PARITY=odd", "SERIAL_RTS_OFFSET=32767"});
 }
 
 TEST_F(PeripheralTest, TheSerialDaemonsCodeIsTheAnswer) {
@@ -126,8 +124,8 @@ TEST(Peripheral, AStartSendsWhatIsStored) {
   Camera camera;
   ASSERT_TRUE(camera.up());
   camera.setRow(kInput, "INPUTPIN_STATUS", "off");
-  camera.setRows(kOutput, {{"OUTPUTPIN_STATUS", "off"}, {"OUTPUTPIN_PIN2_DURATION", "300"}});
-  camera.setRows(kSerial, {{"SERIAL_BAUDRATE", "2400"}, {"SERIAL_PARITY", "odd"}, {"SERIAL_RTS_OFFSET", "9"}});
+  camera.setRows(kOutput, {"OUTPUTPIN_STATUS=off", "OUTPUTPIN_PIN2_DURATION=300"});
+  camera.setRows(kSerial, {"SERIAL_BAUDRATE=2400", "SERIAL_PARITY=odd", "SERIAL_RTS_OFFSET=9"});
   const std::string before = camera.read(kOutput) + camera.read(kSerial);
   camera.clearJournal();
   ASSERT_TRUE(camera.reboot());

@@ -5,6 +5,7 @@
 
 #include <string>
 #include <thread>
+#include <tuple>
 
 #include "cli/Client.h"
 #include "cli/Description.h"
@@ -82,13 +83,11 @@ TEST(ClientAnswer, OneLineForEachItem) {
   ASSERT_EQ(answers.size(), std::size(cases));
   for (std::size_t i = 0; i < answers.size(); ++i) {
     SCOPED_TRACE(cases[i].line);
-    EXPECT_EQ(answers[i].path, cases[i].item.path);
-    EXPECT_EQ(answers[i].lines, cases[i].line);
-    EXPECT_EQ(answers[i].status, cases[i].status);
-    EXPECT_EQ(answers[i].value, cases[i].value);
-    EXPECT_EQ(answers[i].statusText, cases[i].text);
-    EXPECT_EQ(answers[i].hint, cases[i].hint);
-    EXPECT_EQ(answers[i].accepted(), cases[i].status == 200 || cases[i].status == 202);
+    const auto& [item, line, status, value, statusText, hint] = cases[i];
+    EXPECT_EQ(std::tie(answers[i].path, answers[i].lines, answers[i].status, answers[i].value, answers[i].statusText,
+                       answers[i].hint),
+              std::tie(item.path, line, status, value, statusText, hint));
+    EXPECT_EQ(answers[i].accepted(), status == 200 || status == 202);
   }
 }
 
