@@ -181,6 +181,11 @@ void Camera::setRow(std::string_view file, std::string_view key, std::string_vie
   write(file, text.replace(from, text.find('\n', from) - from, value).substr(1));
 }
 
+void Camera::setRows(std::string_view file, const Texts& rows) const {
+  for (const std::string& text : rows)
+    setRow(file, text.substr(0, text.find('=')), text.substr(text.find('=') + 1));
+}
+
 std::string Camera::tell(std::string_view words) const {
   const std::string answer = exchange(path("run/control"), std::string(words) + "\n", "\n");
   EXPECT_TRUE(answer == "ok\n" || answer.starts_with("{")) << words << ": " << answer;
@@ -254,7 +259,7 @@ bool isRecorderText(std::string_view name) {
 
 }  // namespace
 
-Texts Camera::toldRecorder() const {
+Texts Camera::toldRecorder(std::initializer_list<std::string_view> heads) const {
   Texts told;
   for (const std::string& line : journal("recorder")) {
     const std::string what = field(line, "what");
@@ -263,7 +268,21 @@ Texts Camera::toldRecorder() const {
     if (what == "get") told.push_back("get " + name);
     if (what == "restart") told.push_back("restart " + field(line, "value"));
   }
+  const auto startsOtherwise = [&heads](const std::string& text) {
+    return std::ranges::none_of(heads, [&text](std::string_view head) { return text.starts_with(head); });
+  };
+  if (heads.size() != 0) std::erase_if(told, startsOtherwise);
   return told;
+}
+
+Texts Camera::lifeOf(std::string_view program) const {
+  Texts life;
+  for (const std::string& line : journal("child")) {
+    const std::string what = field(line, "what");
+    const std::string command = field(line, "command");
+    if (what.starts_with(program)) life.push_back(command.empty() ? what : command);
+  }
+  return life;
 }
 
 int Camera::ctl(const std::string& line) const {
@@ -300,23 +319,48 @@ bool eventually(const std::function<bool()>& happened) {
 
 std::string pathOf(std::string_view request) { return std::string(request.substr(0, request.find('='))); }
 
-void expectAnswers(Camera& camera, std::initializer_list<Exchange> exchanges) {
-  for (const Exchange& exchange : exchanges) {
-    const bool isBehindPath = exchange.answer.starts_with('&') || exchange.answer.starts_with('=');
-    const std::string path = isBehindPath ? pathOf(exchange.request) : "";
-    EXPECT_EQ(camera.ask(exchange.request, exchange.user), path + exchange.answer) << exchange.request;
+void expectAnswers(Camera& camera, std::initializer_list<Exchange> exchanges) { expectAnswers(camera, "", exchanges); }
+
+void expectAnswers(Camera& camera, const std::string& head, std::initializer_list<Exchange> exchanges) {
+  for (const auto& [item, answer, user] : exchanges) {
+    const bool isBehindPath = answer.starts_with('&') || answer.starts_with('=');
+    const std::string request = head + item;
+    EXPECT_EQ(camera.ask(request, user), (isBehindPath ? pathOf(request) : head) + answer) << request;
   }
 }
 
-void expectAnswer(Camera& camera, std::string_view answer, std::initializer_list<std::string> requests) {
+void expectEach(Camera& camera, const std::string& head, const Texts& requests, const std::string& answer) {
   for (const std::string& request : requests)
-    expectAnswers(camera, {{request, std::string(answer)}});
+    expectAnswers(camera, head, {{request, answer}});
 }
 
-void expectRows(const Camera& camera, std::string_view file,
-                std::initializer_list<std::pair<const char*, std::string>> rows) {
-  for (const auto& [key, value] : rows)
-    EXPECT_EQ(camera.row(file, key), value) << file << " " << key;
+void expectShown(Camera& camera, const std::string& head, const Texts& values) {
+  for (const std::string& text : values)
+    expectAnswers(camera, head, {{pathOf(text), text.substr(text.find('=')) + "&200 OK"}});
+}
+
+void expectSteps(Camera& camera, const std::string& head, const std::vector<Step>& steps,
+                 const std::function<Texts()>& heard, UserClass user) {
+  for (const Step& step : steps) {
+    camera.clearJournal();
+    expectAnswers(camera, head, {{step.request, step.answer, user}});
+    EXPECT_EQ(heard(), step.heard) << step.request;
+  }
+}
+
+void expectUnderFaults(Camera& camera, const std::string& neighbour, const TextPairs& faults, const std::string& head,
+                       const Texts& requests) {
+  for (const auto& [fault, answer] : faults) {
+    SCOPED_TRACE(fault);
+    camera.tell(neighbour + " " + fault);
+    expectEach(camera, head, requests, answer);
+    camera.tell(neighbour + " up");
+  }
+}
+
+void expectRows(const Camera& camera, std::string_view file, const Texts& rows) {
+  for (const std::string& text : rows)
+    EXPECT_EQ(pathOf(text) + "=" + camera.row(file, pathOf(text)), text) << file;
 }
 
 void expectSequence(Camera& camera, const std::string& path, const std::string& pairs) {
@@ -327,14 +371,6 @@ void expectSequence(Camera& camera, const std::string& path, const std::string& 
     const std::string status = path + (expected.starts_with('&') ? "" : "&") + expected + " ";
     EXPECT_EQ(isShown ? answer : answer.substr(0, status.size()), isShown ? path + "=" + expected + "&200 OK" : status)
         << path << item << " in " << pairs;
-  }
-}
-
-void expectTold(Camera& camera, const std::function<Texts()>& told, const std::vector<Case>& cases) {
-  for (const Case& item : cases) {
-    camera.clearJournal();
-    expectAnswers(camera, {{item.request, item.answer}});
-    EXPECT_EQ(told(), item.told) << item.request;
   }
 }
 

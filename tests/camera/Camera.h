@@ -19,6 +19,7 @@ namespace test {
 using tmx::LineEnd;
 using tmx::UserClass;
 using Texts = std::vector<std::string>;
+using TextPairs = std::vector<std::pair<std::string, std::string>>;
 
 /** What a simulated camera is made of and started with. */
 struct CameraOptions {
@@ -63,6 +64,8 @@ class Camera {
   [[nodiscard]] std::string row(std::string_view file, std::string_view key) const;
   /** Puts another value behind a key that the file has. */
   void setRow(std::string_view file, std::string_view key, std::string_view value) const;
+  /** The same for each "key=value". */
+  void setRows(std::string_view file, const Texts& rows) const;
 
   /** Changes a neighbour, or has it show its state; see `./camera tell`. The line that it answers. */
   std::string tell(std::string_view words) const;
@@ -81,8 +84,13 @@ class Camera {
   [[nodiscard]] Texts journalFields(std::string_view who, std::string_view key) const;
   /** "name text" of everything that the detection daemon got. */
   [[nodiscard]] Texts toldDetection() const;
-  /** "name value" of everything that was put into the recorder, "restart N" of a rule, "get name" of what was asked. */
-  [[nodiscard]] Texts toldRecorder() const;
+  /**
+   * "name value" of everything that was put into the recorder, "restart N" of a rule, "get name" of what was asked;
+   * with `heads` only what begins with one of them.
+   */
+  [[nodiscard]] Texts toldRecorder(std::initializer_list<std::string_view> heads = {}) const;
+  /** What became of a program: its command lines, and "rtspd ends" and the like. */
+  [[nodiscard]] Texts lifeOf(std::string_view program) const;
 
   [[nodiscard]] std::string log() const { return read("syslog"); }
   /** Whether the log holds the text, or gets it within some seconds. */
@@ -116,28 +124,35 @@ struct Exchange {
   UserClass user = UserClass::kAdmin;
 };
 
-/** Asks one after the other. */
+/** Asks one after the other; `head` stands before each request, as before each answer that names a path. */
 void expectAnswers(Camera& camera, std::initializer_list<Exchange> exchanges);
+void expectAnswers(Camera& camera, const std::string& head, std::initializer_list<Exchange> exchanges);
 
-/** The same answer of several requests. */
-void expectAnswer(Camera& camera, std::string_view answer, std::initializer_list<std::string> requests);
+/** Each request gets the same answer. */
+void expectEach(Camera& camera, const std::string& head, const Texts& requests, const std::string& answer);
+/** A read of each "path=value" shows the value. */
+void expectShown(Camera& camera, const std::string& head, const Texts& values);
 
-/** Several rows of a configuration file. */
-void expectRows(const Camera& camera, std::string_view file,
-                std::initializer_list<std::pair<const char*, std::string>> rows);
+/** A request, the answer behind its path, and what somebody has heard of it. */
+struct Step {
+  std::string request;
+  std::string answer;
+  Texts heard = {};
+};
+
+/** Takes the steps one after the other, each with `head` before its request. */
+void expectSteps(Camera& camera, const std::string& head, const std::vector<Step>& steps,
+                 const std::function<Texts()>& heard, UserClass user = UserClass::kAdmin);
+
+/** Under each fault of a neighbour, which is mended behind it, every request gets the fault's answer. */
+void expectUnderFaults(Camera& camera, const std::string& neighbour, const TextPairs& faults, const std::string& head,
+                       const Texts& requests);
+
+/** Each "key=value" stands in the file. */
+void expectRows(const Camera& camera, std::string_view file, const Texts& rows);
 
 /** Writes and reads of one path in pairs of words: "=value" and the status, or "?" and what is shown or "&status". */
 void expectSequence(Camera& camera, const std::string& path, const std::string& pairs);
-
-/** A request, its answer, and what reached a part of the camera meanwhile. */
-struct Case {
-  std::string request;
-  std::string answer;
-  Texts told = {};
-};
-
-/** Asks one after the other; `told` gives what has reached the part since the journal was cleared. */
-void expectTold(Camera& camera, const std::function<Texts()>& told, const std::vector<Case>& cases);
 
 /** A suite whose cases share one camera of the given options, booted once. */
 class CameraTest : public testing::Test {

@@ -17,8 +17,7 @@ class AccountTest : public CameraTest {
   }
 
   static void expect(const std::string& item, const std::string& answer, UserClass user = UserClass::kAdmin) {
-    const std::string path = "system.password." + item.substr(0, item.find('='));
-    EXPECT_EQ(camera().ask("system.password." + item, user), path + answer) << item;
+    expectAnswers(camera(), "system.password.", {{item, answer, user}});
   }
 
   /** Whether the tool finds this password for the account. */
@@ -64,12 +63,6 @@ TEST_F(AccountTest, TheThreeClassesAreAccountsOfTheirOwn) {
   for (const char* item : {"admin(1)=one", "operator(1)=two", "user(3)=three"})
     expect(item, kOk);
   EXPECT_TRUE(verifies("admin1", "one") && verifies("operator1", "two") && verifies("user3", "three"));
-  expect("user(4)=x", k456);
-  expect("user(x)=y", k451);
-  expect("admin(-1)=x", k456);
-  expect("admin(1)=x", k401, UserClass::kOperator);
-  expect("admin(1)", k405);
-  expect("admin(1).status", k401, UserClass::kUser);
 }
 
 TEST_F(AccountTest, PasswordsHaveOneToSixteenCharacters) {

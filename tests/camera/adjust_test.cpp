@@ -102,8 +102,8 @@ TEST_F(Adjust, WhatWaitsForWhichSave) {
   }
   for (const char* word : {"whitepointsave", "restore", ""})
     camera().ask(std::string("camera.dspadjust.status=") + word);
-  expectRows(camera(), kServiceFile, {{"ALC_SPEED", "7"}});
-  expectRows(camera(), kCalibrationFile, {{"IRYGAIN1", "7"}});
+  expectRows(camera(), kServiceFile, {"ALC_SPEED=7"});
+  expectRows(camera(), kCalibrationFile, {"IRYGAIN1=7"});
   camera().flash("full");
   expectAnswers(camera(), {{"camera.adjust_service.status=save", k500}});
   camera().flash("off");
@@ -239,9 +239,8 @@ TEST(AdjustModels, RowsOfTheSecondLensAndOfAModelWithoutFilter) {
                          {start, shows("3000")},
                          {"camera.adjust_service.iris.limit_low=3318", k412}});
   camera.ask(start + "=22&camera.adjust_service.status=save");
-  expectRows(
-      camera, kServiceFile,
-      {{"IRIS_START", "11"}, {"SUB_IRIS_START", "22"}, {"DN_HYSTERESIS_EASYDN", "6"}, {"DN_HYSTERESIS_TRUEDN", "21"}});
+  expectRows(camera, kServiceFile,
+             {"IRIS_START=11", "SUB_IRIS_START=22", "DN_HYSTERESIS_EASYDN=6", "DN_HYSTERESIS_TRUEDN=21"});
   camera.ask("camera.status=save");
   ASSERT_TRUE(camera.reboot());
   EXPECT_EQ(camera.ask(start), start + shows("22"));

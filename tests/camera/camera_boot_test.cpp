@@ -112,7 +112,7 @@ TEST(CameraBoot, TheSceneLastSelectedIsTheOneInForce) {
   const std::string last = camera.read("flash/sysconfig/scene/7.conf");
   expectAnswers(camera, {{"camera.scene.image.color=66", "&202 Accepted(camera.scene.status=save)"},
                          {"camera.scene.status=save", kOk}});
-  expectRows(camera, "flash/sysconfig/scene/3.conf", {{"COLOR", "66"}});
+  expectRows(camera, "flash/sysconfig/scene/3.conf", {"COLOR=66"});
   EXPECT_EQ(camera.read("flash/sysconfig/scene/7.conf"), last);
 }
 

@@ -55,11 +55,11 @@ TEST_F(ClockTest, ADateSetsBothClocks) {
 }
 
 TEST_F(ClockTest, DatesThatAreNone) {
-  expectAnswer(camera(), k457, {"system.date=20230229000000", "system.date=2024022923595"});
-  expectAnswer(camera(), k451, {"system.date=2024022923595x", "system.date=2024;reboot;01"});
+  expectEach(camera(), "", {"system.date=20230229000000", "system.date=2024022923595"}, k457);
+  expectEach(camera(), "", {"system.date=2024022923595x", "system.date=2024;reboot;01"}, k451);
   EXPECT_TRUE(camera().isLogged("invalid month(2) day(29)"));
   camera().tell("dsp fail_once=0x10");
-  expectAnswer(camera(), k500, {"system.date=20260101000000"});
+  expectEach(camera(), "", {"system.date=20260101000000"}, k500);
   EXPECT_EQ(commands(), Texts{});
 }
 
@@ -89,7 +89,7 @@ TEST_F(ClockTest, TheSwitchOfDaylightSavingChoosesTheFile) {
     EXPECT_TRUE(isInstalled(file)) << file;
     EXPECT_TRUE(camera().isLogged("change timezone[/usr/share/zoneinfo/" + file + "]"));
     EXPECT_EQ(camera().journalFields("library", "value"), Texts{zone});
-    expectRows(camera(), kFile, {{"TIMEZONE", zone}});
+    expectRows(camera(), kFile, {"TIMEZONE=" + std::string(zone)});
     if (saving == "off" || zone != "Berlin") continue;
     for (const char* date : {"20260701120000", "20260101120000"})
       expectAnswers(camera(), {{std::string("system.date=") + date, kOk}});
@@ -101,7 +101,7 @@ TEST_F(ClockTest, AZoneThatCannotBeSetIsNotKept) {
   expectAnswers(camera(), {{"system.timezone=UTC", kAccepted}});
   camera().tell("dsp fail=zr_set_timezone");
   expectAnswers(camera(), {{"system.timezone=Rome", k500}, {"system.timezone", shows("UTC")}});
-  expectRows(camera(), kFile, {{"TIMEZONE", "UTC"}});
+  expectRows(camera(), kFile, {"TIMEZONE=UTC"});
 }
 
 TEST_F(ClockTest, BothOutliveARestart) {

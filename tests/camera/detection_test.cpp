@@ -15,9 +15,8 @@ const std::string kArea = "0123456789abcdefABCDEF0123456789ff";
 const std::string kMotion = "camera.detection";
 const std::string kTamper = "camera.detection(tampering)";
 
-void expect(Camera& camera, const std::vector<Case>& cases) {
-  expectTold(
-      camera, [&] { return camera.toldDetection(); }, cases);
+void expect(Camera& camera, const std::vector<Step>& cases) {
+  expectSteps(camera, "", cases, [&] { return camera.toldDetection(); });
 }
 
 class Detection : public CameraTest {
@@ -45,19 +44,20 @@ TEST_F(Detection, AcceptedValuesGoToTheDaemon) {
 }
 
 TEST_F(Detection, EachKindHasItsOwnSettings) {
-  expectAnswer(camera(), k461,
-               {kMotion + ".temporal", kMotion + ".temporal=x", kTamper + ".area", kTamper + ".area=1",
-                kTamper + ".area_count"});
-  expectAnswer(camera(), k451, {"camera.detection(Motion).status=on"});
+  expectEach(
+      camera(), "",
+      {kMotion + ".temporal", kMotion + ".temporal=x", kTamper + ".area", kTamper + ".area=1", kTamper + ".area_count"},
+      k461);
+  expectEach(camera(), "", {"camera.detection(Motion).status=on"}, k451);
 }
 
 TEST_F(Detection, SavedAndRestored) {
   camera().ask(kMotion + ".status=on&" + kMotion + ".level=40&" + kMotion + ".area=" + kArea + "&" + kTamper +
                ".status=on&" + kTamper + ".level=60&" + kTamper + ".temporal=30&camera.scene(5).status");
   expect(camera(), {{kMotion + ".status=save", kOk}});
-  expectRows(camera(), kFile, {{"DETECT_STATUS", "on"}, {"DETECT_LEVEL", "40"}, {"DETECT_AREA", kArea}});
-  expectRows(camera(), kFile, {{"TAMP_DETECT_TEMPO", "30"}});
-  expectRows(camera(), kFile, {{"SCENE_FILE_NAME", "0"}});  // the scene that was spoken of is not made the current one
+  expectRows(camera(), kFile, {"DETECT_STATUS=on", "DETECT_LEVEL=40", "DETECT_AREA=" + std::string(kArea)});
+  expectRows(camera(), kFile, {"TAMP_DETECT_TEMPO=30"});
+  expectRows(camera(), kFile, {"SCENE_FILE_NAME=0"});  // the scene that was spoken of is not made the current one
 
   const Texts tamper = {"tamper.level 60",
                         "tamper.temporal 30",
@@ -81,7 +81,7 @@ TEST_F(Detection, SavedAndRestored) {
 
   camera().ask(kTamper + ".temporal=31");
   expect(camera(), {{kTamper + ".status=save", kOk}});
-  expectRows(camera(), kFile, {{"TAMP_DETECT_TEMPO", "31"}});
+  expectRows(camera(), kFile, {"TAMP_DETECT_TEMPO=31"});
 }
 
 TEST_F(Detection, OnlyWhatTheDaemonTookIsKept) {
@@ -98,7 +98,7 @@ TEST_F(Detection, OnlyWhatTheDaemonTookIsKept) {
                                             {kTamper + ".level", "51", "50"},
                                             {kTamper + ".temporal", "51", "50"}})
       expectAnswers(camera(), {{path + "=" + other, k500}, {path, shows(kept)}});
-    expectAnswer(camera(), k500, {kMotion + ".status=restore", kTamper + ".status=restore"});
+    expectEach(camera(), "", {kMotion + ".status=restore", kTamper + ".status=restore"}, k500);
     camera().tell("detection up");
   }
 }

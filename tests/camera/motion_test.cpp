@@ -20,7 +20,7 @@ class Motion : public CameraTest {
   void TearDown() override { camera().tell("ptz up"); }
 
   static Texts told() { return camera().journalFields("ptzseq", "text"); }
-  static void expect(const std::vector<Case>& cases) { expectTold(camera(), told, cases); }
+  static void expect(const std::vector<Step>& cases) { expectSteps(camera(), "", cases, told); }
 
   /** Requests that the sequencer gets as they are. */
   static void expectForwarded(std::initializer_list<std::string> items, const std::string& answer = kOk) {
@@ -115,7 +115,7 @@ TEST_F(Motion, SettingsAndPatrolStepsGoToTheSequencerAndWaitForASave) {
   const std::string file = "flash/sysconfig/patrol/0.conf";
   EXPECT_EQ(camera().row(file, "PATROL_POSITION_19"), "0");
   expect({{patrolPath + ".status=save", kOk}});
-  expectRows(camera(), file, {{"PATROL_POSITION_19", "7"}, {"PATROL_SPEED_19", "12.5"}, {"PATROL_DURATION_0", "45"}});
+  expectRows(camera(), file, {"PATROL_POSITION_19=7", "PATROL_SPEED_19=12.5", "PATROL_DURATION_0=45"});
   expectForwarded({step + "=7", patrolPath + ".status=stop", patrolPath + ".status=start"});
   expect({{patrolPath + ".status", shows("start"), {patrolPath + ".status"}}});
 }
@@ -131,8 +131,7 @@ TEST_F(Motion, PositionsAreSavedInitializedAndGoneTo) {
           {status, shows("registered")},
           {three + ".tilt", shows("s50")},
           {status + "=goto", kOk, {status + "=goto"}}});
-  expectRows(camera(), file(3),
-             {{"POSITION_STATUS", "registered"}, {"POSITION_PAN", "120"}, {"POSITION_ZOOM", "2.50"}});
+  expectRows(camera(), file(3), {"POSITION_STATUS=registered", "POSITION_PAN=120", "POSITION_ZOOM=2.50"});
   for (const auto& [factor, kept] : {std::pair{"9", "x8.0"}, {"0.5", "x1.0"}}) {
     camera().tell(std::string("ptz zoom=") + factor);
     expect({{status + "=save", kOk, saving}, {three + ".zoom", shows(kept)}});
@@ -158,9 +157,10 @@ TEST_F(Motion, WhatCannotBeSavedIsUndone) {
   const std::string before = camera().read(file(8));
   camera().tell("ptz pan=500");
   camera().flash("full");
-  expectAnswer(camera(), k500,
-               {eight + ".comment=after", eight + ".status=initialize", eight + ".status=save",
-                "camera.motion.auto_patrol(0).status=save"});
+  expectEach(camera(), "",
+             {eight + ".comment=after", eight + ".status=initialize", eight + ".status=save",
+              "camera.motion.auto_patrol(0).status=save"},
+             k500);
   camera().flash("off");
   expect({{eight + ".comment", shows("before")},
           {eight + ".status", shows("registered")},
@@ -171,13 +171,14 @@ TEST_F(Motion, WhatCannotBeSavedIsUndone) {
 
 TEST_F(Motion, NothingChangesWithoutTheSequencer) {
   camera().tell("ptz down");
-  expectAnswer(
-      camera(), k500,
+  expectEach(
+      camera(), "",
       {"camera.motion.pan", "camera.motion.pan=s5", "camera.motion.pan=nonsense", "camera.motion.tilt.speed=5",
        "camera.motion.zoom", "camera.motion.zoom=x2", "camera.motion.abszoom", "camera.motion.clickoncenter=s1-s1",
        "camera.motion.position.speed=1", "camera.motion.auto_return.status=on", "camera.motion.auto_return.mode=home",
        "camera.motion.auto_patrol(0).position(1)=3", "camera.motion.auto_patrol(0).status=start",
-       "camera.position(9).status=save", "camera.position(0).status=initialize"});
+       "camera.position(9).status=save", "camera.position(0).status=initialize"},
+      k500);
   expect({{"camera.motion.position.speed", shows("100")},
           {"camera.motion.auto_return.status", shows("off")},
           {"camera.motion.auto_patrol(0).position(1)", shows("0")},

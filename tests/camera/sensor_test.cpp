@@ -17,12 +17,12 @@ class Sensor : public CameraTest {
       camera().tell(words);
   }
   /** What reached `who` meanwhile: `key` of its lines. */
-  static void expect(std::string_view who, std::string_view key, const std::vector<Case>& cases) {
+  static void expect(std::string_view who, std::string_view key, const std::vector<Step>& cases) {
     const auto told = [=] {
       if (who == "gpio") camera().tell("gpio show");
       return camera().journalFields(who, key);
     };
-    expectTold(camera(), told, cases);
+    expectSteps(camera(), "", cases, told);
   }
 };
 
@@ -46,8 +46,8 @@ TEST_F(Sensor, NameAndLamps) {
           {"camera.identify=on", k202, {"2"}},
           {"camera.identify=off", k202, {"3"}}});
   camera().tell("recorder down");
-  expectAnswer(camera(), k500, {"camera.stealth=on", "camera.identify=on"});
-  expectAnswer(camera(), shows("off"), {"camera.stealth", "camera.identify"});
+  expectEach(camera(), "", {"camera.stealth=on", "camera.identify=on"}, k500);
+  expectEach(camera(), "", {"camera.stealth", "camera.identify"}, shows("off"));
 }
 
 TEST_F(Sensor, StaticDefects) {
@@ -81,16 +81,16 @@ TEST_F(Sensor, StaticDefects) {
   for (const char* fault : {"down", "short", "early"}) {
     camera().tell(std::string("defect ") + fault);
     expectAnswers(camera(), {{adjust, shows("")}, {detail, shows("error")}});
-    expectAnswer(camera(), k500, {adjust + "=start", adjust + "=stop"});
+    expectEach(camera(), "", {adjust + "=start", adjust + "=stop"}, k500);
   }
   for (const char* word : {"off", "on"}) {
     expectAnswers(camera(), {{root + "status=" + word, k202}, {"camera.status=save", kOk}});
-    expectRows(camera(), "flash/sysconfig/camera.conf", {{"DEFECT_DETECT", word}});
+    expectRows(camera(), "flash/sysconfig/camera.conf", {"DEFECT_DETECT=" + std::string(word)});
   }
   camera().setRow("flash/sysconfig/camera.conf", "DEFECT_DETECT", "auto");
   ASSERT_TRUE(camera().reboot());
   expect("defect", "what", {{adjust, shows("error")}, {detail, shows("error")}, {adjust + "=start", k412}});
-  expectAnswer(camera(), k461, {"camera.defect_detect.dynamic.status=on"});
+  expectEach(camera(), "", {"camera.defect_detect.dynamic.status=on"}, k461);
 }
 
 TEST_F(Sensor, FixedPattern) {
@@ -106,9 +106,9 @@ TEST_F(Sensor, FixedPattern) {
           {path + "_detail", shows("adjusting"), {"fpn_status"}},
           {path + "=stop", kOk, {"fpn_status", "fpn_stop"}}});
   camera().tell("defect refuse for=fpn_start");
-  expectAnswer(camera(), k500, {path + "=start"});
+  expectEach(camera(), "", {path + "=start"}, k500);
   camera().tell("defect down");
-  expectAnswer(camera(), k500, {"camera.fpn.num", path + "=start", path + "=stop"});
+  expectEach(camera(), "", {"camera.fpn.num", path + "=start", path + "=stop"}, k500);
 }
 
 TEST_F(Sensor, IrisAndWhiteBalanceArea) {
@@ -123,7 +123,7 @@ TEST_F(Sensor, IrisAndWhiteBalanceArea) {
           {area + "=25-50-50-100", k202, {"42df011b02bf033604000000"}},
           {area + "=50-50-50-60", k451}});
   camera().tell("dsp fail=0x30,0x42,0x39");
-  expectAnswer(camera(), k500, {"camera.iris=0", area + "=0-0-1-1", "camera.iris.lenstype=lens1"});
+  expectEach(camera(), "", {"camera.iris=0", area + "=0-0-1-1", "camera.iris.lenstype=lens1"}, k500);
   expectAnswers(camera(), {{area, shows("479-539-959-1078")}});
 }
 
@@ -139,10 +139,10 @@ TEST_F(Sensor, Counters) {
             {leaf, shows("0"), {index}},
             {leaf + "=-1", below}});
     camera().tell("gpio down");
-    expectAnswer(camera(), k500, {leaf, leaf + "=1", leaf + "=reset"});
+    expectEach(camera(), "", {leaf, leaf + "=1", leaf + "=reset"}, k500);
     camera().tell("gpio up");
     camera().tell("gpio refuse");
-    expectAnswer(camera(), k500, {leaf});  // an answer counts only with its acknowledgement
+    expectEach(camera(), "", {leaf}, k500);  // an answer counts only with its acknowledgement
     camera().tell("gpio up");
   }
 }
@@ -164,10 +164,10 @@ TEST_F(Sensor, RegistersAndRawFrames) {
           {"camera.scp_get=FEE", k457}});
   for (const auto& [leaf, shown] : {std::pair{"deviceid", "255"}, {"address", "65535"}})
     expectAnswers(camera(), {{root + leaf, shows(shown), UserClass::kDebug}});
-  expectAnswer(camera(), k457, {"camera.scp_get"});
+  expectEach(camera(), "", {"camera.scp_get"}, k457);
   camera().tell("dsp fail=0x18,0x1a,0xfe");
-  expectAnswer(camera(), k500,
-               {root + "deviceid=1", root + "data", root + "data=1", "camera.scp_set=fe01", "camera.scp_get=fe"});
+  expectEach(camera(), "",
+             {root + "deviceid=1", root + "data", root + "data=1", "camera.scp_set=fe01", "camera.scp_get=fe"}, k500);
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "network/LiveNetwork.h"
-#include "network/NtpAction.h"
 #include "service/CTmxdNetworkUtility.h"
 
 namespace {
@@ -96,22 +95,6 @@ TEST(LiveNetwork, ADeviceThatIsNotThereHasNothing) {
                                   getLinkSpeed("none0"), getIPv6Address("none0", 1, kScopeLink), getMacAddress("lo")})
     EXPECT_EQ(text, "");
   EXPECT_EQ(getIpAddress("lo"), "127.0.0.1");
-}
-
-TEST(NtpAction, EveryState) {
-  using enum NtpAction;
-  // Without a change the status is not switched either; the rest as on / server: no no, no yes, yes no, yes yes.
-  const struct {
-    bool isChanged;
-    bool isSwitched;
-    NtpAction actions[4];
-  } cases[] = {{true, true, {Stop, Stop, Nothing, Start}},
-               {true, false, {Nothing, Nothing, Stop, Start}},
-               {false, false, {Nothing, Nothing, Synchronise, Synchronise}}};
-  for (const auto& c : cases) {
-    for (int i = 0; i < 4; ++i)
-      EXPECT_EQ(ntpAction({c.isChanged, c.isSwitched, i >= 2, i % 2 == 1}), c.actions[i]) << c.isSwitched << i;
-  }
 }
 
 }  // namespace
