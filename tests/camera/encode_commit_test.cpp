@@ -228,7 +228,7 @@ TEST_F(CommitTest, WhatOutlivesAFailure) {
 
 TEST_F(CommitTest, AFileThatCannotBeWrittenKeepsTheStage) {
   stage("encode(1).bitrate=400000");
-  camera().flash("fail=1");
+  camera().flash("fail=1:EIO");
   commit("", k500);
   camera().flash("off");
   EXPECT_TRUE(camera().isLogged("Encode: Cannot be write userdata"));

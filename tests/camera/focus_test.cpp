@@ -377,8 +377,7 @@ bool comesToRest(const Camera& camera, const std::string& filter = {}) {
   return eventually([&] {
     const Texts reports = camera.journalFields("gpio", "text");
     if (!filter.empty() && std::ranges::find(reports, move) == reports.end()) return false;
-    camera.tell("gpio show");
-    const std::string state = camera.read("sandbox-output");
+    const std::string state = camera.tell("gpio show");
     return Camera::field(state, "drive") == "idle" && Camera::field(state, "waiting") == "0";
   });
 }
