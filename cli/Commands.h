@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/Description.h"
 #include "cli/Session.h"
 
 namespace tmx {
@@ -23,10 +24,10 @@ using Arguments = std::vector<std::string>;
 
 [[nodiscard]] int runDump(const Session& session, const Arguments& arguments);
 [[nodiscard]] int runLoad(const Session& session, const Arguments& arguments);
+[[nodiscard]] int runDiff(const Session& session, const Arguments& arguments);
+/** Prints what a word of a command line can become, a line each, for the completions of shells. */
+[[nodiscard]] int runComplete(const Session& session, const Arguments& arguments);
 [[nodiscard]] int runWatch(const Session& session, const Arguments& arguments);
-
-/** Sends writes and reads, prints the answers, shows or runs the commits that the writes wait for. */
-[[nodiscard]] int sendItems(const Session& session, const std::vector<Item>& items);
 
 /** Says what is wrong with the command line. */
 [[nodiscard]] int usageError(const std::string& message);

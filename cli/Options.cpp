@@ -35,14 +35,15 @@ bool parseSeconds(const char* option, const char* text, std::chrono::millisecond
   return false;
 }
 
-enum LongOnly : int { kAs = 1000, kJson };
+enum LongOnly : int { kAs = 1000, kJson, kDryRun };
 
-const std::array<option, 11> kLongOptions = {{
+const std::array<option, 12> kLongOptions = {{
     {"socket", required_argument, nullptr, 's'},
     {"timeout", required_argument, nullptr, 't'},
     {"interval", required_argument, nullptr, 'i'},
     {"as", required_argument, nullptr, kAs},
     {"json", no_argument, nullptr, kJson},
+    {"dry-run", no_argument, nullptr, kDryRun},
     {"quiet", no_argument, nullptr, 'q'},
     {"raw", no_argument, nullptr, 'r'},
     {"commit", no_argument, nullptr, 'c'},
@@ -61,7 +62,11 @@ bool takeOption(int option, const char* argument, Options& options) {
       return parseSeconds("--timeout", argument, options.timeout);
     case 'i':
       return parseSeconds("--interval", argument, options.interval);
+    case kDryRun:
+      options.isDryRun = true;
+      return true;
     case kAs:
+      options.isUserGiven = true;
       return parseUser(argument, options.user);
     case kJson:
       options.isJson = true;

@@ -21,6 +21,7 @@ struct Options {
   std::string program;  ///< as it was called
   std::string socket;   ///< -s, else $TMX_SOCKET, else "/tmp/request"
   bool isSocketGiven = false;
+  bool isUserGiven = false;
   UserClass user = UserClass::kAdmin;
   std::chrono::milliseconds timeout{30'000};
   std::chrono::milliseconds interval{1'000};  ///< between two polls of watch
@@ -28,6 +29,7 @@ struct Options {
   bool isJson = false;
   bool isRaw = false;     ///< values are shown and sent in their form on the wire
   bool isCommit = false;  ///< accepted writes are committed at once
+  bool isDryRun = false;  ///< load tells what it would do
   bool wantsHelp = false;
   bool wantsVersion = false;
   std::vector<std::string> arguments;  ///< the command, if one is named, and what follows

@@ -1,8 +1,6 @@
 #include "cli/Session.h"
 
 #include <cstdio>
-#include <fstream>
-#include <iterator>
 
 namespace tmx {
 
@@ -23,21 +21,6 @@ int Session::run(const std::vector<Item>& items, const AnswerSink& sink) const {
     sink(answers);
   }
   return result;
-}
-
-bool Session::loadList(ApiList& list) const {
-  const std::size_t slash = m_client.socket().rfind('/');
-  const std::string folder = slash == std::string::npos ? "" : m_client.socket().substr(0, slash + 1);
-  const std::string path = folder + "api_list.txt";
-  std::ifstream file(path, std::ios::binary);
-  if (file) list = ApiList::parse(std::string(std::istreambuf_iterator<char>(file), {}));
-  if (!list.nodes().empty()) return true;
-  std::fprintf(stderr,
-               "tmxctl: there is no list of the parameters in %s\n"
-               "The daemon writes it in its list mode, while no other daemon runs. Type on the camera:\n"
-               "  killall tmxd; sleep 2; tmxd all_api; while pidof tmxd; do sleep 1; done; tmxd\n",
-               path.c_str());
-  return false;
 }
 
 std::string Session::shown(const std::string& wire) const { return m_options.isRaw ? wire : unescapeValue(wire); }

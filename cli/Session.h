@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "cli/ApiList.h"
 #include "cli/Client.h"
 #include "cli/Item.h"
 #include "cli/Options.h"
@@ -28,18 +27,16 @@ class Session {
    */
   [[nodiscard]] int run(const std::vector<Item>& items, const AnswerSink& sink) const;
 
-  /** Reads the daemon's list of its tree; says on standard error how to make it when it is not there. */
-  [[nodiscard]] bool loadList(ApiList& list) const;
-
   [[nodiscard]] const Options& options() const { return m_options; }
 
   /** A value of the daemon's as the user shall see it, and the reverse. */
   [[nodiscard]] std::string shown(const std::string& wire) const;
   [[nodiscard]] std::string sent(std::string_view typed) const;
 
- private:
+  /** Whether the daemon can take each of the items; says on standard error which one it cannot. */
   [[nodiscard]] bool isSendable(const std::vector<Item>& items) const;
 
+ private:
   const Options& m_options;
   Client m_client;
 };

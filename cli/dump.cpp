@@ -1,23 +1,12 @@
 #include <cstdio>
-#include <fstream>
-#include <iostream>
 #include <optional>
 #include <string_view>
 
-#include "cli/Catalogue.h"
 #include "cli/Commands.h"
 #include "cli/Json.h"
 
 namespace tmx {
 namespace {
-
-/** Whether the class may read and write the leaf; the two classes that are not tested may do whatever it can. */
-bool isReadWrite(const ApiNode& node, UserClass user) {
-  if (node.permission.size() != 6) return false;
-  const auto column = static_cast<std::size_t>(user) * 2;
-  if (column < 6) return node.permission[column] == 'R' && node.permission[column + 1] == 'W';
-  return node.permission.find('R') != std::string::npos && node.permission.find('W') != std::string::npos;
-}
 
 /** Whether the path, with its selectors, lies at or below the one that was asked for. */
 bool isBelow(std::string_view path, std::string_view asked) {
@@ -27,14 +16,14 @@ bool isBelow(std::string_view path, std::string_view asked) {
 }
 
 /** The nodes with every one behind those below it. */
-std::vector<ApiNode> childrenFirst(const std::vector<ApiNode>& nodes) {
-  std::vector<ApiNode> ordered;
-  std::vector<ApiNode> open;
+std::vector<Node> childrenFirst(const std::vector<Node>& nodes) {
+  std::vector<Node> ordered;
+  std::vector<Node> open;
   const auto closeDownTo = [&](std::size_t depth) {
     for (; !open.empty() && open.back().depth >= depth; open.pop_back())
       ordered.push_back(open.back());
   };
-  for (const ApiNode& node : nodes) {
+  for (const Node& node : nodes) {
     closeDownTo(node.depth);
     open.push_back(node);
   }
@@ -43,11 +32,12 @@ std::vector<ApiNode> childrenFirst(const std::vector<ApiNode>& nodes) {
 }
 
 /** Writing a gain by hand ends an automatic mode, so the mode, which stands above the gain, has to be loaded last. */
-std::vector<Item> settingsBelow(const ApiList& list, const std::string& path, UserClass user) {
+std::vector<Item> settingsBelow(const Description& description, const std::string& path, UserClass user) {
   std::vector<Item> items;
-  for (const ApiNode& node : childrenFirst(list.below(path, false))) {
-    if (!isReadWrite(node, user) || !isSetting(node.path)) continue;
-    for (const std::string& full : expandSelectors(node.path)) {
+  for (const Node& node : childrenFirst(description.below(path))) {
+    if (node.parameter == nullptr || !node.parameter->value("setting", false)) continue;
+    if (!mayRead(*node.parameter, user) || !mayWrite(*node.parameter, user)) continue;
+    for (const std::string& full : expandSelectors(*node.parameter)) {
       if (isBelow(full, path)) items.push_back(Item::read(full));
     }
   }
@@ -63,30 +53,14 @@ void printSetting(const Session& session, const Answer& answer) {
   }
 }
 
-/** Reads the lines of a dump. Empty lines and those that begin with "#" say nothing. */
-bool readItems(std::istream& file, const char* name, const Session& session, std::vector<Item>& items) {
-  std::string line;
-  for (int number = 1; std::getline(file, line); ++number) {
-    if (line.ends_with('\r')) line.pop_back();
-    if (line.empty() || line.front() == '#') continue;
-    const std::size_t equals = line.find('=');
-    if (equals == 0 || equals == std::string::npos) {
-      std::fprintf(stderr, "tmxctl: %s:%d: not of the form PATH=VALUE\n", name, number);
-      return false;
-    }
-    items.push_back(Item::write(line.substr(0, equals), session.sent(std::string_view(line).substr(equals + 1))));
-  }
-  return true;
-}
-
 }  // namespace
 
 int runDump(const Session& session, const Arguments& arguments) {
   if (arguments.size() > 1) return usageError("one PATH at most");
   const std::string path = arguments.empty() ? std::string() : arguments.front();
-  ApiList list;
-  if (!session.loadList(list)) return kExitRefused;
-  const std::vector<Item> items = settingsBelow(list, path, session.options().user);
+  const std::optional<Description> description = Description::load();
+  if (!description) return kExitRefused;
+  const std::vector<Item> items = settingsBelow(*description, path, session.options().user);
   if (items.empty()) {
     std::fprintf(stderr, "tmxctl: there is no setting at \"%s\"\n", path.c_str());
     return kExitRefused;
@@ -106,20 +80,6 @@ int runDump(const Session& session, const Arguments& arguments) {
   });
   // Which selectors and features this camera has is known to the daemon alone, so single refusals are no failure.
   return result == kExitRefused && hasValues ? kExitOk : result;
-}
-
-int runLoad(const Session& session, const Arguments& arguments) {
-  if (arguments.size() != 1) return usageError("load takes one FILE, or \"-\" for standard input");
-  const char* name = arguments.front().c_str();
-  std::vector<Item> items;
-  if (arguments.front() == "-") {
-    if (!readItems(std::cin, "standard input", session, items)) return kExitUsage;
-  } else {
-    std::ifstream file(arguments.front());
-    if (!file) return usageError(arguments.front() + ": cannot be opened");
-    if (!readItems(file, name, session, items)) return kExitUsage;
-  }
-  return sendItems(session, items);
 }
 
 }  // namespace tmx

@@ -19,14 +19,18 @@ Commands:
   set PATH=VALUE…   write parameters; an empty VALUE is sent as "%00"
   list [PATH]       permissions and paths of all parameters, or of those below PATH
   tree [PATH]       the same as a tree
-  show PATH…        who may read and write a parameter, and the class that serves it
+  show PATH…        what a parameter is and takes, when it is in force, and who may read and write it;
+                    with --as also whether that class may here and now, and why not
   dump [PATH]       all settings as lines PATH=VALUE
-  load FILE         write the lines of a dump; FILE is "-" for standard input
+  load FILE         write the lines of a dump, the encoders' first, and count them; FILE is "-" for standard input
+  diff FILE [FILE]  what differs between a dump and the camera, or another dump
   watch PATH…       read again and again, print what changes; ends on Ctrl-C
 
 Options:
   --as CLASS           admin (default), operator, user, onvif or debug
-  -c, --commit         when all writes were accepted, run the commits that they wait for
+  -c, --commit         when all writes were accepted, run the commits that they wait for, restarts last
+      --dry-run        load writes nothing; it tells for each line whether it would change something, and
+                       whether the camera takes it
   -i, --interval SEC   time between two reads of watch (default 1)
   --json               answers as JSON
   -q, --quiet          values only; refusals go to standard error
@@ -49,8 +53,9 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {"get", tmx::runGet},   {"set", tmx::runSet},   {"list", tmx::runList}, {"tree", tmx::runTree},
-    {"show", tmx::runShow}, {"dump", tmx::runDump}, {"load", tmx::runLoad}, {"watch", tmx::runWatch},
+    {"get", tmx::runGet},     {"set", tmx::runSet},           {"list", tmx::runList}, {"tree", tmx::runTree},
+    {"show", tmx::runShow},   {"dump", tmx::runDump},         {"load", tmx::runLoad}, {"diff", tmx::runDiff},
+    {"watch", tmx::runWatch}, {"complete", tmx::runComplete},
 };
 
 }  // namespace

@@ -1,50 +1,38 @@
-# Completion of tmxctl for bash. The paths come from the daemon's own list, read through "tmxctl list -q".
-# A path with a selector is completed when it stands in quotes: tmxctl 'network.destination(2).h<TAB>
-
-_tmxctl_paths() {
-  local current=$1 options=("${@:2}") bare front typed path layer
-  # The list knows no selectors: look up without them, and keep what was typed in front of the last layer.
-  bare=$(sed 's/([^)]*)//g' <<<"$current")
-  front=${current%"${current##*.}"}
-  typed=${bare##*.}
-  while IFS= read -r path; do
-    [[ $path == "$bare"* ]] || continue
-    layer=${path:$((${#bare} - ${#typed}))}
-    [[ $layer == *.* ]] && layer=${layer%%.*}.
-    [[ ${COMPREPLY[*]: -1} == "$front$layer" ]] || COMPREPLY+=("$front$layer")
-  done < <(tmxctl "${options[@]}" list -q 2>/dev/null)
-  compopt -o nospace 2>/dev/null
-}
+# Completion of tmxctl for bash; "tmxctl complete" knows paths, selectors and values. A path with a selector is completed
+# when it stands in quotes: tmxctl 'network.destination(2).h<TAB>
 
 _tmxctl() {
-  local previous=$3 i command="" options=()
-  local commands="get set list tree show dump load watch"
-  local flags="--as --commit --interval --json --quiet --raw --socket --timeout --help --version"
+  local previous=$3 i command=""
+  local commands="get set list tree show dump load diff watch"
+  local flags="--as --commit --dry-run --interval --json --quiet --raw --socket --timeout --help --version"
   # bash ends words at "=" and "(" too; here a word is what stands between two blanks.
   local line=${COMP_LINE:0:COMP_POINT}
-  local current=${line##*[[:space:]]}
-  current=${current#[\"\']}
+  local word=${line##*[[:space:]]} quote=""
+  [[ $word != [\"\']* ]] || quote=${word:0:1}
+  word=${word#"$quote"}
   COMPREPLY=()
 
   for ((i = 1; i < COMP_CWORD; i++)); do
     case ${COMP_WORDS[i]} in
-      -s | --socket) options=(-s "${COMP_WORDS[i + 1]}") ;;
-      get | set | list | tree | show | dump | load | watch) command=${COMP_WORDS[i]} ;;
+      get | set | list | tree | show | dump | load | diff | watch) command=${COMP_WORDS[i]} ;;
     esac
   done
 
   case $previous in
-    --as) mapfile -t COMPREPLY < <(compgen -W "admin operator user onvif debug" -- "$current") ;;
-    -s | --socket) mapfile -t COMPREPLY < <(compgen -f -- "$current") ;;
+    --as) mapfile -t COMPREPLY < <(compgen -W "admin operator user onvif debug" -- "$word") ;;
+    -s | --socket) mapfile -t COMPREPLY < <(compgen -f -- "$word") ;;
     -t | --timeout | -i | --interval) ;;
     *)
-      if [[ $current == -* ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "$flags" -- "$current")
-      elif [[ $command == load ]]; then
-        mapfile -t COMPREPLY < <(compgen -f -- "$current")
-      elif [[ $current != *=* ]]; then
-        [[ -n $command ]] || mapfile -t COMPREPLY < <(compgen -W "$commands" -- "$current")
-        _tmxctl_paths "$current" "${options[@]}"
+      if [[ $word == -* ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "$flags" -- "$word")
+      elif [[ $command == load || $command == diff ]]; then
+        mapfile -t COMPREPLY < <(compgen -f -- "$word")
+      else
+        [[ -n $command || -n $quote ]] || mapfile -t COMPREPLY < <(compgen -W "$commands" -- "$word")
+        mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY < <(tmxctl complete -- "$word" 2>/dev/null)
+        # Without a quote bash puts the answer behind the last "=" only.
+        if [[ -z $quote && $word == *=* ]]; then COMPREPLY=("${COMPREPLY[@]#"${word%=*}="}"); fi
+        compopt -o nospace 2>/dev/null
       fi
       ;;
   esac

@@ -19,7 +19,41 @@ struct Row {
 };
 using Rows = std::vector<Row>;
 
-#define FACTORY_ROW(key, value) Row{#key, value},
+/**
+ * Where the camera leaves the factory with another value than the built-in one, which heals a file but which the
+ * parameter of the row refuses. A scene's keys are those of the camera's working copy too.
+ */
+constexpr Row factoryValues[] = {
+    {"HOSTNAME", "kt-a10-30"},
+    {"DNS_IP", "192.168.0.1"},  // without a server each start removes the resolver's file, there or not
+    {"DETECT_STATUS", "off"},
+    {"DETECT_AREA", "0000000000000000000000000000000000"},
+    {"TAMP_DETECT_STATUS", "off"},
+    {"TAMP_DETECT_TEMPO", "5"},
+    {"WBAREAH2", "1918"},
+    {"WBAREAV2", "1078"},
+    {"COMMENT2", "General"},  // the name of the scene in force
+    {"SHUTTER", "auto"},
+    {"EASY_DAY_NIGHT", "color"},
+    {"BRIGHTNESS", "autoM"},
+    {"WHITE_BALANCE", "autoW"},
+    {"BLC", "off"},
+    {"LUMX", "off"},
+    {"ET_LUMX_GAIN", "1"},
+    {"CBR_MODE", "vfs"},
+    {"APPLICATION_FTP_HOST", "192.168.0.1"},
+    {"APPLICATION_SMTP_HOST", "192.168.0.1"},
+    {"APPLICATION_POP_HOST", "192.168.0.1"},
+    {"APPLICATION_OBJECT_FRAMERATE", "5"},  // the encoder's, above which it cannot be
+    {"EVENT_TRIGGER", "pin1=make"},
+};
+
+constexpr std::string_view factoryValue(std::string_view key, std::string_view builtIn) {
+  const auto* const row = std::ranges::find(factoryValues, key, &Row::key);
+  return row == std::end(factoryValues) ? builtIn : row->value;
+}
+
+#define FACTORY_ROW(key, value) Row{#key, factoryValue(#key, value)},
 #define FACTORY_ROWS(family) \
   Rows { TMX_ROWS_##family(FACTORY_ROW) }
 
@@ -31,7 +65,7 @@ struct Channel {
   std::string_view status, frameSize, quality;
 };
 constexpr std::array<Channel, 3> channels{
-    {{"on", "1920x1080", "320k"}, {"off", "1280x720", "180k"}, {"off", "640x360", "80k"}}};
+    {{"on", "1920x1080", "320"}, {"off", "1280x720", "180"}, {"off", "640x360", "80"}}};
 
 constexpr int applications = 10;
 constexpr int events = 10;
@@ -62,6 +96,14 @@ Rows encoder(std::size_t channel) {
   rows[encode_row::ENC_STATUS].value = channels.at(channel).status;
   rows[encode_row::FRAME_SIZE].value = channels.at(channel).frameSize;
   rows[encode_row::QUALITY].value = channels.at(channel).quality;
+  return rows;
+}
+
+/** A rule that is off; its filters, once they are on, hold all day. */
+Rows event() {
+  Rows rows = FACTORY_ROWS(EVENT);
+  for (std::size_t day = event_row::FILTER_TIME1; day <= event_row::FILTER_TIME7; ++day)
+    rows[day].value = "000000-240000";
   return rows;
 }
 
@@ -125,7 +167,7 @@ void writeSettings(const Path& factory, const Path& sysinfo) {
     writeNumbered(folder, "application/application%d.conf", number, FACTORY_ROWS(APPLICATION));
   }
   for (int number = 0; number < events; ++number) {
-    writeNumbered(folder, "event/event%d.conf", number, FACTORY_ROWS(EVENT));
+    writeNumbered(folder, "event/event%d.conf", number, event());
   }
   for (int number = 0; number < positions; ++number) {
     writeNumbered(folder, "position/%d.conf", number, position(number));

@@ -50,7 +50,7 @@ constexpr const char* webServer =
     "server.modules = (\"mod_auth\", \"mod_authn_file\", \"mod_openssl\")\n"
     "server.document-root = \"/var/www/\"\n"
     "server.pid-file = \"/var/run/lighttpd.pid\"\n"
-    "server.errorlog-use-syslog = \"enable\"\n"
+    "server.errorlog = \"/var/log/lighttpd.log\"\n"  // in the syslog each of its lines would be an error
     "index-file.names = (\"index.html\")\n"
     "mimetype.assign = (\".html\" => \"text/html\")\n"
     "include \"lighttpd-inc.conf\"\n"

@@ -17,6 +17,9 @@ constexpr auto names = std::to_array<std::pair<std::string_view, Fault::Kind>>({
     {"slow", Fault::Kind::slow},
     {"early", Fault::Kind::early},
     {"leave", Fault::Kind::leave},
+    {"endless", Fault::Kind::endless},
+    {"huge", Fault::Kind::huge},
+    {"drip", Fault::Kind::drip},
 });
 
 const auto* findName(std::string_view word) {
@@ -42,7 +45,9 @@ std::optional<Fault> parseFault(const Words& words) {
       return std::nullopt;
     }
   }
-  if (fault.kind == Fault::Kind::slow && fault.number.value_or(-1) < 0) return std::nullopt;
+  if (fault.kind == Fault::Kind::drip && !fault.number) fault.number = 1000;
+  const bool isTimed = fault.kind == Fault::Kind::slow || fault.kind == Fault::Kind::drip;
+  if (isTimed && fault.number.value_or(-1) < 0) return std::nullopt;
   return fault;
 }
 

@@ -20,7 +20,10 @@ struct Fault {
     refuse,   // the protocol's own refusal; the number means what the neighbour makes of it
     slow,     // answers after so many milliseconds
     early,    // closes a connection as soon as it is there
-    leave     // answers, and is gone for whoever comes next
+    leave,    // answers, and is gone for whoever comes next
+    endless,  // answers, and goes on sending the same answer until the client has gone
+    huge,     // every byte of the answer, a length's too, has all bits set, and more of them follow without end
+    drip      // sends the answer byte by byte, each so many milliseconds behind the last, 1000 by itself
   };
 
   Kind kind = Kind::none;

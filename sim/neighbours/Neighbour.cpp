@@ -13,6 +13,8 @@ namespace {
 
 /** No request of any neighbour is longer; a connection that holds more is not one of theirs. */
 constexpr std::size_t largestRequest = 8192;
+/** How many bytes of a flood are handed over with one call. */
+constexpr std::size_t floodedAtOnce = 65536;
 
 /** A packet of a thousand bytes is mostly zeros behind its text; the journal leaves them out. */
 std::string_view withoutPadding(std::string_view request) {
@@ -153,7 +155,35 @@ bool Neighbour::deliver(unsigned id, Fault::Kind fault, std::string reply) {
     if (send(id, reply.substr(0, reply.size() / 2))) drop(id);
     return false;
   }
+  if (fault == Fault::Kind::drip) {
+    drip(id, reply);
+    return true;
+  }
+  if (fault == Fault::Kind::huge) reply.assign(reply.size(), '\xff');
+  if (fault == Fault::Kind::huge || fault == Fault::Kind::endless) {
+    while (reply.size() < floodedAtOnce)
+      reply += reply;
+    flood(id, reply);
+    return true;
+  }
   return send(id, fault == Fault::Kind::garbage ? garbled(std::move(reply)) : reply);
+}
+
+void Neighbour::drip(unsigned id, const std::string& bytes) {
+  if (bytes.empty() || !send(id, bytes.substr(0, 1))) return;
+  m_loop.after(std::chrono::milliseconds(m_fault.number.value_or(0)),
+               [this, id, rest = bytes.substr(1)] { drip(id, rest); });
+}
+
+void Neighbour::flood(unsigned id, const std::string& bytes) {
+  constexpr std::chrono::milliseconds pause(1);
+  const auto client = m_clients.find(id);
+  if (client == m_clients.end()) return;
+  const ssize_t sent = ::send(client->second.socket.number(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
+  if (sent < 0 && errno != EAGAIN) return drop(id);
+  // What the client has not taken comes first the next time.
+  const std::size_t taken = sent < 0 ? 0 : static_cast<std::size_t>(sent);
+  m_loop.after(pause, [this, id, rest = bytes.substr(taken) + bytes.substr(0, taken)] { flood(id, rest); });
 }
 
 bool Neighbour::send(unsigned id, const std::string& bytes) {

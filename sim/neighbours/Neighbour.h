@@ -91,6 +91,9 @@ class Neighbour {
   bool exchange(unsigned id, const std::string& request);
   bool deliver(unsigned id, Fault::Kind fault, std::string reply);
   bool send(unsigned id, const std::string& bytes);
+  void drip(unsigned id, const std::string& bytes);
+  /** Sends that again and again, as fast as the client takes it, until it has gone. */
+  void flood(unsigned id, const std::string& bytes);
   void drop(unsigned id);
   [[nodiscard]] std::string garbled(std::string reply);
   [[nodiscard]] std::string showLine() const;

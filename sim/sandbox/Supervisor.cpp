@@ -10,6 +10,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -85,8 +86,8 @@ void Supervisor::serve(Fd progress) {
     progress = Fd();
     writeFile(m_home.run("init.pid"), std::to_string(init) + "\n");
     writeFile(m_home.run("boots"), std::to_string(boots) + "\n");
-    const Event event = wait(init);
-    end(init, event);
+    const Event event = end(init, wait(init));
+    m_home.settle(event != Event::Cut);
     if (event != Event::Reboot) _exit(0);
   }
 }
@@ -125,40 +126,32 @@ Supervisor::Event Supervisor::wait(pid_t init) {
   while (true) {
     std::array<pollfd, 2> events{{{ended.get(), POLLIN, 0}, {m_power.get(), POLLIN, 0}}};
     if (poll(events.data(), events.size(), -1) < 0) continue;
-    std::array<char, 256> words{};
-    const ssize_t size = read(m_power.get(), words.data(), words.size());
-    const std::string text(words.data(), size > 0 ? static_cast<std::size_t>(size) : 0);
-    // Of several wishes at once the strongest counts: a cut spares nothing.
-    if (text.find("cut") != std::string::npos) return Event::Cut;
-    if (text.find("down") != std::string::npos) return Event::Down;
-    if (text.find("reboot") != std::string::npos) return Event::Reboot;
-    if (events[0].revents != 0) return Event::Ended;
+    const Event event = asked();
+    if (event != Event::Ended || events[0].revents != 0) return event;
   }
 }
 
-void Supervisor::end(pid_t init, Event event) {
-  const bool isOrderly = event == Event::Down || event == Event::Reboot;
-  if (isOrderly) kill(init, SIGTERM);
-  if (!isOrderly || !ends(init, orderlyMilliseconds)) {
-    kill(init, SIGKILL);
-    // The first process of a pid namespace is gone only when all the others are.
-    waitpid(init, nullptr, 0);
-  }
-  m_home.settle(event != Event::Cut);
+Supervisor::Event Supervisor::asked() const {
+  std::array<char, 256> words{};
+  const ssize_t size = read(m_power.get(), words.data(), words.size());
+  const std::string text(words.data(), size > 0 ? static_cast<std::size_t>(size) : 0);
+  if (text.find("cut") != std::string::npos) return Event::Cut;
+  if (text.find("down") != std::string::npos) return Event::Down;
+  return text.find("reboot") != std::string::npos ? Event::Reboot : Event::Ended;
 }
 
-/** Meanwhile the power may still be cut. */
-bool Supervisor::ends(pid_t init, int milliseconds) const {
-  for (int waited = 0; waited < milliseconds; waited += tickMilliseconds) {
-    if (waitpid(init, nullptr, WNOHANG) == init) return true;
+Supervisor::Event Supervisor::end(pid_t init, Event event) {
+  for (int waited = 0; event != Event::Ended && event != Event::Cut && waited < orderlyMilliseconds;
+       waited += tickMilliseconds) {
+    kill(init, SIGTERM);  // again and again: one that has only begun to boot does not hear it yet
+    if (waitpid(init, nullptr, WNOHANG) == init) return event;
     pollfd power{m_power.get(), POLLIN, 0};
-    std::array<char, 256> words{};
-    if (poll(&power, 1, tickMilliseconds) > 0 && read(m_power.get(), words.data(), words.size()) > 0 &&
-        std::string(words.data()).find("cut") != std::string::npos) {
-      return false;
-    }
+    if (poll(&power, 1, tickMilliseconds) > 0) event = std::max(event, asked());
   }
-  return false;
+  kill(init, SIGKILL);
+  // The first process of a pid namespace is gone only when all the others are.
+  waitpid(init, nullptr, 0);
+  return event;
 }
 
 }  // namespace sim

@@ -27,14 +27,17 @@ class Supervisor {
   [[nodiscard]] static int ask(const Home& home, const std::string& word);
 
  private:
-  enum class Event { Ended, Down, Reboot, Cut };
+  /** In the order of their strength: of several wishes the strongest counts, and a cut spares nothing. */
+  enum class Event { Ended, Reboot, Down, Cut };
 
   [[noreturn]] void serve(Fd progress);
   [[nodiscard]] pid_t boot(Fd progress);
   [[noreturn]] void beInit(Fd progress, uid_t user, gid_t group);
   [[nodiscard]] Event wait(pid_t init);
-  void end(pid_t init, Event event);
-  [[nodiscard]] bool ends(pid_t init, int milliseconds) const;
+  /** Carries the event out; a stronger one that is asked for meanwhile takes its place and is the result. */
+  [[nodiscard]] Event end(pid_t init, Event event);
+  /** The strongest of the wishes that have come, Ended without one. */
+  [[nodiscard]] Event asked() const;
 
   const Options& m_options;
   const Home& m_home;

@@ -40,6 +40,7 @@ struct CAudioplay::CName : CApplicationApiBase {
       .place = {application_row::APPLICATION_AUDIO_FILENAME_1, locate},
       .act = act,
       .fetch = fetch,
+      .keeps = Keeps::ByAct,
       .shows = {.escaped = true},
   };
 };

@@ -13,7 +13,7 @@ namespace Application {
  */
 struct CEvent : CApplicationApiBase {
   static constexpr size_t kLayer = 1;
-  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 10}};
+  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 10}, .without = "1"};
   struct CFilter;
   struct CStatus;
   struct CTrigger;
@@ -22,6 +22,19 @@ struct CEvent : CApplicationApiBase {
 
 inline constexpr Hint kRestartEvent{
     .layer = "application.event", .command = ".status=restart", .selector = CEvent::kLayer};
+
+/** Of what the recorder has heard and follows already. */
+inline constexpr Hint kStoreEvent = [] {
+  Hint hint = kRestartEvent;
+  hint.brings = Brings::ToFlash;
+  return hint;
+}();
+/** Of the switch of the rule, whose answer does not name it. */
+inline constexpr Hint kStoreEventSilently = [] {
+  Hint hint = kStoreEvent;
+  hint.isTold = false;
+  return hint;
+}();
 
 /** What the recorder adds to an id for the rule of a path. */
 [[nodiscard]] uint32_t ofEvent(const Selectors& selectors);
@@ -37,6 +50,7 @@ struct CEvent::CStatus : CApplicationApiBase {
       .place = {event_row::EVENT_STATUS, tableOf<kLayer, 1>},
       .peer = peer::recorderNumber(0x210100, ofEvent),
       .keeps = Keeps::ConfigInMemory,
+      .answers = kStoreEventSilently,
   };
 };
 
@@ -86,7 +100,7 @@ constexpr Rule filterItem(const Words& words, event_row::Row sunday, uint32_t id
       .place = {sunday, inDay},
       .peer = peer::recorderNumber(id, ofDay),
       .keeps = Keeps::InMemory,
-      .answers = kRestartEvent,
+      .answers = kStoreEvent,
   };
 }
 
@@ -103,11 +117,11 @@ struct CEvent::CFilter::CTime : CApplicationApiBase {
   static int32_t check(Request& request);
   static int32_t act(Request& request);
   static constexpr Rule rule{
-      .accepts = Test{check},
+      .accepts = Test{check, {"HHMMSS-HHMMSS, the beginning not behind the end", "080000-180000", "240000-250000 x"}},
       .place = {event_row::FILTER_TIME1, inDay},
       .act = act,
       .keeps = Keeps::InMemory,
-      .answers = kRestartEvent,
+      .answers = kStoreEvent,
   };
 };
 

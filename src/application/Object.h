@@ -15,7 +15,7 @@ namespace Application {
  */
 struct CObject : CApplicationApiBase {
   static constexpr size_t kLayer = 1;
-  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 10}};
+  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 10}, .without = "1"};
   struct COverwrite;
   struct CSource;
   struct CFramesize;
@@ -40,14 +40,19 @@ constexpr Rule objectItem(const Accepts& accepts, application_row::Row row, uint
 /** "encode(2)". */
 struct CObject::CSource : CApplicationApiBase {
   static int32_t check(Request& request);
-  static constexpr Rule rule = objectItem(Test{check}, application_row::APPLICATION_OBJECT_SOURCE, 0x250100);
+  static constexpr Rule rule =
+      objectItem(Test{check, {"encode(1), encode(2) or encode(3)", "encode(2) encode(1)", "x"}},
+                 application_row::APPLICATION_OBJECT_SOURCE, 0x250100);
 };
 
 /** The size of the source's pictures, which cannot be set here. */
 struct CObject::CFramesize : CApplicationApiBase {
   static int32_t act(Request& request);
   static int32_t fetch(const Request& request, std::string& text);
-  static constexpr Rule rule{.accepts = Text{}, .act = act, .fetch = fetch};
+  static constexpr Rule rule{
+      .accepts = Text{.form = {"the frame size of the source, if it has one here", "", "x", status::kInternalError}},
+      .act = act,
+      .fetch = fetch};
 };
 
 /**
@@ -59,7 +64,9 @@ struct CObject::CFramerate : CApplicationApiBase {
   static int32_t act(Request& request);
   static int32_t fetch(const Request& request, std::string& text);
   static constexpr Rule rule{
-      .accepts = Test{check},
+      .accepts =
+          Test{check,
+               {"frames a second, or -k for one every k seconds, at most as many as the source encodes", "1 -5", "x"}},
       .place = {application_row::APPLICATION_OBJECT_FRAMERATE, tableOf<kLayer, 1>},
       .act = act,
       .fetch = fetch,
@@ -73,7 +80,9 @@ struct CObject::CFramerate : CApplicationApiBase {
 /** The rule of one of the two; `other` is the row of the other one. */
 template <uint32_t id, application_row::Row other>
 constexpr Rule secondsItem(application_row::Row row) {
-  return objectItem(Test{[](Request& request) { return checkSeconds(request, id, other); }}, row, id);
+  return objectItem(Test{[](Request& request) { return checkSeconds(request, id, other); },
+                         {"seconds, 0 to 60; not both of them 0", "5 60", "x -1"}},
+                    row, id);
 }
 
 struct CObject::CPrerec : CApplicationApiBase {

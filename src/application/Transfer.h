@@ -55,7 +55,7 @@ int32_t keepInAll(Request& request) {
 /** The rule of a setting: what it takes, who hears of it, where it stands, and how it is shown. */
 template <application_row::Row row>
 constexpr Rule setting(const Accepts& accepts, const Peer& peer = {}, const Shows& shows = {}) {
-  return {.accepts = accepts, .place = row, .peer = peer, .act = keepInAll<row>, .shows = shows};
+  return {.accepts = accepts, .place = row, .peer = peer, .act = keepInAll<row>, .keeps = Keeps::ByAct, .shows = shows};
 }
 
 template <application_row::Row row>
@@ -71,7 +71,8 @@ constexpr Rule onlyType(std::string_view word) { return {.accepts = Words{word},
 [[nodiscard]] int32_t checkHost(Request& request);
 [[nodiscard]] int32_t checkMailFrom(Request& request);
 
-inline constexpr Test kHost{checkHost};
+inline constexpr Test kHost{
+    checkHost, {"a host's name or IPv4 address; %00 for none", "192.168.7.20 example.org %00", "224.0.0.1"}};
 inline constexpr Number kPort{.low = 1, .high = 65535, .outside = status::kNotUnderstood};
 inline constexpr Shows kEscaped{.escaped = true};
 
@@ -137,7 +138,8 @@ struct CSmtp::CPort : CApplicationApiBase {
 
 /** Nobody hears of the sender. */
 struct CSmtp::CMailfrom : CApplicationApiBase {
-  static constexpr Rule rule = setting<application_row::APPLICATION_SMTP_MAILFROM>(Test{checkMailFrom});
+  static constexpr Rule rule = setting<application_row::APPLICATION_SMTP_MAILFROM>(
+      Test{checkMailFrom, {"a mail address; %00 for none", "camera@example.org %00", "@x a@b@c"}});
 };
 
 struct CPop::CType : CApplicationApiBase {

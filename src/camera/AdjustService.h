@@ -30,7 +30,7 @@ constexpr Rule serviceRule(scp_service_row::Row row, Act act, Place::Locate loca
       .act = act,
       .keeps = Keeps::InMemory,
       .shows = {.image = Image::User},
-      .answers = {.layer = "camera.adjust_service", .command = ".status=save"},
+      .answers = {.layer = "camera.adjust_service", .command = ".status=save", .brings = Brings::ToFlash},
       .refusals = {{{dsp::kRefused, status::kPreconditionFailed}}},
   };
 }

@@ -32,6 +32,7 @@ struct CCameraApiBase : CApiBase {
   [[nodiscard]] static bool isHighRate();
   /** Guard: 412 at such a rate. */
   [[nodiscard]] static int32_t notAtHighRate(const Selectors& selectors);
+  static constexpr Condition kNotAtHighRate{notAtHighRate, "while no encoder runs at a high rate"};
   /** The stored current scene, as its text. */
   [[nodiscard]] static std::string currentScene();
 
@@ -45,7 +46,7 @@ struct CCameraApiBase : CApiBase {
 };
 
 /** What follows a change of the settings of the camera as a whole: it is in force, and waits to be written. */
-inline constexpr Hint kSaveCamera{.layer = "camera", .command = ".status=save"};
+inline constexpr Hint kSaveCamera{.layer = "camera", .command = ".status=save", .brings = Brings::ToFlash};
 
 /** Number::snap of a number that is kept in its decimal form: "7" for "007". */
 constexpr int32_t inDecimals(int32_t number) { return number; }

@@ -56,8 +56,9 @@ struct CDefectDetect::CStatic : CCameraApiBase {
 struct CDefectDetect::CStatic::CAdjust : CCameraApiBase {
   static int32_t start(Request& request);
   static constexpr Rule rule{
-      .guard = {.access = isNotOff, .write = isOn},
-      .accepts = Text{},
+      .guard = {.access = {isNotOff, "unless the correction is off"},
+                .write = {{{isOn, "while the correction is on"}}}},
+      .accepts = Text{.form = {"any other word stops a search"}},
       .commands = {{{"start", start}}},
       .act = stopSearch<Search::StaticDefects>,
       .fetch = whileOn<searchStatus<Search::StaticDefects>>,
@@ -78,7 +79,8 @@ struct CDefectDetect::CStatic::CStatus : CCameraApiBase {
 };
 
 struct CDefectDetect::CStatic::CAdjustDetail : CCameraApiBase {
-  static constexpr Rule rule{.guard = {.access = isNotOff}, .fetch = whileOn<searchDetail<Search::StaticDefects>>};
+  static constexpr Rule rule{.guard = {.access = {isNotOff, "unless the correction is off"}},
+                             .fetch = whileOn<searchDetail<Search::StaticDefects>>};
 };
 
 struct CDefectDetect::CDynamic : CCameraApiBase {

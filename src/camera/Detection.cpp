@@ -50,10 +50,6 @@ int32_t CDetection::CStatus::restore(Request& request) {
   return motion < 0 || tamper < 0 ? -status::kInternalError : 0;
 }
 
-Cell CDetection::CLevel::locate(const Selectors& selectors, Row row) {
-  return {isTampering(selectors) ? camera_row::TAMP_DETECT_LEVEL : row};
-}
-
 int32_t CDetection::CLevel::act(Request& request) {
   const DetectionSet detection;
   return isTampering(request.selectors) ? detection.setLevelTamp(request.number) : detection.setLevel(request.number);

@@ -10,13 +10,19 @@ namespace Camera {
 
 /** Motion detection, and with the selector "tampering" tamper detection. Values go through DetectionSet. */
 struct CDetection : CCameraApiBase {
-  static constexpr Selector selector{.takes = SelectorWord{.words = Words{"motion", "tampering"}}};
-  static constexpr Hint kSave{.layer = "camera.detection", .command = ".status=save"};
+  static constexpr Selector selector{.takes = SelectorWord{.words = Words{"motion", "tampering"}}, .without = "motion"};
+  static constexpr Hint kSave{.layer = "camera.detection", .command = ".status=save", .brings = Brings::ToFlash};
 
   [[nodiscard]] static bool isTampering(const Selectors& selectors) { return selectors[1] == "tampering"; }
   // For what the other kind of detection does not have: 0 or -461.
   [[nodiscard]] static int32_t onlyMotion(const Selectors& selectors);
   [[nodiscard]] static int32_t onlyTampering(const Selectors& selectors);
+
+  /** Place::locate of a row that tampering has a row of its own for. */
+  template <camera_row::Row OfTampering>
+  static Cell locate(const Selectors& selectors, Row row) {
+    return {isTampering(selectors) ? Row(OfTampering) : row};
+  }
 
   struct CStatus;
   struct CArea;
@@ -36,9 +42,10 @@ struct CDetection::CStatus : CCameraApiBase {
   static int32_t act(Request& request);
   static int32_t fetch(const Request& request, std::string& text);
   static constexpr Rule rule{
-      .guard = {.write = refuseHighRate},
+      .guard = {.write = {{{refuseHighRate, "while no encoder runs at a high rate"}}}},
       .accepts = Words{"off", "on"},
       .commands = {{{"save", save}, {"restore", restore}}},
+      .place = {camera_row::DETECT_STATUS, locate<camera_row::TAMP_DETECT_STATUS>},
       .act = act,
       .fetch = fetch,
       .answers = kSave,
@@ -58,8 +65,9 @@ int32_t toDetection(Request& request) {
 /** 34 hexadecimal digits, a bit for each field of the picture. */
 struct CDetection::CArea : CCameraApiBase {
   static constexpr Rule rule{
-      .guard = {.access = onlyMotion},
-      .accepts = Text{.most = 34, .least = 34},
+      .guard = {.access = {onlyMotion, "for motion"}},
+      .accepts =
+          Text{.most = 34, .least = 34, .form = {"34 hexadecimal digits", "0123456789abcdef0123456789abcdef01", "x"}},
       .place = camera_row::DETECT_AREA,
       .act = toDetection<&DetectionSet::setArea>,
       .shows = {.image = Image::User},
@@ -69,11 +77,10 @@ struct CDetection::CArea : CCameraApiBase {
 };
 
 struct CDetection::CLevel : CCameraApiBase {
-  static Cell locate(const Selectors& selectors, Row row);
   static int32_t act(Request& request);
   static constexpr Rule rule{
       .accepts = Number{.low = 0, .high = 100},
-      .place = {camera_row::DETECT_LEVEL, locate},
+      .place = {camera_row::DETECT_LEVEL, locate<camera_row::TAMP_DETECT_LEVEL>},
       .act = act,
       .shows = {.image = Image::User},
       .answers = kSave,
@@ -83,7 +90,7 @@ struct CDetection::CLevel : CCameraApiBase {
 /** How many seconds a picture must be tampered with. */
 struct CDetection::CTemporal : CCameraApiBase {
   static constexpr Rule rule{
-      .guard = {.access = onlyTampering},
+      .guard = {.access = {onlyTampering, "for tampering"}},
       .accepts = Number{.low = 5, .high = 120},
       .place = camera_row::TAMP_DETECT_TEMPO,
       .act = toDetection<&DetectionSet::setTemporalTamp>,
@@ -94,7 +101,7 @@ struct CDetection::CTemporal : CCameraApiBase {
 
 /** How many fields an area has. */
 struct CDetection::CAreaCount : CCameraApiBase {
-  static constexpr Rule rule{.guard = {.access = onlyMotion}, .shows = {.fixed = "80"}};
+  static constexpr Rule rule{.guard = {.access = {onlyMotion, "for motion"}}, .shows = {.fixed = "80"}};
 };
 
 }  // namespace Camera

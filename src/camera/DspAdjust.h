@@ -38,7 +38,9 @@ struct CDspadjust : CCameraApiBase {
   struct CSensor;
 };
 
-inline constexpr Hint kSaveAdjust{.layer = "camera.dspadjust", .command = ".status=save"};
+inline constexpr Hint kSaveAdjust{.layer = "camera.dspadjust", .command = ".status=save", .brings = Brings::ToFlash};
+/** Of what the DSP gets at the next start only. */
+inline constexpr Hint kKeepAdjust{.layer = "camera.dspadjust", .command = ".status=save"};
 
 /** A value with a field in a frame; the range is the field's. */
 template <camdsp_row::Row row>
@@ -61,7 +63,7 @@ struct KeptCalibrationValue : CCameraApiBase {
       .place = row,
       .keeps = Keeps::Staged,
       .shows = {.image = Image::User},
-      .answers = kSaveAdjust,
+      .answers = kKeepAdjust,
   };
 };
 
@@ -90,7 +92,7 @@ struct CDspadjust::CStaticNum : CCameraApiBase {
       .place = SPOTNUM,
       .fetch = fromDsp<&CameraDSP::countDefects>,
       .keeps = Keeps::Staged,
-      .answers = kSaveAdjust,
+      .answers = kKeepAdjust,
   };
 };
 
@@ -116,7 +118,7 @@ struct CDspadjust::CAe : CCameraApiBase {
 struct CDspadjust::CAe::CArea : CCameraApiBase {
   static int32_t fetch(const Request& request, std::string& text);
   static constexpr Rule rule{
-      .accepts = Text{},
+      .accepts = Text{.form = kAreaForm},
       .act = areaToDsp<&CameraDSP::setAutoExposureArea>,
       .fetch = fetch,
   };

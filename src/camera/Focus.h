@@ -44,7 +44,8 @@ struct CFocus : CCameraApiBase {
 
 struct CFocus::CStatus : CCameraApiBase {
   static constexpr Rule rule{
-      .accepts = Text{},
+      .accepts = Text{.form = {"a state by its word or number, as the GPIO daemon reports it", "stop", "x",
+                               status::kInternalError}},
       .act = toDsp<&CameraDSP::setFocusStateAf>,
       .fetch = fromDsp<&CameraDSP::getFocusStateAf>,
   };
@@ -67,7 +68,7 @@ struct CFocus::CAdjustMode : CCameraApiBase {
   static int32_t clearFilterFlag();
   static void leaveFixedMode();
   static constexpr Rule rule{
-      .guard = {.write = beginAdjusting},
+      .guard = {.write = {{{beginAdjusting, "while the focus is not being adjusted"}}}},
       .accepts = dsp::focus::kModes,
       .act = act,
       .fetch = fromDsp<&CameraDSP::getAFadjustmode>,
@@ -138,14 +139,15 @@ struct CFocus::CGpiofrom : CCameraApiBase {
 /** The filter is about to move. */
 struct CFocus::CGpiofrom::CCheckStatus : CCameraApiBase {
   static int32_t act(Request& request);
-  static constexpr Rule rule{.accepts = Test{checkFilter}, .act = act};
+  static constexpr Rule rule{.accepts = Test{checkFilter, {"night or day", "night", "x", status::kInvalidRange}},
+                             .act = act};
 };
 
 /** The filter has arrived. */
 struct CFocus::CGpiofrom::CIcrStatus : CCameraApiBase {
   static int32_t act(Request& request);
   static constexpr Rule rule{
-      .accepts = Test{checkFilter},
+      .accepts = Test{checkFilter, {"night or day", "night", "x", status::kInvalidRange}},
       .act = act,
       .fetch = fromDsp<&CameraDSP::getStoredFilter>,
   };
@@ -155,7 +157,8 @@ struct CFocus::CGpiofrom::CIcrStatus : CCameraApiBase {
 struct CFocus::CGpiofrom::CStatus : CCameraApiBase {
   static int32_t act(Request& request);
   static constexpr Rule rule{
-      .accepts = Text{},
+      .accepts = Text{.form = {"a state by its word or number, as the GPIO daemon reports it", "stop", "x",
+                               status::kInvalidRange}},
       .act = act,
       .fetch = fromDsp<&CameraDSP::getFocusStateAf>,
       .refusals = {{{dsp::kNotUnderstood, status::kInvalidRange}}},

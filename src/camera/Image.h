@@ -37,7 +37,7 @@ struct CImage::CWhiteBalance : CCameraApiBase {
 struct CImage::CWhiteBalance::CArea : CCameraApiBase {
   static int32_t fetch(const Request& request, std::string& text);
   static constexpr Rule rule{
-      .accepts = Text{},
+      .accepts = Text{.form = kAreaForm},
       .act = areaToDsp<&CameraDSP::setWBArea>,
       .fetch = fetch,
       .answers = kSaveCamera,

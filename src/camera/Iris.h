@@ -7,7 +7,7 @@ namespace Camera {
 /** Closed, automatic or open, until something else moves it; no setting. */
 struct CIris : CCameraApiBase {
   static constexpr Rule rule{
-      .accepts = Text{},
+      .accepts = Text{.form = {"0, auto or 100", "auto 0 100", "x", status::kInvalidRange}},
       .act = toDsp<&CameraDSP::setIrisMode>,
       .refusals = {{{dsp::kOutOfRange, status::kInvalidRange}}},
   };
@@ -17,7 +17,7 @@ struct CIris : CCameraApiBase {
 /** Which lens is fitted: each has service values of its own for the iris loop. */
 struct CIris::CLenstype : CCameraApiBase {
   static constexpr Rule rule{
-      .accepts = Text{},
+      .accepts = Text{.form = {"lens1, or lens2 where the model has it", "lens1", "x", status::kInvalidRange}},
       .place = camera_row::IRIS_LENSTYPE,
       .act = toDsp<&CameraDSP::setLensType>,
       .shows = {.image = Image::User},

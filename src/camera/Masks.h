@@ -45,7 +45,8 @@ struct CPrivateMask::CColor : CCameraApiBase {
 
 /** A bit for each field of the picture, in hexadecimal digits. */
 struct CPrivateMask::CArea : CCameraApiBase {
-  static constexpr Text kDigits{.most = 510, .least = 510, .wrongLength = status::kInvalidRange};
+  static constexpr Text kDigits{
+      .most = 510, .least = 510, .wrongLength = status::kInvalidRange, .form = {"510 hexadecimal digits"}};
   static constexpr Rule rule = maskRule(camera_row::PRIVACY_MASK_AREA, kDigits, toDsp<&CameraDSP::setPrivacymaskArea>);
 };
 

@@ -52,7 +52,7 @@ struct CMotion::CPosition::CSpeed : CCameraApiBase {
 // ---- The patrol ----------------------------------------------------------------------------------------------------
 
 struct CMotion::CAutoPatrol : CCameraApiBase {
-  static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 0, .digitsOnly = true}};
+  static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 0, .digitsOnly = true}, .without = "0"};
   struct CStatus;
   struct CPosition;
 };
@@ -62,7 +62,7 @@ struct CMotion::CAutoPatrol : CCameraApiBase {
 constexpr Rule patrolStep(const Accepts& accepts, patrol_row::Row row, std::string_view item) {
   constexpr size_t kStepLayer = 3;
   return motionSetting(accepts, {row, tableOf<kStepLayer, 0>}, {.tell = tellPatrolStep, .path = item},
-                       {.layer = "camera.motion.auto_patrol(0)", .command = ".status=save"});
+                       {.layer = "camera.motion.auto_patrol(0)", .command = ".status=save", .brings = Brings::ToFlash});
 }
 
 /** Starts and stops the patrol; "save" writes its steps to flash. */
@@ -75,7 +75,7 @@ struct CMotion::CAutoPatrol::CStatus : CCameraApiBase {
 
 /** The preset position that a step goes to. */
 struct CMotion::CAutoPatrol::CPosition : CCameraApiBase {
-  static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 19, .digitsOnly = true}};
+  static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 19, .digitsOnly = true}, .without = "0"};
   static constexpr Rule rule = patrolStep(Number{.low = 0, .high = 19}, patrol_row::PATROL_POSITION, "");
   struct CDuration;
   struct CSpeed;
@@ -129,7 +129,10 @@ struct CMotion::CAutoReturn::CTimeout : CCameraApiBase {
 /** The point that becomes the middle of the picture: "s" and "s" in sensor positions, or two percentages. */
 struct CMotion::CClickoncenter : CCameraApiBase {
   static int32_t checkPoint(Request& request);
-  static constexpr Rule rule{.accepts = Test{checkPoint}, .peer = peer::toSequencer("camera.motion.clickoncenter")};
+  static constexpr Rule rule{.accepts = Test{checkPoint,
+                                             {"X-Y, each as s and a sensor position, or both in percent of the picture",
+                                              "s10-s20 50-50", "x s1 1-2-3"}},
+                             .peer = peer::toSequencer("camera.motion.clickoncenter")};
 };
 
 /** Where pan or tilt shall go: the sequencer's path, and the most that its sensor position can be. */
@@ -149,7 +152,11 @@ int32_t checkPlace(Request& request) {
 /** "s" with a number; with "+" or "-" in front, from the present place. */
 struct CMotion::CPan : CCameraApiBase {
   static constexpr Rule rule{
-      .accepts = Test{checkPlace<kPan>}, .peer = peer::sequencer(kPan.path), .shows = {.prefix = "s"}};
+      .accepts = Test{checkPlace<kPan>,
+                      {"s and a sensor position, 0 to 1918; with + or - in front from the present one", "s0", "5 x",
+                       status::kNotUnderstood}},
+      .peer = peer::sequencer(kPan.path),
+      .shows = {.prefix = "s"}};
   struct CStatus;
   struct CMode;
   struct CSpeed;
@@ -170,7 +177,10 @@ struct CMotion::CPan::CSpeed : CCameraApiBase {
 /** As pan. */
 struct CMotion::CTilt : CCameraApiBase {
   static constexpr Rule rule{
-      .accepts = Test{checkPlace<kTilt>}, .peer = peer::sequencer(kTilt.path), .shows = {.prefix = "s"}};
+      .accepts = Test{checkPlace<kTilt>,
+                      {"s and a sensor position, 0 to 1078; with + or - in front from the present one", "s0", "5 x"}},
+      .peer = peer::sequencer(kTilt.path),
+      .shows = {.prefix = "s"}};
   struct CStatus;
   struct CMode;
   struct CSpeed;
@@ -196,12 +206,15 @@ struct CMotion::CTilt::CSpeed : CCameraApiBase {
  */
 struct CMotion::CZoom : CCameraApiBase {
   static int32_t needsSmallPicture(const Selectors& selectors);
+  static constexpr Condition kSmallPicture{needsSmallPicture, "while a channel sends vga or 640x360"};
   static int32_t checkFactor(Request& request);
   static int32_t fetch(const Request& request, std::string& text);
   static constexpr std::string_view path = "camera.motion.zoom";
   static constexpr Rule rule{
-      .guard = {.write = needsSmallPicture},
-      .accepts = Test{checkFactor},
+      .guard = {.write = {{kSmallPicture}}},
+      .accepts =
+          Test{checkFactor,
+               {"x and a factor, 1 to 8, or a percentage; with + or - in front from the present one", "x1.00", "x"}},
       .peer = peer::sequencer(path),
       .fetch = fetch,
       .shows = {.prefix = "x"},
@@ -228,8 +241,9 @@ struct CMotion::CAbszoom : CCameraApiBase {
   static int32_t checkPercentage(Request& request);
   static int32_t fetch(const Request& request, std::string& text);
   static constexpr Rule rule{
-      .guard = {.write = CZoom::needsSmallPicture},
-      .accepts = Test{checkPercentage},
+      .guard = {.write = {{CZoom::kSmallPicture}}},
+      .accepts =
+          Test{checkPercentage, {"a percentage of the range; with + or - in front from the present one", "50", "x"}},
       .peer = peer::toSequencer(CZoom::path),
       .fetch = fetch,
   };
@@ -239,7 +253,7 @@ struct CMotion::CAbszoom : CCameraApiBase {
 
 /** Twenty places to go to, each with a file of its own; number 0 is the home position. */
 struct CPosition : CCameraApiBase {
-  static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 19, .digitsOnly = true}};
+  static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 19, .digitsOnly = true}, .without = "0"};
   struct CStatus;
   struct CPan;
   struct CTilt;
@@ -257,7 +271,7 @@ struct CPosition::CStatus : CCameraApiBase {
   static int32_t checkWord(Request& request);
   static int32_t act(Request& request);
   static constexpr Rule rule{
-      .accepts = Test{checkWord},
+      .accepts = Test{checkWord, {"save, initialize or goto", "save initialize goto", "x"}},
       .place = {position_row::POSITION_STATUS, tableOf<1, 0>},
       .act = act,
       .shows = {.image = Image::User},
@@ -283,6 +297,7 @@ struct CPosition::CComment : CCameraApiBase {
       .accepts = Text{.most = 32, .wrongLength = status::kInvalidRange, .escapes = Escapes::DecodedPlus},
       .place = {position_row::POSITION_TITLE, tableOf<1, 0>},
       .act = act,
+      .keeps = Keeps::ByAct,
       .shows = {.image = Image::User, .escaped = true},
   };
 };

@@ -19,7 +19,7 @@ struct CScene : CCameraApiBase {
   static constexpr Selector selector{
       .takes = SelectorNumber{.low = 0, .high = kScenes - 1, .digitsOnly = true},
       .selects = remember,  // what follows without an index means this scene, whoever asks
-  };
+      .without = "the scene that was named last"};
   struct CImage;
   struct CAutoExposure;
   struct CStatus;
@@ -28,18 +28,22 @@ struct CScene : CCameraApiBase {
 };
 
 /** What follows every change of a scene: it is in force, and waits to be written. */
-inline constexpr Hint kSaveScene{.layer = "camera.scene", .command = ".status=save", .selector = CScene::kLayer};
+inline constexpr Hint kSaveScene{
+    .layer = "camera.scene", .command = ".status=save", .selector = CScene::kLayer, .brings = Brings::ToFlash};
 
 // The settings of a scene. Guards: 0, or the status for a stored current scene that is none; 412 for a scene that is
 // not current. The place: a row of the camera table is of the current scene's working copy, or another one's table.
 [[nodiscard]] int32_t isScene(const Selectors& selectors);
 [[nodiscard]] int32_t isCurrentScene(const Selectors& selectors);
 [[nodiscard]] Cell inScene(const Selectors& selectors, Row row);
+inline constexpr Condition kScene{isScene, "while a scene is in force"};
+inline constexpr Condition kCurrentScene{isCurrentScene, "for the scene in force"};
+inline constexpr Guard kOfCurrentScene{.access = kScene, .write = {{kCurrentScene}}};
 
 /** The rule of a setting: what it takes, what brings it into force, and the statuses for what the DSP refuses. */
 constexpr Rule sceneItem(camera_row::Row row, const Accepts& accepts, Act act, const Refusals& refusals = {}) {
   return {
-      .guard = {.access = isScene, .write = isCurrentScene},
+      .guard = kOfCurrentScene,
       .accepts = accepts,
       .place = {row, inScene},
       .act = act,
@@ -85,8 +89,10 @@ struct CScene::CShutter : CCameraApiBase {
   /** A shutter without a name or a speed is answered with a "=" in front of the 500. */
   int32_t execRead(ExecArgs* args) override;
   static constexpr Rule rule{
-      .guard = {.access = isScene, .write = isCurrentScene},
-      .accepts = Test{check},
+      .guard = kOfCurrentScene,
+      .accepts = Test{check,
+                      {"auto, a text with auto in it, flickerless, a speed of the ladder in 1/s, + or -",
+                       "flickerless auto", "x"}},
       .place = {camera_row::SHUTTER, inScene},
       .act = act,
       .fetch = fetch,
@@ -96,7 +102,7 @@ struct CScene::CShutter : CCameraApiBase {
 };
 
 struct CScene::CName : CCameraApiBase {
-  static constexpr Rule rule{.guard = {.access = isScene}, .place = {scene_row::COMMENT2, inScene}};
+  static constexpr Rule rule{.guard = {.access = kScene}, .place = {scene_row::COMMENT2, inScene}};
 };
 
 }  // namespace Camera

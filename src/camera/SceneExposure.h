@@ -25,7 +25,7 @@ int32_t toExposureReference(Request& request) {
 /** On the scale of the user; the row holds the DSP's number. */
 struct CScene::CAutoExposure::CReference : CCameraApiBase {
   static constexpr Rule rule{
-      .guard = {.access = isScene, .write = isCurrentScene},
+      .guard = kOfCurrentScene,
       .accepts = Number{.low = -5, .high = 5, .steps = true},
       .place = {camera_row::AUTO_EXPOSURE_REFERENCE, inScene},
       .act = toExposureReference<&CameraDSP::setAutoExposureReferenceIndex, &CameraDSP::stepAutoExposureReferenceIndex>,
@@ -61,7 +61,7 @@ struct CScene::CAutoExposure::CAvPk::CColor : CCameraApiBase {
 /** Changes the live picture, whichever scene the request names. */
 struct CScene::CAutoExposure::CAvPk::CBlackWhite : CCameraApiBase {
   static constexpr Rule rule{
-      .guard = {.access = isScene},
+      .guard = {.access = kScene},
       .accepts = kWeights,
       .place = {camera_row::AVPK_BW, inScene},
       .act = toDsp<&CameraDSP::setAvPkBlackWhite>,

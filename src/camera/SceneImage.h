@@ -45,24 +45,29 @@ struct CScene::CImage::CEnhance : CCameraApiBase {
 
 struct CScene::CImage::CGamma : CCameraApiBase {
   static constexpr Rule rule =
-      sceneItem(camera_row::GAMMA, Test{checkGamma}, toDsp<&CameraDSP::setImageGamma, &CameraDSP::stepImageGamma>);
+      sceneItem(camera_row::GAMMA,
+                Test{checkGamma,
+                     {"0.3, 0.35, 0.4, 0.45, 0.5, 0.55, 0.6, 1, + or -", "0.3 0.35 0.4 0.45 0.5 0.55 0.6 1", "0.7 x"}},
+                toDsp<&CameraDSP::setImageGamma, &CameraDSP::stepImageGamma>);
 };
 
 /** The gain: a fixed one by its number, or automatic. */
 struct CScene::CImage::CBrightness : CCameraApiBase {
   static int32_t check(Request& request);
-  static constexpr Rule rule = sceneItem(camera_row::BRIGHTNESS, Test{check},
-                                         toDspAndDetection<&CameraDSP::setAGC, &DetectionSet::setAgcmodeTamp>,
-                                         {{{dsp::kRefused, status::kMethodNotAllowed}}});
+  static constexpr Rule rule =
+      sceneItem(camera_row::BRIGHTNESS,
+                Test{check, {"manual, autoM, autoH, or a fixed gain, 0 to 60 dB", "manual autoM autoH", "x"}},
+                toDspAndDetection<&CameraDSP::setAGC, &DetectionSet::setAgcmodeTamp>,
+                {{{dsp::kRefused, status::kMethodNotAllowed}}});
 };
 
 /** Day and night with a cut filter; some models show and switch their easy day/night setting here. */
 struct CScene::CImage::CTrueDaynight : CCameraApiBase {
   static int32_t act(Request& request);
   static int32_t fetch(const Request& request, std::string& text);
-  static constexpr Selector selector{.available = hasTrueDaynight};
+  static constexpr Selector selector{.available = {hasTrueDaynight, "feature DAY_NIGHT, or a model KT-A30 or KT-A20"}};
   static constexpr Rule rule{
-      .guard = {.access = isScene, .write = isCurrentScene},
+      .guard = kOfCurrentScene,
       .accepts =
           Words{Word{"bw", 0}, Word{"color", 1}, Word{"autoL", 2}, Word{"autoM", 3}, Word{"auto", 3}, Word{"autoH", 4}},
       .place = {camera_row::TRUE_DAY_NIGHT, inScene},
@@ -89,7 +94,7 @@ struct CScene::CImage::CEasyDaynight : CCameraApiBase {
 
 struct CScene::CImage::C3ddnr : CCameraApiBase {
   static constexpr Rule rule{
-      .guard = {.access = isScene, .write = all<notAtHighRate, isCurrentScene>},
+      .guard = {.access = kScene, .write = {{kNotAtHighRate, kCurrentScene}}},
       .accepts = dsp::words::kNoiseReduction,
       .place = {camera_row::DNR_3D, inScene},
       .act = toDsp<&CameraDSP::set3ddnr>,
@@ -117,7 +122,7 @@ struct CScene::CImage::CWhiteBalance : CCameraApiBase {
 
 /** A gain of the white balance, shown with its "s". */
 constexpr Rule whiteBalanceGain(camera_row::Row row, Act act) {
-  Rule rule = sceneItem(row, Test{checkWhiteBalanceGain}, act);
+  Rule rule = sceneItem(row, Test{checkWhiteBalanceGain, {"s and a number, 0 to 255, + or -", "s0 s255", "5 x"}}, act);
   rule.shows.prefix = "s";
   return rule;
 }
@@ -145,7 +150,10 @@ struct CScene::CImage::CBlc : CCameraApiBase {
 /** The area for which "manual" compensates, as a bit stream in hexadecimal digits, which the DSP's channel judges. */
 struct CScene::CImage::CBlc::CArea : CCameraApiBase {
   static constexpr Rule rule =
-      sceneItem(camera_row::BLC_AREA, Text{}, toDspAndDetection<&CameraDSP::setBLCArea, &DetectionSet::setBlcAreaTamp>,
+      sceneItem(camera_row::BLC_AREA,
+                Text{.form = {"34 hexadecimal digits, of which one bit stands for a field in the picture",
+                              "FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF", "x"}},
+                toDspAndDetection<&CameraDSP::setBLCArea, &DetectionSet::setBlcAreaTamp>,
                 {{{dsp::kNotUnderstood, status::kNotUnderstood}}});
 };
 

@@ -5,17 +5,7 @@
 
 #include "config/Initialising.h"
 #include "local/LittleEndian.h"
-#include "managers/CApplicationMan.h"
-#include "managers/CAudioMan.h"
-#include "managers/CCameraMan.h"
-#include "managers/CEncodeMan.h"
-#include "managers/CNetworkMan.h"
-#include "managers/COnvifMan.h"
-#include "managers/CPeripheralMan.h"
-#include "managers/CStorageMan.h"
-#include "managers/CSystemMan.h"
-#include "managers/CUserinterfaceMan.h"
-#include "managers/CVideoMan.h"
+#include "managers/Roots.h"
 #include "request/InternalRequest.h"
 #include "request/Items.h"
 #include "request/Log.h"
@@ -43,55 +33,21 @@ void runPostActions(bool reboot, bool addressClient, bool webServer) {
 
 }  // namespace
 
-std::vector<std::pair<CManBase*, std::string>> ParamRequest::m_rootTable;
-
-template <class Manager>
-Manager* ParamRequest::create() {
-  auto manager = std::make_unique<Manager>();
-  Manager* created = manager.get();
-  m_managers.push_back(std::move(manager));
-  created->init();
-  return created;
-}
+const Roots* ParamRequest::m_roots = nullptr;
 
 ParamRequest::ParamRequest() : m_userType(user_class::kUnknown), m_contentType(content_type::kUnknown) {
   const InitialisingGuard initialising;
-  // A later root's replay can rely on the earlier ones.
-  auto* system = create<CSystemMan>();
-  m_network = create<CNetworkMan>();
-  auto* encode = create<CEncodeMan>();
-  auto* camera = create<CCameraMan>();
-  auto* peripheral = create<CPeripheralMan>();
-  auto* application = create<CApplicationMan>();
-  auto* audio = create<CAudioMan>();
-  auto* storage = create<CStorageMan>();
-  auto* video = create<CVideoMan>();
-  auto* userinterface = create<CUserinterfaceMan>();
-  auto* onvif = create<COnvifMan>();
-  m_rootTable = {
-      {system, "system"},
-      {m_network, "network"},
-      {camera, "camera"},
-      {encode, "encode"},
-      {peripheral, "peripheral"},
-      {peripheral, "periph"},
-      {application, "application"},
-      {application, "app"},
-      {audio, "audio"},
-      {video, "video"},
-      {storage, "storage"},
-      {userinterface, "userinterface"},
-      {userinterface, "ui"},
-      {onvif, "onvif"},
-  };
+  m_tree = std::make_unique<Roots>([](CManBase& manager) { manager.init(); });
+  m_roots = m_tree.get();
 }
 
-ParamRequest::~ParamRequest() { m_rootTable.clear(); }
+ParamRequest::~ParamRequest() { m_roots = nullptr; }
 
-void ParamRequest::startNvtAplThread() { m_network->startNvtAplThread(); }
+void ParamRequest::startNvtAplThread() { m_tree->network().startNvtAplThread(); }
 
 CManBase* ParamRequest::findRoot(std::string_view layer) {
-  for (const auto& [manager, name] : m_rootTable) {
+  if (m_roots == nullptr) return nullptr;
+  for (const auto& [manager, name] : m_roots->names()) {
     if (Parameter::isMatch(layer, name)) return manager;
   }
   return nullptr;
@@ -224,7 +180,7 @@ int32_t execApiCommandInternal(const std::string& query, std::string* response, 
 
 void ParamRequest::writeList() {
   CManBase::clearList();
-  for (const auto& [manager, name] : m_rootTable) {
-    manager->writeList(name);
+  for (const auto& [manager, name] : m_roots->names()) {
+    manager->writeList(std::string(name));
   }
 }

@@ -5,16 +5,15 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 class CManBase;
-class CNetworkMan;
 class Parameter;
+class Roots;
 
 /**
  * The request path: reads one frame from a client, cuts it into items, hands each to the manager of its root and joins
- * the answers. Owns the eleven managers, and with them the tree. main owns the one object.
+ * the answers. Owns the tree. main owns the one object.
  */
 class ParamRequest {
  public:
@@ -48,16 +47,13 @@ class ParamRequest {
   void processParameters(std::string* response, PostActions* actions);
   void processItem(Parameter& parameter, const std::string& item, PostActions* actions) const;
   static int32_t sendResponse(int32_t descriptor, const std::string& text);
-  template <class Manager>
-  Manager* create();
 
   std::string m_request;
   int8_t m_userType;
   int8_t m_contentType;
   std::vector<std::string> m_params;
-  std::vector<std::unique_ptr<CManBase>> m_managers;  ///< in the order of creation
-  CNetworkMan* m_network = nullptr;                   ///< one of them
+  std::unique_ptr<Roots> m_tree;
 
-  /** Root names and their managers, searched front to back; static, so that internal requests need no object. */
-  static std::vector<std::pair<CManBase*, std::string>> m_rootTable;
+  /** The tree of the one object once it stands; static, so that internal requests need no object. */
+  static const Roots* m_roots;
 };

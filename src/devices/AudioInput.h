@@ -52,7 +52,7 @@ struct CInput::CPowersupply::CStatus : CAudioApiBase {
 struct CInput::CGain : CAudioApiBase {
   static int32_t check(Request& request);
   static constexpr Rule rule{
-      .accepts = Test{check},
+      .accepts = Test{check, {"auto, or a number, which is put to a step of the amplifier", "auto 20", "x"}},
       .place = audio_row::AUDIO_MIC_GAIN,
       .peer = driver(GpioCommand::MicGain),
       .keeps = Keeps::WriteThrough,

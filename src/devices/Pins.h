@@ -16,8 +16,8 @@ struct COutputPinCount : CPeripheralApiBase {
   static constexpr Rule rule{.shows = {.fixed = "1"}};
 };
 
-inline constexpr Selector kOnlyOne{.takes = SelectorNumber{.low = 1, .high = 1}};
-inline constexpr Selector kTwoPins{.takes = SelectorNumber{.low = 1, .high = 2}};
+inline constexpr Selector kOnlyOne{.takes = SelectorNumber{.low = 1, .high = 1}, .without = "1"};
+inline constexpr Selector kTwoPins{.takes = SelectorNumber{.low = 1, .high = 2}, .without = "1"};
 
 /** Whether a group of pins is in use. */
 constexpr Rule groupStatus(const Place& place, uint32_t id) {
@@ -114,7 +114,7 @@ struct COutputPin::CPin::CDuration : CPeripheralApiBase {
   static int32_t check(Request& request);
   static Cell locate(const Selectors& selectors, Row row);
   static constexpr Rule rule{
-      .accepts = Test{check},
+      .accepts = Test{check, {"0 for no end, or 100 to 5000", "0 100 5000", "x"}},
       .place = {output_pin_row::OUTPUTPIN_PIN1_DURATION, locate},
       .peer = peer::recorderNumber(0x151402, ofPin),
       .keeps = Keeps::WriteThrough,

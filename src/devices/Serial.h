@@ -20,8 +20,8 @@ struct CSerialCount : CPeripheralApiBase {
 };
 
 struct CSerial : CPeripheralApiBase {
-  static constexpr Selector selector{.available = has<Feature::SERIAL_PASS>,
-                                     .takes = SelectorNumber{.low = 1, .high = 1}};
+  static constexpr Selector selector{
+      .available = has<Feature::SERIAL_PASS>, .takes = SelectorNumber{.low = 1, .high = 1}, .without = "1"};
   struct CBaud;
   struct CBit;
   struct CParity;

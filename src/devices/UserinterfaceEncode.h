@@ -6,7 +6,7 @@
 namespace Userinterface {
 
 struct CEncode : CUserinterfaceApiBase {
-  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 3}};
+  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 3}, .without = "1"};
   struct CCbrMode;
 };
 

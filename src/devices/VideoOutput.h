@@ -23,6 +23,7 @@ struct COutput::CStatus : CVideoApiBase {
       .place = video_row::VIDEO_OUTPUT,
       .act = act,
       .fetch = fetch,
+      .keeps = Keeps::ByAct,
   };
 };
 

@@ -23,7 +23,8 @@ namespace Encode {
  */
 struct CStatus : CEncodeApiBase {
   static int32_t save(Request& request);
-  static constexpr Rule rule{.commands = {{{"save", save}}}, .place = ofChannel(encode_row::ENC_STATUS)};
+  static constexpr Rule rule{.commands = {{{.word = "save", .run = save, .stops = "the streams"}}},
+                             .place = ofChannel(encode_row::ENC_STATUS)};
 
  private:
   /** The numbers of network destinations. */

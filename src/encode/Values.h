@@ -36,7 +36,9 @@ struct CFramerate : CEncodeApiBase {
 /** Bits per second, within the budget of the live sessions. */
 struct CBitrate : CEncodeApiBase {
   static int32_t checkRate(Request& request);
-  static constexpr Rule rule = staged(Test{checkRate}, encode_row::BITRATE);
+  static constexpr Rule rule =
+      staged(Test{checkRate, {"64000 to 8000000, within the budget of the live streams", "1000000", "x"}},
+             encode_row::BITRATE);
 };
 
 /** The size of a jpeg picture in kilobytes, within the budget of the live sessions; a write may carry the unit too. */
@@ -44,7 +46,8 @@ struct CQuality : CEncodeApiBase {
   static int32_t checkSize(Request& request);
   static int32_t fetch(const Request& request, std::string& text);
   static constexpr Rule rule{
-      .accepts = Test{checkSize},
+      .accepts = Test{checkSize,
+                      {"5 to 320, k behind it is allowed, within the budget of the live streams", "80 80k", "80m x"}},
       .place = ofChannel(encode_row::QUALITY),
       .fetch = fetch,
       .keeps = Keeps::InMemory,

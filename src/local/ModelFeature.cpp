@@ -8,29 +8,6 @@ namespace {
 
 constexpr const char* kModelFile = "/mnt/flash/model.conf";
 
-/** By number; the first has no name, and nothing turns it on. */
-constexpr std::array<std::string_view, ModelFeature::kCount> kNames = {
-    "",
-    "ALARM_IO",
-    "DAY_NIGHT",
-    "AUDIO",
-    "FOCUS_CTRL",
-    "BACK_FOCUS_MODEL",
-    "LENS_MODEL",
-    "VP_MODEL",
-    "ONVIF",
-    "PSIA",
-    "SNMP",
-    "AMX_PROTOCOL",
-    "BRAND",
-    "NY_MODEL",
-    "SDCARD",
-    "MOTION_DETECT",
-    "TAMP_DETECT",
-    "LOCALIZATION",
-    "SERIAL_PASS",
-};
-
 std::string_view trim(std::string_view text) {
   const size_t first = text.find_first_not_of(" \t");
   if (first == std::string_view::npos) return {};
@@ -56,7 +33,7 @@ ModelFeature::Flags ModelFeature::parse(std::string_view text) {
     const std::string_view key = trim(line.substr(0, sign));
     const bool isOn = trim(line.substr(sign + 1)) == "TRUE";
     for (size_t i = 1; i < kCount; ++i) {
-      if (isDecided[i] || key.find(kNames[i]) == std::string_view::npos) continue;
+      if (isDecided[i] || key.find(name(static_cast<Feature>(i))) == std::string_view::npos) continue;
       isDecided[i] = true;
       flags[i] = isOn;
     }

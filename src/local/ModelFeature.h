@@ -37,6 +37,13 @@ class ModelFeature {
 
   [[nodiscard]] static bool has(Feature feature);
 
+  // "DAY_NIGHT", "feature DAY_NIGHT", "no feature DAY_NIGHT".
+  [[nodiscard]] static constexpr std::string_view name(Feature feature) { return absence(feature).substr(11); }
+  [[nodiscard]] static constexpr std::string_view text(Feature feature) { return absence(feature).substr(3); }
+  [[nodiscard]] static constexpr std::string_view absence(Feature feature) {
+    return kAbsences.at(static_cast<size_t>(feature));
+  }
+
   /**
    * The features in a model file's text, lines of KEY=VALUE. The first line whose key contains the feature's name
    * decides: the feature is on when its value is "TRUE".
@@ -45,6 +52,29 @@ class ModelFeature {
 
  private:
   ModelFeature();
+
+  /** By number; the first has no name, and nothing turns it on. */
+  static constexpr std::array<std::string_view, kCount> kAbsences = {
+      "no feature ",
+      "no feature ALARM_IO",
+      "no feature DAY_NIGHT",
+      "no feature AUDIO",
+      "no feature FOCUS_CTRL",
+      "no feature BACK_FOCUS_MODEL",
+      "no feature LENS_MODEL",
+      "no feature VP_MODEL",
+      "no feature ONVIF",
+      "no feature PSIA",
+      "no feature SNMP",
+      "no feature AMX_PROTOCOL",
+      "no feature BRAND",
+      "no feature NY_MODEL",
+      "no feature SDCARD",
+      "no feature MOTION_DETECT",
+      "no feature TAMP_DETECT",
+      "no feature LOCALIZATION",
+      "no feature SERIAL_PASS",
+  };
 
   Flags m_flags{};
 };

@@ -30,7 +30,7 @@ std::string escaped(const std::string& text) {
 
 }  // namespace
 
-int32_t CApplicationMan::init() {
+void CApplicationMan::build() {
   add<Application::CEvent>("event");
   add<Application::CEvent::CFilter>("event.filter");
   add<Application::CEvent::CFilter::CStatus>("event.filter.status", "RWRW--");
@@ -78,14 +78,15 @@ int32_t CApplicationMan::init() {
   add<Application::CAudioplay::CStatus>("audioplay.status", "RWRWRW");
   add<Application::CAudioplay::CName>("audioplay.name", "RWRWRW");
   add<Application::CAudioplay::CTime>("audioplay.time", "R-R-R-");
+}
 
+void CApplicationMan::replay() {
   m_replayMail();
   for (int32_t event = 0; event < kEvents; ++event)
     m_replayEvent(event);
   for (int32_t object = 1; object <= kObjects; ++object)
     m_replayObject("application.object(" + std::to_string(object) + ")");
   m_replayFtp();
-  return 0;
 }
 
 /** Without a server the row holds an address that no write takes. */

@@ -9,7 +9,8 @@
 /** Root `application`. */
 class CApplicationMan : public CManBase {
  public:
-  int32_t init() override;
+  void build() override;
+  void replay() override;
 
  private:
   // The replay, part by part.

@@ -2,9 +2,8 @@
 
 #include "devices/AudioInput.h"
 #include "devices/AudioOutput.h"
-#include "tree/Selector.h"
 
-int32_t CAudioMan::init() {
+void CAudioMan::build() {
   add<Audio::CInput>("input");
   add<Audio::CInput::CHalfduplex>("input.halfduplex", "RWRWR-");
   add<Audio::CInput::CPowersupply>("input.powersupply");
@@ -18,7 +17,9 @@ int32_t CAudioMan::init() {
 
   add<Audio::COutput>("output");
   add<Audio::COutput::CVolume>("output.volume", "RWRWR-");
+}
 
+void CAudioMan::replay() {
   m_replayStored("audio.input.powersupply.status");
   m_replayStored("audio.input.halfduplex");
   m_replayStored("audio.input.gain");
@@ -27,9 +28,4 @@ int32_t CAudioMan::init() {
       m_replayStored(std::string(channel) + item);
   }
   m_replayStored("audio.output.volume");
-  return 0;
-}
-
-int32_t CAudioMan::checkRootAttribute(const std::string& selector) {
-  return checkSelector({.available = has<Feature::AUDIO>}, selector);
 }

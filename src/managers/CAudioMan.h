@@ -5,7 +5,10 @@
 /** The root `audio`. */
 class CAudioMan : public CManBase {
  public:
-  int32_t init() override;
-  /** The root exists on models with audio only. */
-  int32_t checkRootAttribute(const std::string& selector) override;
+  void build() override;
+  void replay() override;
+  [[nodiscard]] const Selector* getSelector() const override { return &selector; }
+
+ private:
+  static constexpr Selector selector{.available = has<Feature::AUDIO>};
 };

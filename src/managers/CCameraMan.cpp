@@ -23,7 +23,7 @@
 #include "request/Log.h"
 #include "service/CTmxdUtility.h"
 
-int32_t CCameraMan::init() {
+void CCameraMan::build() {
   add<Camera::CStatus>("status", "-W-W--");
   add<Camera::CId>("id", "RWRWR-");
   add<Camera::CId>("comment", "RWRWR-");
@@ -250,7 +250,9 @@ int32_t CCameraMan::init() {
 
   add<Camera::CScpGet>("scp_get", "RW----");
   add<Camera::CScpSet>("scp_set", "RW----");
+}
 
+void CCameraMan::replay() {
   CCameraApiBase::m_setCurrentSceneid();
   m_setUpEncoders();
   m_loadPicture();
@@ -262,7 +264,6 @@ int32_t CCameraMan::init() {
   // The replay has spoken of every scene.
   CCameraApiBase::m_setCurrentSceneid();
   m_dsp.sendLoadComplete();
-  return 0;
 }
 
 void CCameraMan::m_setUpEncoders() {

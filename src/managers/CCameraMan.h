@@ -7,7 +7,8 @@
 /** The root `camera`. Owns the channel to the image DSP, which its nodes share. */
 class CCameraMan : public CManBase {
  public:
-  int32_t init() override;
+  void build() override;
+  void replay() override;
 
  private:
   // The start, in this order.

@@ -3,9 +3,8 @@
 #include "encode/Range.h"
 #include "encode/Status.h"
 #include "encode/Values.h"
-#include "tree/Selector.h"
 
-int32_t CEncodeMan::init() {
+void CEncodeMan::build() {
   add<Encode::CType>("type", "RWRWR-");
   add<Encode::CQuality>("quality", "RWRWR-");
   add<Encode::CBitrate>("bitrate", "RWRWR-");
@@ -24,9 +23,4 @@ int32_t CEncodeMan::init() {
   add<Encode::CRange::CIframeinterval>("range.iframeinterval", "R-R-R-");
   add<Encode::CRange::CFramerateLimit>("range.framerate_limit", "RWR-R-");
   add<Encode::CRange::CIframeintervalLimit>("range.iframeinterval_limit", "RWR-R-");
-  return 0;
-}
-
-int32_t CEncodeMan::checkRootAttribute(const std::string& selector) {
-  return checkSelector({.takes = SelectorNumber{.low = 1, .high = 3}}, selector);
 }

@@ -5,7 +5,9 @@
 /** The root `encode`. */
 class CEncodeMan : public CManBase {
  public:
-  int32_t init() override;
-  /** The root's selector is the channel, 1 to 3; none means channel 1. */
-  int32_t checkRootAttribute(const std::string& selector) override;
+  void build() override;
+  [[nodiscard]] const Selector* getSelector() const override { return &selector; }
+
+ private:
+  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 3}, .without = "1"};
 };

@@ -8,7 +8,7 @@
 #include "network/WebServer.h"
 #include "service/OnvifSettings.h"
 
-int32_t CNetworkMan::init() {
+void CNetworkMan::build() {
   add<Network::CHostname>("hostname", "RWR-R-");
 
   add<Network::CDestination>("destination");
@@ -95,7 +95,9 @@ int32_t CNetworkMan::init() {
   add<Network::CInterface::CIpv6::CStatus>("interface.ipv6.status", "RWR-R-");
   add<Network::CInterface::CIpv6::CLinkLocal>("interface.ipv6.link_local", "R-R-R-");
   add<Network::CInterface::CIpv6::CGlobal>("interface.ipv6.global", "R-R-R-");
+}
 
+void CNetworkMan::replay() {
   m_replayStored("network.hostname");
   m_replay("network.dns.status=restart");
   m_replayStored("network.http(streaming).priority");
@@ -104,7 +106,6 @@ int32_t CNetworkMan::init() {
   m_replayStored("network.amx_beacon.status");
   m_replay("network.rtsp.status=restart");
   m_replay("network.gateway(ipv4).status=save");
-  return 0;
 }
 
 void CNetworkMan::startNvtAplThread() {

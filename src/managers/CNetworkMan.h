@@ -6,7 +6,8 @@
 /** The root `network`, and the thread that keeps the ONVIF service running. */
 class CNetworkMan : public CManBase {
  public:
-  int32_t init() override;
+  void build() override;
+  void replay() override;
 
   /** Once the tree stands; the thread ends with this object. */
   void startNvtAplThread();

@@ -7,13 +7,12 @@
 
 #include "devices/OnvifNodes.h"
 
-int32_t COnvifMan::init() {
+void COnvifMan::build() {
   add<Onvif::CSystem>("system");
   add<Onvif::CSystem::CDaylightsaving>("system.daylightsaving", "------");
   add<Onvif::CAudio>("audio");
   add<Onvif::CAudio::COutput>("audio.output");
   add<Onvif::CAudio::COutput::CVolume>("audio.output.volume", "RW----");
-  return 0;
 }
 
 int32_t COnvifMan::APIsetup(Parameter& parameter, const std::string& layer) {

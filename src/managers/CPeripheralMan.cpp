@@ -3,7 +3,7 @@
 #include "devices/Pins.h"
 #include "devices/Serial.h"
 
-int32_t CPeripheralMan::init() {
+void CPeripheralMan::build() {
   add<Peripheral::COutputPin>("output_pin");
   add<Peripheral::COutputPin::CStatus>("output_pin.status", "RWRWR-");
   add<Peripheral::COutputPin::CPin>("output_pin.pin");
@@ -34,11 +34,12 @@ int32_t CPeripheralMan::init() {
   add<Peripheral::CInputPin::CPin>("input_pin.pin");
   add<Peripheral::CInputPin::CPin::CChatter>("input_pin.pin.chatter", "RWRWR-");
   add<Peripheral::CInputPin::CPin::CStatus>("input_pin.pin.status", "R-R-R-");
+}
 
+void CPeripheralMan::replay() {
   for (const char* path :
        {"peripheral.output_pin(1).status", "peripheral.output_pin(1).pin(1).duration",
         "peripheral.output_pin(1).pin(2).duration", "peripheral.serial(1).baud", "peripheral.serial(1).bit",
         "peripheral.serial(1).parity", "peripheral.serial(1).stopbit", "peripheral.serial(1).rts_offset"})
     m_replayStored(path);
-  return 0;
 }

@@ -5,5 +5,6 @@
 /** The root `peripheral`. */
 class CPeripheralMan : public CManBase {
  public:
-  int32_t init() override;
+  void build() override;
+  void replay() override;
 };

@@ -2,7 +2,7 @@
 
 #include "devices/Disk.h"
 
-int32_t CStorageMan::init() {
+void CStorageMan::build() {
   add<Storage::CDisk>("disk");
   add<Storage::CDisk::CStatus>("disk.status", "RWRWR-");
   add<Storage::CDisk::CInitialize>("disk.initialize", "RWRWR-");
@@ -12,5 +12,4 @@ int32_t CStorageMan::init() {
   add<Storage::CDisk::CRec>("disk.rec", "R-R-R-");
   add<Storage::CDisk::CErrcode>("disk.errcode", "R-R-R-");
   add<Storage::CDisk::CMount>("disk.mount", "-W-W--");
-  return 0;
 }

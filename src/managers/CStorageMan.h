@@ -5,5 +5,5 @@
 /** The root `storage`. */
 class CStorageMan : public CManBase {
  public:
-  int32_t init() override;
+  void build() override;
 };

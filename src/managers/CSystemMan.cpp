@@ -8,9 +8,7 @@
 #include "system/Session.h"
 #include "system/Status.h"
 
-int32_t CSystemMan::init() {
-  Accounts::recover();
-
+void CSystemMan::build() {
   add<System::CHardware>("hardware");
   add<System::CHardware::CCpu>("hardware.cpu");
   add<System::CHardware::CCpu::CUtilization>("hardware.cpu.utilization", "R-----");
@@ -67,5 +65,6 @@ int32_t CSystemMan::init() {
   add<System::CSession::CReceiving::CTo::CDecode>("session.receiving.to.decode", "R-R-R-");
 
   add<System::CLoglevel>("loglevel", "RW----");
-  return 0;
 }
+
+void CSystemMan::replay() { Accounts::recover(); }

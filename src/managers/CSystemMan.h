@@ -5,5 +5,6 @@
 /** The root `system`. */
 class CSystemMan : public CManBase {
  public:
-  int32_t init() override;
+  void build() override;
+  void replay() override;
 };

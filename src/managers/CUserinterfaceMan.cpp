@@ -2,8 +2,7 @@
 
 #include "devices/UserinterfaceEncode.h"
 
-int32_t CUserinterfaceMan::init() {
+void CUserinterfaceMan::build() {
   add<Userinterface::CEncode>("encode");
   add<Userinterface::CEncode::CCbrMode>("encode.cbr_mode", "RWRWR-");
-  return 0;
 }

@@ -5,5 +5,5 @@
 /** The root `userinterface`. */
 class CUserinterfaceMan : public CManBase {
  public:
-  int32_t init() override;
+  void build() override;
 };

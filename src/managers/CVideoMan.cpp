@@ -2,11 +2,10 @@
 
 #include "devices/VideoOutput.h"
 
-int32_t CVideoMan::init() {
+void CVideoMan::build() {
   add<Video::COutput>("output");
   add<Video::COutput::CStatus>("output.status", "RWRWR-");
   add<Video::COutput::CVideoSignal>("output.video_signal", "RWRWR-");
-
-  m_replayStored("video.output.status");
-  return 0;
 }
+
+void CVideoMan::replay() { m_replayStored("video.output.status"); }

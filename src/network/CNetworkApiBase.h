@@ -8,6 +8,12 @@
 #include "service/NetworkRows.h"
 #include "tree/Node.h"
 
+// Forms of what the tests below take.
+inline constexpr Form kHostAddress{"an IPv4 address of a host", "192.168.0.20", "300.1.1.1 0.0.0.0 x"};
+inline constexpr Form kAddressOrNone{"an IPv4 address of a host, or 0.0.0.0 for none", "192.168.0.1 0.0.0.0",
+                                     "300.1.1.1 x"};
+inline constexpr Form kName{"a name of up to 63 letters, digits, - and .; %00 for none", "camera-2 %00", "a_b a/b"};
+
 /** Base of all nodes of the root `network`. */
 struct CNetworkApiBase : CApiBase {
  protected:

@@ -25,7 +25,7 @@ constexpr Rule stagedForDestination(const Accepts& accepts, const Place& place, 
 }
 
 struct CDestination : CNetworkApiBase {
-  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 5}};
+  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 5}, .without = "1"};
   struct CHost;
   struct CPort;
   struct CFramerate;
@@ -39,9 +39,9 @@ struct CDestination : CNetworkApiBase {
 /** A multicast address of either kind. */
 struct CDestination::CHost : CNetworkApiBase {
   static int32_t isMulticast(Request& request);
-  static constexpr Rule rule =
-      stagedForDestination(Test{isMulticast}, {network_row::DEST1_HOST, ofDestination<&stream_destination::Rows::host>},
-                           Unchanged::BeforeTest);
+  static constexpr Rule rule = stagedForDestination(
+      Test{isMulticast, {"a multicast address of IPv4 or IPv6", "239.1.2.3 ff15::1", "192.168.7.20 x"}},
+      {network_row::DEST1_HOST, ofDestination<&stream_destination::Rows::host>}, Unchanged::BeforeTest);
 };
 
 struct CDestination::CPort : CNetworkApiBase {
@@ -56,9 +56,9 @@ struct CDestination::CFramerate : CNetworkApiBase {
   static int32_t isRate(Request& request);
   static constexpr Rule rule = [] {
     Rule staged = stagedForDestination(
-        Test{isRate}, {network_row::DEST1_FRAMERATE, ofDestination<&stream_destination::Rows::framerate>},
-        Unchanged::AfterTest);
-    staged.guard.access = sendsPictures;
+        Test{isRate, {"frames a second, up to 30, or -k for one every k seconds, down to -30", "10 -5 29.97", "x"}},
+        {network_row::DEST1_FRAMERATE, ofDestination<&stream_destination::Rows::framerate>}, Unchanged::AfterTest);
+    staged.guard.access = {sendsPictures, "for the destinations of pictures, 1 to 3"};
     return staged;
   }();
 };
@@ -96,6 +96,7 @@ struct CDestination::CStatus : CNetworkApiBase {
   static int32_t stop(Request& request);
   static int32_t state(const Request& request, std::string& text);
   static constexpr Rule rule{.commands = {{{"save", takeOver<kDestinationsCommit>}, {"start", start}, {"stop", stop}}},
+                             .place = {network_row::DEST1, ofDestination<&stream_destination::Rows::status>},
                              .fetch = state};
 
   /** What "start" and "stop" have done is answered as a value. */

@@ -20,7 +20,7 @@ struct CInterfaceCount : CNetworkApiBase {
 };
 
 struct CInterface : CNetworkApiBase {
-  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 1}};
+  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 1}, .without = "1"};
   struct CIp;
   struct CSubnetmask;
   struct CStatus;
@@ -37,13 +37,14 @@ struct CInterface : CNetworkApiBase {
 
 /** With DHCP on, a read shows the address that the port has. */
 struct CInterface::CIp : CNetworkApiBase {
-  static constexpr Rule rule = staged(Test{checkAddress}, network_row::IF1_IP, kInterfaceHint,
+  static constexpr Rule rule = staged(Test{checkAddress, kHostAddress}, network_row::IF1_IP, kInterfaceHint,
                                       leased<network_row::IF1_DHCP, ofPort<live_network::getIpAddress>>);
 };
 
 struct CInterface::CSubnetmask : CNetworkApiBase {
-  static constexpr Rule rule = staged(Test{checkNetmask}, network_row::IF1_NETMASK, kInterfaceHint,
-                                      leased<network_row::IF1_DHCP, ofPort<live_network::getNetmask>>);
+  static constexpr Rule rule =
+      staged(Test{checkNetmask, {"an IPv4 netmask", "255.255.255.0", "255.0.255.0 x"}}, network_row::IF1_NETMASK,
+             kInterfaceHint, leased<network_row::IF1_DHCP, ofPort<live_network::getNetmask>>);
 };
 
 /** "restart" by anybody and "save" by the ONVIF service alone, without the camera's restart. */
@@ -139,12 +140,12 @@ struct CInterface::CIpv6Base : CNetworkApiBase {
 };
 
 struct CInterface::CIpv6::CLinkLocal : CInterface::CIpv6Base {
-  static constexpr Selector selector{.takes = kAddresses};
+  static constexpr Selector selector{.takes = kAddresses, .without = "1"};
   static constexpr Rule rule{.fetch = fetch<live_network::kScopeLink>};
 };
 
 struct CInterface::CIpv6::CGlobal : CInterface::CIpv6Base {
-  static constexpr Selector selector{.takes = kAddresses};
+  static constexpr Selector selector{.takes = kAddresses, .without = "1"};
   static constexpr Rule rule{.fetch = fetch<live_network::kScopeGlobal>};
 };
 

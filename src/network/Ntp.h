@@ -34,8 +34,11 @@ struct CNtp::CStatus : CNetworkApiBase {
 /** An address or a name; a read shows the server that the address client brought. */
 struct CNtp::CHost : CNetworkApiBase {
   static int32_t checkHost(Request& request);
-  static constexpr Rule rule = staged(Test{checkHost}, network_row::NTP_HOST, kNtpHint,
-                                      leased<network_row::IF1_DHCP_NTP, ntp_client::fetchServer>);
+  static constexpr Rule rule =
+      staged(Test{checkHost,
+                  {"an IPv4 address or a name of up to 63 characters; %00 for none",
+                   "192.168.7.20 pool.example.org %00", "224.0.0.1"}},
+             network_row::NTP_HOST, kNtpHint, leased<network_row::IF1_DHCP_NTP, ntp_client::fetchServer>);
 };
 
 }  // namespace Network

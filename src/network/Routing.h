@@ -16,7 +16,7 @@ struct CHostname : CNetworkApiBase {
   static int32_t setKernelName(Request& request);
   static int32_t fetchKernelName(const Request& request, std::string& text);
   static constexpr Rule rule{
-      .accepts = Test{checkName},
+      .accepts = Test{checkName, kName},
       .place = network_row::HOSTNAME,
       .fetch = leased<network_row::IF1_DHCP_HOSTNAME, fetchKernelName>,
       .keeps = Keeps::WriteThrough,
@@ -25,7 +25,7 @@ struct CHostname : CNetworkApiBase {
 };
 
 struct CGateway : CNetworkApiBase {
-  static constexpr Selector selector{.takes = SelectorWord{.words = Words{"ipv4"}}};
+  static constexpr Selector selector{.takes = SelectorWord{.words = Words{"ipv4"}}, .without = "ipv4"};
   static constexpr Rule rule{.forward = "network.gateway(ipv4).ip(0)"};
   struct CIp;
   struct CStatus;
@@ -33,9 +33,10 @@ struct CGateway : CNetworkApiBase {
 
 /** Four of them; the address client's is shown in the place of each where it is used. */
 struct CGateway::CIp : CNetworkApiBase {
-  static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 3}};
-  static constexpr Rule rule = staged(Test{checkAddressOrNone}, {network_row::GATEWAY_IPV4, rowOf<gateways::kRows, 2>},
-                                      kInterfaceHint, leased<network_row::IF1_DHCP, gateways::fetchActive>);
+  static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 3}, .without = "0"};
+  static constexpr Rule rule =
+      staged(Test{checkAddressOrNone, kAddressOrNone}, {network_row::GATEWAY_IPV4, rowOf<gateways::kRows, 2>},
+             kInterfaceHint, leased<network_row::IF1_DHCP, gateways::fetchActive>);
 };
 
 /** "save" makes the staged gateways the active ones without a restart; those that do not fit are taken back. */
@@ -50,7 +51,7 @@ struct CDns : CNetworkApiBase {
 };
 
 struct CDns::CIp : CNetworkApiBase {
-  static constexpr Rule rule = staged(Test{checkAddressOrNone}, network_row::DNS_IP, kDnsHint,
+  static constexpr Rule rule = staged(Test{checkAddressOrNone, kAddressOrNone}, network_row::DNS_IP, kDnsHint,
                                       leased<network_row::IF1_DHCP_DNS, resolver::fetchServer>);
 };
 
@@ -66,9 +67,9 @@ struct CDns::CType : CNetworkApiBase {
 
 /** Up to four domains that a name is looked for in. */
 struct CDomainname : CNetworkApiBase {
-  static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 3}};
+  static constexpr Selector selector{.takes = SelectorNumber{.low = 0, .high = 3}, .without = "0"};
   static constexpr Rule rule =
-      staged(Test{checkName}, {network_row::DOMAINNAME, rowOf<resolver::kDomains, 1>}, kDnsHint);
+      staged(Test{checkName, kName}, {network_row::DOMAINNAME, rowOf<resolver::kDomains, 1>}, kDnsHint);
 };
 
 }  // namespace Network

@@ -20,7 +20,8 @@ inline constexpr Commit kRtspCommit{.rows = kRtspRows, .apply = restartRtspd};
 inline constexpr Hint kRestartRtsp{.layer = "network.rtsp(configuration)", .command = ".status=restart"};
 
 struct CRtsp : CNetworkApiBase {
-  static constexpr Selector selector{.takes = SelectorWord{.words = Words{"configuration"}}};
+  static constexpr Selector selector{.takes = SelectorWord{.words = Words{"configuration"}},
+                                     .without = "configuration"};
   struct CStatus;
   struct CPort;
 };
@@ -28,7 +29,7 @@ struct CRtsp : CNetworkApiBase {
 struct CRtsp::CStatus : CNetworkApiBase {
   static constexpr Rule rule{
       .accepts = Words{"on", "off"},
-      .commands = {{{"restart", takeOver<kRtspCommit>}}},
+      .commands = {{{.word = "restart", .run = takeOver<kRtspCommit>, .stops = "the streams by RTSP"}}},
       .place = network_row::RTSP_SERVER_STATUS,
       .keeps = Keeps::Staged,
       .unchanged = Unchanged::AfterKeeping,
@@ -59,7 +60,8 @@ struct COnvif : CNetworkApiBase {
 /** The service itself is started and watched by a thread of its own (OnvifThread.h). */
 struct COnvif::CStatus : CNetworkApiBase {
   static int32_t turn(Request& request);
-  static constexpr Rule rule{.accepts = Words{"on", "off"}, .place = network_row::ONVIF_SERVER_STATUS, .act = turn};
+  static constexpr Rule rule{
+      .accepts = Words{"on", "off"}, .place = network_row::ONVIF_SERVER_STATUS, .act = turn, .keeps = Keeps::ByAct};
 
  private:
   [[nodiscard]] static int32_t turnOn();
@@ -119,7 +121,7 @@ struct CPsia::CStatus : CNetworkApiBase {
 };
 
 struct CSnmpAgent : CNetworkApiBase {
-  static constexpr Selector selector{.available = hasSnmpd};
+  static constexpr Selector selector{.available = {hasSnmpd, "/bin/snmpd"}};
   struct CStatus;
 };
 
@@ -150,7 +152,7 @@ struct CAmxBeacon::CStatus : CNetworkApiBase {
 // ---- Access list ---------------------------------------------------------------------------------------------------
 
 struct CAccessControl : CNetworkApiBase {
-  static constexpr Selector selector{.takes = SelectorWord{.words = Words{"stream_out"}}};
+  static constexpr Selector selector{.takes = SelectorWord{.words = Words{"stream_out"}}, .without = "stream_out"};
   struct CLogic;
   struct CHost;
 };
@@ -164,9 +166,12 @@ struct CAccessControl::CLogic : CNetworkApiBase {
 /** "%00" takes the entry out of the list. */
 struct CAccessControl::CHost : CNetworkApiBase {
   static int32_t isHost(Request& request);
-  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 10}};
-  static constexpr Rule rule{
-      .accepts = Test{isHost}, .place = {network_row::AC_CTRL_HOST1, nthRow<2>}, .keeps = Keeps::WriteThrough};
+  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 10}, .without = "1"};
+  static constexpr Rule rule{.accepts = Test{isHost,
+                                             {"an IPv4 address, with /BITS a network; %00 for none",
+                                              "192.168.7.20 192.168.0.0/16 %00", "300.1.1.1 x"}},
+                             .place = {network_row::AC_CTRL_HOST1, nthRow<2>},
+                             .keeps = Keeps::WriteThrough};
 };
 
 }  // namespace Network

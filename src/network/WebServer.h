@@ -18,7 +18,7 @@ int32_t portShown(const Request& request, std::string& text);
 
 constexpr Rule webServerPort(network_row::Row row, std::string_view layer) {
   return {
-      .accepts = Test{isPort},
+      .accepts = Test{isPort, {"for configuration a port, 1 to 65535", "8080 65535", "x"}},
       .place = row,
       .fetch = portShown,
       .keeps = Keeps::Staged,
@@ -28,7 +28,8 @@ constexpr Rule webServerPort(network_row::Row row, std::string_view layer) {
 }
 
 struct CHttp : CNetworkApiBase {
-  static constexpr Selector selector{.takes = SelectorWord{.words = Words{"streaming", "configuration"}}};
+  static constexpr Selector selector{.takes = SelectorWord{.words = Words{"streaming", "configuration"}},
+                                     .without = "configuration"};
   struct CStatus;
   struct CPriority;
   struct CPort;
@@ -55,7 +56,7 @@ struct CHttp::CPriority : CNetworkApiBase {
   static int32_t tell(Request& request);
   static int32_t reload(Request& request);
   static constexpr Rule rule{
-      .guard = {.access = isStreaming, .write = isIdle},
+      .guard = {.access = {isStreaming, "for streaming"}, .write = {{{isIdle, "while nobody is served"}}}},
       .accepts = Words{Word{"framerate", 1}, Word{"clientnumber", 0}},
       .place = network_row::HTTP_CONFIG_STREAMING_PRIORITY,
       .act = tell,
@@ -73,8 +74,9 @@ struct CHttp::CType : CNetworkApiBase {
 };
 
 struct CHttps : CNetworkApiBase {
-  static constexpr Selector selector{.available = hasOpenssl,
-                                     .takes = SelectorWord{.words = Words{"streaming", "configuration"}}};
+  static constexpr Selector selector{.available = {hasOpenssl, "/bin/openssl"},
+                                     .takes = SelectorWord{.words = Words{"streaming", "configuration"}},
+                                     .without = "configuration"};
   struct CStatus;
   struct CPort;
 };

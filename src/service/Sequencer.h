@@ -9,7 +9,7 @@ namespace sequencer {
 
 /** Writes, "path=value" or the like; what is answered tells nothing. */
 [[nodiscard]] int32_t tell(const std::string& request);
-/** Reads: the answer is the bare value. */
+/** Reads: the answer is the bare value; one of several lines, which would forge a line of the response, is none. */
 [[nodiscard]] int32_t ask(std::string_view path, std::string& value);
 
 }  // namespace sequencer

@@ -80,14 +80,16 @@ bool receiveResponse(int server, std::string* text) {
     return false;
   }
   std::array<char, kReadStep> step{};
-  do {
+  while (remaining > 0) {
     const size_t wanted = std::min(remaining, step.size());
     if (CTmxdUtility::readData(server, step.data(), wanted) != static_cast<ssize_t>(wanted)) return false;
     text->append(step.data(), wanted);
     remaining -= wanted;
-  } while (remaining > 0);
+  }
   text->resize(std::min(text->find('\0'), text->size()));
-  return true;
+  if (text->find_first_of("\r\n") == std::string::npos) return true;
+  TMX_LOG(LOG_ERR, "answer of several lines");
+  return false;
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 
 /**
  * Client of the streaming session daemon: live data of the streams that the camera sends and receives. Every operation
- * is one connection and gives the daemon's text, empty when the exchange failed. Slots count from 1.
+ * is one connection and gives the daemon's text, empty when the exchange failed or brought several lines. Slots count from 1.
  */
 class Session {
  public:

@@ -13,7 +13,10 @@ struct CDate : CSystemApiBase {
   static int32_t checkDate(Request& request);
   static int32_t setClocks(Request& request);
   static int32_t fetch(const Request& request, std::string& text);
-  static constexpr Rule rule{.accepts = Test{checkDate}, .act = setClocks, .fetch = fetch};
+  static constexpr Rule rule{
+      .accepts = Test{checkDate, {"YYYYMMDDhhmmss", "20240229120000", "x 20240230120000", status::kInvalidRange}},
+      .act = setClocks,
+      .fetch = fetch};
 };
 
 /** The other daemons read the zone's file only when they start: the client is told to restart the camera. */
@@ -21,11 +24,11 @@ struct CTimezone : CSystemApiBase {
   static int32_t checkZone(Request& request);
   static int32_t setZone(Request& request);
   static constexpr Rule rule{
-      .accepts = Test{checkZone},
+      .accepts = Test{checkZone, {"a name of the table of time zones", "Japan", "x"}},
       .place = system_row::TIMEZONE,
       .act = setZone,
       .keeps = Keeps::WriteThrough,
-      .answers = {.layer = "system", .command = ".status=restart"},
+      .answers = {.layer = "system", .command = ".status=restart", .brings = Brings::IntoForce},
   };
 };
 

@@ -75,7 +75,7 @@ struct COzmMac : CSystemApiBase {
       .accepts = Text{.most = 17, .least = 17},  // "00-11-22-33-44-55"
       .act = act,
       .shows = {.fixed = "00-C0-DE-11-11-11"},
-      .answers = {.layer = "system", .command = ".status=restart"},
+      .answers = {.layer = "system", .command = ".status=restart", .brings = Brings::IntoForce},
   };
 };
 

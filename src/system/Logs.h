@@ -18,7 +18,13 @@ struct CLoglevel : CSystemApiBase {
   static int32_t check(Request& request);
   static int32_t act(Request& request);
   static inline std::string level = "LOG_INFO";
-  static constexpr Rule rule{.accepts = Test{check}, .place = &level, .act = act, .keeps = Keeps::InMemory};
+  static constexpr Rule rule{
+      .accepts = Test{check,
+                      {"LOG_EMERG to LOG_DEBUG; another text stands for LOG_INFO",
+                       "LOG_EMERG LOG_ALERT LOG_CRIT LOG_ERR LOG_WARNING LOG_NOTICE LOG_DEBUG LOG_INFO", ""}},
+      .place = &level,
+      .act = act,
+      .keeps = Keeps::InMemory};
 };
 
 }  // namespace System

@@ -21,13 +21,14 @@ enum class AccountClass { Admin, Operator, User };
 [[nodiscard]] int32_t initializeAccount(AccountClass of, Request& request);
 [[nodiscard]] int32_t showAccount(AccountClass of, const Request& request, std::string& text);
 
-inline constexpr Selector kAccounts{.takes = SelectorNumber{.low = 0, .high = 3}};
+inline constexpr Selector kAccounts{.takes = SelectorNumber{.low = 0, .high = 3}, .without = "0"};
 
 /** An account's password, which makes the account. */
 template <AccountClass of>
 constexpr Rule passwordOf() {
   return {.accepts = Text{.most = 16, .least = 1, .wrongLength = status::kInternalError, .escapes = Escapes::Decoded},
-          .act = [](Request& request) { return setPassword(of, request); }};
+          .act = [](Request& request) { return setPassword(of, request); },
+          .keeps = Keeps::ByAct};
 }
 
 /** Whether there is such an account; it is deleted by "initialize". */

@@ -71,7 +71,7 @@ struct CSession::CReceivingMax : CSystemApiBase {
 };
 
 struct CSession::CSending : CSystemApiBase {
-  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 22}};
+  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 22}, .without = "1"};
   struct CTo;
   struct CFrom;
   struct CBitrate;
@@ -127,7 +127,7 @@ struct CSession::CSending::CFrom::CFramerate : CSystemApiBase {
 };
 
 struct CSession::CReceiving : CSystemApiBase {
-  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 1}};
+  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 1}, .without = "1"};
   struct CFrom;
   struct CTo;
   struct CBitrate;

@@ -36,9 +36,14 @@ int32_t execute(CApiBase* node, ExecArgs* args, int32_t (CApiBase::*operation)(E
 CManBase::CManBase() = default;
 CManBase::~CManBase() = default;
 
-int32_t CManBase::init() { return 0; }
+void CManBase::init() {
+  build();
+  replay();
+}
 
-int32_t CManBase::checkRootAttribute(const std::string& /*selector*/) { return 0; }
+void CManBase::replay() {}
+
+const Selector* CManBase::getSelector() const { return nullptr; }
 
 int32_t CManBase::m_execReadCommand(CApiBase* node, ExecArgs* args) { return execute(node, args, &CApiBase::execRead); }
 
@@ -50,7 +55,7 @@ int32_t CManBase::APIsetup(Parameter& parameter, const std::string& layer) {
   parameter.setResponse(getStatusCode(status::kCommandNotFound));
   const std::string selector = parameter.getAttribute(layer);
   if (parameter.isInvalid()) return -1;
-  const int32_t refused = checkRootAttribute(selector);
+  const int32_t refused = getSelector() == nullptr ? 0 : checkSelector(*getSelector(), selector);
   if (refused < 0) return refuse(parameter, -refused);
 
   ExecArgs args{&parameter, {selector}};

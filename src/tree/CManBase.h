@@ -28,12 +28,17 @@ class CManBase {
 
   /** Runs one item whose root layer has been taken; 0, or -1. The parameter's response says everything. */
   virtual int32_t APIsetup(Parameter& parameter, const std::string& layer);
-  /** Builds the tree of this root and replays the stored settings. */
-  virtual int32_t init();
+  /** Builds the tree of this root, then replays the stored settings. */
+  void init();
+  /** Adds the nodes, parents in front of what lies under them; touches nothing outside. */
+  virtual void build() = 0;
+  /** Brings the stored settings into force, as a start does. */
+  virtual void replay();
   virtual int32_t m_execReadCommand(CApiBase* node, ExecArgs* args);
   virtual int32_t m_execWriteCommand(CApiBase* node, ExecArgs* args);
-  /** Whether the root takes the selector; 0 or a negated status. */
-  virtual int32_t checkRootAttribute(const std::string& selector);
+  /** What the root takes as its selector; none: any. */
+  [[nodiscard]] virtual const Selector* getSelector() const;
+  [[nodiscard]] const std::list<CApiBase*>& getNextLayers() const { return m_nextLayers; }
 
   /** Decides from the node's permission string; 0, or -1 with the refusal in the response. */
   static int32_t m_checkPermission(Parameter& parameter, const CApiBase* node, int32_t* write);

@@ -22,6 +22,7 @@ constexpr const Rule* ruleOf() {
     constexpr const Rule& rule = Node::rule;
     static_assert(!check::hasWordTwice(rule), "a word stands twice in the rule");
     static_assert(check::hasSoundRange(rule), "no value can be accepted");
+    static_assert(!check::lacksForm(rule), "a test needs the form of what it takes");
     static_assert(check::refusesWithStatus(rule), "a refusal needs a status that refuses");
     static_assert(check::hasRowOfItsFamily(rule), "the family has no such row");
     static_assert(!check::forgetsValue(rule), "the value is accepted and forgotten");
@@ -39,6 +40,7 @@ template <class Node>
 constexpr const Selector* selectorOf() {
   if constexpr (requires { Node::selector; }) {
     static_assert(isSound(Node::selector), "no selector can be accepted");
+    static_assert(saysWithout(Node::selector), "a path without brackets needs a meaning");
     return &Node::selector;
   } else {
     return nullptr;

@@ -79,6 +79,14 @@ struct Hex {
   size_t digits;
 };
 
+/** The form of a text that code judges, for who asks what a write takes, with texts that show it (parted by blanks). */
+struct Form {
+  std::string_view words{};
+  std::string_view taken{};
+  std::string_view refused{};  ///< each by `code`
+  int32_t code = status::kNotUnderstood;
+};
+
 /** How the escapes of a text are taken: as they stand, "%xx" for its character, or that and "+" for a blank. */
 enum class Escapes { AsSent, Decoded, DecodedPlus };
 
@@ -91,11 +99,13 @@ struct Text {
   std::string_view forbidden{};
   bool canBeEmpty = false;     ///< "%00" stands for the empty text
   std::string_view emptyAs{};  ///< what is kept for it
+  Form form{};                 ///< what is judged behind the acceptance
 };
 
 /** A test of its own: 0 or a negated status; may set the request's number and put its value in another form. */
 struct Test {
   Act run;
+  Form form;
 };
 
 /** Nothing: the leaf takes no value; without commands it has no write operation and answers 501. */
@@ -107,6 +117,7 @@ struct Command {
   /** 0 answers 200; status::kAccepted answers 202 with the rule's hint. None: the peer, if there is one, is told. */
   Act run = nullptr;
   PostAction afterwards = PostAction::None;  ///< what follows behind the answer when `run` gave 0
+  std::string_view stops{};                  ///< what it interrupts besides
 };
 
 // ---- Whom a write tells and a read asks ----------------------------------------------------------------------------
@@ -167,7 +178,8 @@ Cell tableOf(const Selectors& selectors, Row row) {
 
 /** How an accepted value is kept. */
 enum class Keeps {
-  Nothing,         ///< by an action, or nowhere
+  Nothing,         ///< nowhere, or in memory by an action, which the request of the hint then writes
+  ByAct,           ///< on flash, or in files of others, by the action
   WriteThrough,    ///< staging image, committed image, file
   ConfigOnly,      ///< committed image, file
   InMemory,        ///< both images, or the variable
@@ -185,12 +197,21 @@ enum class Unchanged {
 
 // ---- What is shown and answered ------------------------------------------------------------------------------------
 
+/** What the request of a hint does for the value. */
+enum class Brings {
+  ToFlashAndForce,  ///< it was staged
+  ToFlash,          ///< it was in force already
+  IntoForce,        ///< it was on flash already
+};
+
 /** "(layer(selector)command)" behind a 202, the request that takes the value over. */
 struct Hint {
   std::string_view layer{};
   std::string_view command{};
   int32_t selector = -1;         ///< which selector of the path stands behind the layer; -1 for none
   std::string_view byDefault{};  ///< stands for an empty selector, which is left out otherwise
+  Brings brings = Brings::ToFlashAndForce;
+  bool isTold = true;  ///< false: the answer is 200 all the same
 };
 
 /** A result of an action and the status for it. */
@@ -205,19 +226,17 @@ inline constexpr int32_t kAnyFailure = std::numeric_limits<int32_t>::min();
 /** The statuses for results that are no negated statuses themselves; 500 for any other. */
 using Refusals = std::array<Refusal, 4>;
 
-/** Asked before anything else: 0, or the negated status with which the path as it stands, or the moment, is refused. */
-struct Guard {
-  int32_t (*access)(const Selectors& selectors) = nullptr;  ///< of reads and writes
-  int32_t (*write)(const Selectors& selectors) = nullptr;   ///< of writes alone
+/** What must hold of the path as it stands, or of the moment. */
+struct Condition {
+  int32_t (*check)(const Selectors& selectors) = nullptr;  ///< 0, or the negated status that refuses
+  std::string_view text{};                                 ///< "while …", "for …": when it holds
 };
 
-/** A guard of several, in their order: Guard::write = all<isCurrent, isSlow>. */
-template <int32_t (*... Guards)(const Selectors&)>
-int32_t all(const Selectors& selectors) {
-  int32_t result = 0;
-  static_cast<void>((((result = Guards(selectors)) == 0) && ...));
-  return result;
-}
+/** Asked before anything else, in this order. */
+struct Guard {
+  Condition access{};                ///< of reads and writes
+  std::array<Condition, 2> write{};  ///< of writes alone
+};
 
 /** How a value is shown. */
 struct Shows {
@@ -281,6 +300,12 @@ constexpr bool hasSoundRange(const Rule& rule) {
   return true;
 }
 
+/** Who asks would not learn what the test takes. */
+constexpr bool lacksForm(const Rule& rule) {
+  const auto* test = std::get_if<Test>(&rule.accepts);
+  return test != nullptr && test->form.words.empty();
+}
+
 constexpr bool refusesWithStatus(const Rule& rule) {
   constexpr int32_t kLowest = status::kUnauthorized;
   if (const auto* number = std::get_if<Number>(&rule.accepts)) {
@@ -308,19 +333,22 @@ constexpr bool forgetsValue(const Rule& rule) {
 constexpr bool actsOnNothing(const Rule& rule) {
   return !takesValues(rule) && (rule.act != nullptr || rule.then != nullptr || rule.keeps != Keeps::Nothing ||
                                 rule.unchanged != Unchanged::IsWritten ||
-                                (!takesCommands(rule) && (hasHint(rule) || rule.guard.write != nullptr)));
+                                (!takesCommands(rule) && (hasHint(rule) || rule.guard.write.front().check != nullptr)));
 }
 
 constexpr bool keepsWithoutPlace(const Rule& rule) {
   const bool inVariable = rule.place.variable != nullptr;
   if (inVariable && rule.keeps != Keeps::Nothing && rule.keeps != Keeps::InMemory) return true;
-  return !rule.place.exists() && (rule.keeps != Keeps::Nothing || rule.unchanged != Unchanged::IsWritten);
+  const bool needsPlace = rule.keeps != Keeps::Nothing && rule.keeps != Keeps::ByAct;
+  return !rule.place.exists() && (needsPlace || rule.unchanged != Unchanged::IsWritten);
 }
 
 /** Nobody would learn that a value waits, or there is no choice between 200 and the hint. */
 constexpr bool lacksHint(const Rule& rule) {
   if (rule.answers.layer.empty() != rule.answers.command.empty()) return true;
-  return !hasHint(rule) && (rule.keeps == Keeps::Staged || rule.unchanged == Unchanged::AfterKeeping);
+  const bool staysInMemory =
+      rule.keeps == Keeps::ConfigInMemory || (rule.keeps == Keeps::InMemory && rule.place.row.exists());
+  return !hasHint(rule) && (staysInMemory || rule.keeps == Keeps::Staged || rule.unchanged == Unchanged::AfterKeeping);
 }
 
 constexpr bool forwardsAndMore(const Rule& rule) {

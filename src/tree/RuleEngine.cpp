@@ -49,7 +49,7 @@ bool save(const std::vector<Cell>& cells) {
 
 /** Keeps the value in the way of the rule; false when the file could not be written. */
 bool keep(const Rule& rule, const Request& request) {
-  if (rule.keeps == Keeps::Nothing) return true;
+  if (rule.keeps == Keeps::Nothing || rule.keeps == Keeps::ByAct) return true;
   if (rule.place.variable != nullptr) {
     *rule.place.variable = request.value;
     return true;
@@ -71,8 +71,8 @@ int32_t refusalFor(const Rule& rule, int32_t result) {
   return result <= -status::kOk ? -result : status::kInternalError;
 }
 
-int32_t ask(int32_t (*guard)(const Selectors&), const Selectors& selectors) {
-  return guard == nullptr ? 0 : guard(selectors);
+int32_t ask(const Condition& condition, const Selectors& selectors) {
+  return condition.check == nullptr ? 0 : condition.check(selectors);
 }
 
 /** What a command does itself; one without a function tells the peer, or does nothing. */
@@ -118,7 +118,9 @@ int32_t perform(const Rule& rule, Request& request) {
 /** The status of a write up to its answer: kOk, kAccepted, or the refusal. */
 int32_t carryOut(const Rule& rule, Request& request) {
   if (const int32_t result = ask(rule.guard.access, request.selectors); result < 0) return -result;
-  if (const int32_t result = ask(rule.guard.write, request.selectors); result < 0) return -result;
+  for (const Condition& condition : rule.guard.write) {
+    if (const int32_t result = ask(condition, request.selectors); result < 0) return -result;
+  }
   if (const Command* command = findCommand(rule, request.value)) return runCommand(rule, *command, request);
 
   const auto endsAt = [&](Unchanged when) {
@@ -139,7 +141,7 @@ int32_t carryOut(const Rule& rule, Request& request) {
   }
 
   if (result == status::kAccepted) return result;
-  if (rule.answers.layer.empty()) return status::kOk;
+  if (rule.answers.layer.empty() || !rule.answers.isTold) return status::kOk;
   const bool agree =
       rule.unchanged == Unchanged::AfterKeeping &&
       stored(rule.place, request.selectors, Image::Config) == stored(rule.place, request.selectors, Image::User) &&

@@ -29,7 +29,7 @@ int32_t checkText(const SelectorWord& rule, const std::string& selector) {
 }  // namespace
 
 int32_t checkSelector(const Selector& rule, const std::string& selector) {
-  if (rule.available != nullptr && !rule.available()) return -status::kCommandNotFound;
+  if (rule.available.met != nullptr && !rule.available.met()) return -status::kCommandNotFound;
   if (selector.empty()) return -rule.empty;
   const int32_t refused = std::visit([&selector](const auto& text) { return checkText(text, selector); }, rule.takes);
   if (refused == 0 && rule.selects != nullptr) rule.selects(selector);

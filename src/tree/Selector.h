@@ -24,36 +24,45 @@ struct SelectorWord {
   bool firstPartOnly = false;  ///< only the text in front of the first "," is compared
 };
 
+/** Something that not every camera has. */
+struct Requirement {
+  bool (*met)() = nullptr;
+  std::string_view what{};
+};
+
+/** A feature of the model file. */
+template <Feature feature>
+inline constexpr Requirement has{[] { return ModelFeature::has(feature); }, ModelFeature::text(feature)};
+/** For a layer that a model has only without the feature. */
+template <Feature feature>
+inline constexpr Requirement lacks{[] { return !ModelFeature::has(feature); }, ModelFeature::absence(feature)};
+
 /**
  * What a layer takes between its brackets, and when the layer exists at all. A layer whose class states no Selector
  * takes any selector and gives it no meaning.
  */
 struct Selector {
-  /** Whether the model has the layer; 461 where it says no. */
-  bool (*available)() = nullptr;
+  /** What the camera must have for the layer to exist; 461 where it has not. */
+  Requirement available{};
   /** The status for a layer without brackets; 0 where that is accepted. */
   int32_t empty = 0;
   std::variant<std::monostate, SelectorNumber, SelectorWord> takes{};
   /** Hears of each accepted selector that is not empty: a path with it changes what later requests mean. */
   void (*selects)(const std::string& selector) = nullptr;
+  /** The selector that a path without brackets stands for. */
+  std::string_view without{};
 };
-
-/** Selector::available for a feature of the model file. */
-template <Feature feature>
-bool has() {
-  return ModelFeature::has(feature);
-}
-/** Selector::available for a layer that the model has only without the feature. */
-template <Feature feature>
-bool lacks() {
-  return !ModelFeature::has(feature);
-}
 
 /** Whether a rule can be right at all; a wrong one does not compile. */
 constexpr bool isSound(const Selector& rule) {
   if (const auto* number = std::get_if<SelectorNumber>(&rule.takes)) return number->low <= number->high;
   if (const auto* word = std::get_if<SelectorWord>(&rule.takes)) return !word->words.empty();
-  return rule.available != nullptr && rule.empty == 0 && rule.selects == nullptr;
+  return rule.available.met != nullptr && rule.empty == 0 && rule.selects == nullptr;
+}
+
+/** Whether a path without brackets is refused, the same as any, or stands for a selector. */
+constexpr bool saysWithout(const Selector& rule) {
+  return std::holds_alternative<std::monostate>(rule.takes) || rule.empty != 0 || !rule.without.empty();
 }
 
 /** Applies the rule to the text between the brackets; 0 or a negated status. */

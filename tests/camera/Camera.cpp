@@ -99,9 +99,15 @@ void Camera::down() { sandbox({"down"}); }
 
 void Camera::cut() { sandbox({"cut"}); }
 
+bool Camera::isOn() const { return sandbox({"status"}) == 0; }
+
 bool Camera::reboot() { return sandbox({"reboot"}) == 0; }
 
 bool Camera::restartsBehind(std::string_view request) {
+  return restartsBehind([&] { EXPECT_TRUE(ask(request).ends_with("&200 OK")) << request; });
+}
+
+bool Camera::restartsBehind(const std::function<void()>& action) {
   // The first line that the daemon logs.
   const auto starts = [this] {
     const std::string text = log();
@@ -111,7 +117,7 @@ bool Camera::restartsBehind(std::string_view request) {
     return count;
   };
   const size_t before = starts();
-  EXPECT_TRUE(ask(request).ends_with("&200 OK")) << request;
+  action();
   return eventually([&] { return starts() > before; }) && eventually([this] { return ask("system.model") != kClosed; });
 }
 
@@ -254,6 +260,12 @@ Texts Camera::toldRecorder() const {
     if (what == "restart") told.push_back("restart " + field(line, "value"));
   }
   return told;
+}
+
+int Camera::ctl(const std::string& line) const {
+  const std::string tmxctl =
+      std::string("env TMX_DESCRIPTION=") + kBuild + "/parameters.json " + kBuild + "/bin/tmxctl -s tmp/request ";
+  return run({"/bin/sh", "-c", "cd \"$0\" && exec " + tmxctl + line, m_home});
 }
 
 int Camera::exec(const std::vector<std::string>& words) const {

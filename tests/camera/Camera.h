@@ -41,11 +41,13 @@ class Camera {
   void start();
   void down();
   void cut();
+  [[nodiscard]] bool isOn() const;
   [[nodiscard]] bool reboot();
-  [[nodiscard]] bool isOn() const { return sandbox({"status"}) == 0; }
   /** How often it has booted since it was switched on. */
   [[nodiscard]] int boots() const { return std::atoi(read("run/boots").c_str()); }
-  /** Asks for something that restarts the camera behind its answer; whether it came back. */
+  /** Does something that restarts the camera; whether it came back. */
+  [[nodiscard]] bool restartsBehind(const std::function<void()>& action);
+  /** The same for a request, which restarts it behind its answer. */
   [[nodiscard]] bool restartsBehind(std::string_view request);
 
   /** The answer without its last line end; "<closed>" when the camera closes without one. */
@@ -85,6 +87,8 @@ class Camera {
   [[nodiscard]] std::string log() const { return read("syslog"); }
   /** Whether the log holds the text, or gets it within some seconds. */
   [[nodiscard]] bool isLogged(std::string_view text) const;
+  /** Runs tmxctl from outside, in the camera's home, with a line of shell behind it; its exit status. */
+  [[nodiscard]] int ctl(const std::string& line) const;
   /** Runs a command inside; its exit status. */
   int exec(const std::vector<std::string>& words) const;
   /** What a line of shell prints inside, without its last line end. */

@@ -261,9 +261,6 @@ TEST_F(Adjust, SensorAndFactoryPosition) {
   EXPECT_EQ(camera().ask(focus + "=set"), focus + k412);
   EXPECT_EQ(camera().ask(focus + "=reset"), focus + k451);
   camera().ask("camera.focus.gpiofrom.status=ready");
-  camera().tell("gpio down");
-  EXPECT_EQ(camera().ask(focus + "=set"), focus + k500);
-  camera().tell("gpio up");
 }
 
 /** The steps of a procedure, from the state that the steps before have left. */
@@ -323,10 +320,6 @@ TEST_F(Adjust, Procedures) {
   camera().ask(step + "=0&" + step + "=1&" + step + "=3");
   camera().tell("defect static=error");
   EXPECT_EQ(camera().ask(step), step + "=255" + kOk);
-  camera().tell("defect down");
-  expectAnswers(camera(), {{step, step + "=255" + kOk},
-                           {step + "=0", step + k500},
-                           {"camera.dspadjust.static_num", "camera.dspadjust.static_num" + std::string(k500)}});
   camera().ask(mode + "=0&" + mode + "=4");
   camera().tell("dsp fail=0x30");
   EXPECT_EQ(camera().ask(mode + "=0"), mode + k500);

@@ -14,8 +14,6 @@ const std::string kArea = "0123456789abcdefABCDEF0123456789ff";
 const std::string kMotion = "camera.detection";
 const std::string kTamper = "camera.detection(tampering)";
 
-std::string assignment(const std::string& path, const std::string& value) { return path + "=" + value; }
-
 /** A request, its answer behind the path, and what the daemon got meanwhile. */
 struct Case {
   std::string request;
@@ -120,29 +118,6 @@ TEST_F(Detection, SavedAndRestored) {
   camera().ask(kTamper + ".temporal=31");
   expect(camera(), {{kTamper + ".status=save", kOk, {}}});
   EXPECT_EQ(stored("TAMP_DETECT_TEMPO"), "31");
-}
-
-TEST_F(Detection, OnlyWhatTheDaemonTookIsKept) {
-  const std::string motion = kMotion + ".status=on&" + kMotion + ".level=50&" + kMotion + ".area=" + kArea;
-  const std::string tamper = kTamper + ".status=on&" + kTamper + ".level=50&" + kTamper + ".temporal=50";
-  for (const char* fault : {"down", "refuse"}) {
-    camera().ask(motion);
-    camera().ask(tamper);
-    camera().tell(std::string("detection ") + fault);
-    for (const auto& [path, other, kept] : {std::array{kMotion + ".status", std::string("off"), std::string("on")},
-                                            {kMotion + ".level", "51", "50"},
-                                            {kMotion + ".area", std::string(34, 'F'), kArea},
-                                            {kTamper + ".status", "off", "on"},
-                                            {kTamper + ".level", "51", "50"},
-                                            {kTamper + ".temporal", "51", "50"}}) {
-      EXPECT_EQ(camera().ask(assignment(path, other)), path + k500) << fault;
-      EXPECT_EQ(camera().ask(path), assignment(path, kept) + kOk) << fault;
-    }
-    for (const std::string& path : {kMotion + ".status", kTamper + ".status"}) {
-      EXPECT_EQ(camera().ask(path + "=restore"), path + k500) << fault;
-    }
-    camera().tell("detection up");
-  }
 }
 
 /** One value that is refused does not keep the others from the daemon. */

@@ -41,14 +41,14 @@ class EventTest : public CameraTest {
 
 TEST_F(EventTest, AnEditReachesTheRecorderAtOnceAndFlashWithTheRestart) {
   run({{"application.event(1).trigger=pin1=make%20x+y", accepted("event(1)"), {"event(1).trigger pin1=make%20x+y"}},
-       {"application.event(1).trigger", "=&200 OK"},
+       {"application.event(1).trigger", "=pin1=make&200 OK"},
        {"application.event(1).action=record%281%29+%22%26%25",
         accepted("event(1)"),
         {"event(1).action record(1) \"&%"}},
        {"application.event(1).action", "=&200 OK"},
        {"application.event(1).status=on", kOk, {"event(1).status 1"}},
        {"application.event(1).status", "=on&200 OK"}});
-  expectRows(1, {{"EVENT_STATUS", "off"}, {"EVENT_TRIGGER", ""}, {"EVENT_ACTION", ""}});
+  expectRows(1, {{"EVENT_STATUS", "off"}, {"EVENT_TRIGGER", "pin1=make"}, {"EVENT_ACTION", ""}});
   run({{"application.event(1).status=restart", kOk, {"restart 1"}},
        {"application.event(1).trigger", "=pin1=make%20x+y&200 OK"},
        {"application.event(1).action", "=record(1) %22%26%25&200 OK"}});
@@ -57,13 +57,13 @@ TEST_F(EventTest, AnEditReachesTheRecorderAtOnceAndFlashWithTheRestart) {
        {"application.event(1).action=%00", accepted("event(1)"), {"event(1).action "}},
        {"application.event(1).status=restart", kOk, {"restart 1"}}});
   expectRows(1, {{"EVENT_STATUS", "off"}, {"EVENT_ACTION", ""}});
-  expectRows(2, {{"EVENT_STATUS", "off"}, {"EVENT_TRIGGER", ""}});
+  expectRows(2, {{"EVENT_STATUS", "off"}, {"EVENT_TRIGGER", "pin1=make"}});
 }
 
 TEST_F(EventTest, ARestartTakesNoOtherRule) {
   run({{"application.event(4).trigger=four", accepted("event(4)"), {"event(4).trigger four"}},
        {"application.event(5).status=restart", kOk, {"restart 5"}},
-       {"application.event(4).trigger", "=&200 OK"},
+       {"application.event(4).trigger", "=pin1=make&200 OK"},
        {"application.event(4).status=restart", kOk, {"restart 4"}},
        {"application.event(4).trigger", "=four&200 OK"}});
 }
@@ -88,7 +88,7 @@ TEST_F(EventTest, FiltersAreReadBackAtOnceAndSavedWithTheRule) {
         accepted("event(2)"),
         {"event(2).filter(7).start 3723", "event(2).filter(7).end 86399"}},
        {"application.event(2).filter(saturday).time", "=010203-235959&200 OK"}});
-  expectRows(2, {{"FILTER_STATUS1", "off"}, {"FILTER_TYPE2", "mask"}, {"FILTER_TIME7", ""}});
+  expectRows(2, {{"FILTER_STATUS1", "off"}, {"FILTER_TYPE2", "mask"}, {"FILTER_TIME7", "000000-240000"}});
   run({{"application.event(2).status=restart", kOk, {"restart 2"}}});
   expectRows(2, {{"FILTER_STATUS1", "on"}, {"FILTER_TYPE2", "unmask"}, {"FILTER_TIME7", "010203-235959"}});
 }
@@ -146,7 +146,7 @@ TEST_F(EventTest, TheRecordersWordIsTheAnswer) {
   }
   camera().tell("recorder up");
   run({{"application.event(3).status=restart", kOk, {"restart 3"}},
-       {"application.event(3).trigger", "=&200 OK"},
+       {"application.event(3).trigger", "=pin1=make&200 OK"},
        {"application.event(3).status", "=off&200 OK"},
        {"application.event(3).filter(monday).status", "=off&200 OK"}});
   EXPECT_EQ(camera().read(file(3)), before);
@@ -182,7 +182,9 @@ TEST(Event, AStartBringsEveryRuleBackAndWritesNothing) {
   camera.setRow(file(3), "EVENT_ACTION", "x&y 1+2");
   camera.setRow(file(3), "FILTER_STATUS2", "on");
   camera.setRow(file(3), "FILTER_TYPE2", "unmask");
-  camera.setRow(file(3), "FILTER_TIME2", "000000-240000");
+  camera.setRow(file(3), "FILTER_TIME2", "000001-240000");
+  camera.setRow(file(4), "EVENT_TRIGGER", "");
+  camera.setRow(file(4), "FILTER_TIME2", "");
   const auto written = std::filesystem::last_write_time(camera.path(file(3)));
   const std::string before = camera.read(file(3));
   camera.clearJournal();
@@ -192,13 +194,15 @@ TEST(Event, AStartBringsEveryRuleBackAndWritesNothing) {
   for (int event = 1; event <= 10; ++event) {
     const std::string name = "event(" + std::to_string(event) + ").";
     const bool third = event == 3;
-    if (third) expected.insert(expected.end(), {name + "trigger a&b=c%20d", name + "action x&y 1 2"});
+    if (event != 4) expected.push_back(name + "trigger " + (third ? "a&b=c%20d" : "pin1=make"));
+    if (third) expected.push_back(name + "action x&y 1 2");
     for (int day = 1; day <= 7; ++day) {
       const std::string filter = name + "filter(" + std::to_string(day) + ").";
       const bool second = third && day == 2;
       expected.push_back(filter + "status " + (second ? "1" : "0"));
       expected.push_back(filter + "type " + (second ? "2" : "1"));
-      if (second) expected.insert(expected.end(), {filter + "start 0", filter + "end 86400"});
+      if (event == 4 && day == 2) continue;
+      expected.insert(expected.end(), {filter + "start " + (second ? "1" : "0"), filter + "end 86400"});
     }
     expected.push_back(name + "status " + (third ? "1" : "0"));
     expected.push_back("restart " + std::to_string(event));

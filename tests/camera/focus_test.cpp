@@ -154,9 +154,6 @@ TEST_F(Focus, Reads) {
   EXPECT_EQ(ask(".progress"), "camera.focus.progress=0&200 OK");
   EXPECT_EQ(ask(".run_counter=12"), std::string("camera.focus.run_counter") + kOk);
   EXPECT_EQ(ask(".run_counter"), "camera.focus.run_counter=12&200 OK");
-  camera().tell("gpio down");
-  for (const char* item : {"", "=stop", ".finefocus", ".progress", ".run_counter", ".run_counter=reset"})
-    EXPECT_EQ(ask(item), pathOf(item) + k500) << item;
 }
 
 /** A change of the mode: from where, with the filter where, and what it comes to. */

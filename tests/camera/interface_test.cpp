@@ -146,7 +146,7 @@ TEST_F(InterfaceTest, ARestartBringsTheStagedPortUp) {
               {"IF1_DSCP_VIDEOMPEG", "252"},
               {"IF1_DSCP_VIDEOH264", "252"},
               {"IF1_DSCP_AUDIO", "252"},
-              {"DNS_IP", "0.0.0.0"},
+              {"DNS_IP", "192.168.0.1"},
               {"NTP_INTERVAL", "7"},
               {"DOMAINNAME", ""}};  // not the interface's
   for (const auto& row : rows)
@@ -272,7 +272,7 @@ TEST_F(InterfaceTest, TheAddressClientsRestartLeavesStagedValuesStaged) {
   stage({"dhcp.status=on"});
   EXPECT_EQ(order(kDhcpRestart), kOk);
   for (const auto& [key, value] :
-       {std::pair("GATEWAY_IPV4", "0.0.0.0"), {"DNS_IP", "0.0.0.0"}, {"IF1_MTU", "1500"}, {"NTP", "off"}})
+       {std::pair("GATEWAY_IPV4", "0.0.0.0"), {"DNS_IP", "192.168.0.1"}, {"IF1_MTU", "1500"}, {"NTP", "off"}})
     EXPECT_EQ(camera().row(kFile, key), value);
   // The next write reaches flash, and what waited is taken over by its own request.
   EXPECT_EQ(order("network.hostname=gate"), kOk);

@@ -1,6 +1,14 @@
-// Neighbours that are down, refuse, close early or talk nonsense: the defined failure, and the next request is served.
+// Every neighbour with every fault, for every node that talks to it: a defined answer, the daemon alive in its memory,
+// nothing kept that failed, and the next request served.
 
+#include <algorithm>
 #include <chrono>
+#include <cstdlib>
+#include <future>
+#include <iterator>
+#include <map>
+#include <set>
+#include <sstream>
 
 #include "tests/camera/Answers.h"
 #include "tests/camera/Camera.h"
@@ -8,43 +16,403 @@
 namespace test {
 namespace {
 
-class Neighbours : public CameraTest {};
+constexpr const char* kFaults = "down silent short garbage refuse slow early leave endless huge drip";
 
-TEST_F(Neighbours, EveryFaultOfEveryNeighbour) {
-  struct Case {
-    const char* neighbour;
-    const char* request;
-    const char* answer;  // behind the path, while the neighbour misbehaves
-    const char* faults;  // those that fail the exchange; the others bring an answer like any other
-  };
-  const Case cases[] = {
-      {"detection", "camera.detection.level=50", k500, "down early garbage refuse"},
-      {"ptz", "camera.motion.pan.mode=left", k500, "down early"},
-      {"session", "system.session.total_bitrate", "=&200 OK", "down early short"},
-  };
-  for (const Case& item : cases) {
-    const std::string request = item.request;
-    const std::string healthy = camera().ask(request);
-    for (const char* fault : {"down", "early", "short", "garbage", "refuse"}) {
-      const std::string what = std::string(item.neighbour) + " " + fault;
-      camera().tell(what);
-      const std::string answer = camera().ask(request);
-      if (std::string_view(item.faults).find(fault) != std::string_view::npos) {
-        EXPECT_EQ(answer, request.substr(0, request.find('=')) + item.answer) << what;
-      }
-      EXPECT_EQ(camera().ask("system.model"), "system.model=KT-A10&200 OK") << what;
-      camera().tell(std::string(item.neighbour) + " up");
-      EXPECT_EQ(camera().ask(request), healthy) << what;
-    }
-  }
+/** Requests that speak to a neighbour in the same way. Under a fault of no list the answer need only be well-formed. */
+struct Speech {
+  std::string neighbour;
+  std::string state = neighbour + " none";  // the words that bring the neighbour into the state for it
+  std::string before = {};                  // asked in front of each request, while the neighbour behaves
+  std::string fails = {};                   // faults with which the exchange fails
+  std::string failed = k500;                // what stands behind the path then
+  std::string refuses = {};                 // faults that are understood as a refusal
+  std::string refused = k500;               // what stands behind the path then
+  std::string passes = {};                  // faults that show in no answer
+  std::string either = {};                  // faults that fail a later message, or come too late
+  bool keeps = false;                       // what is read back comes from the store, which a write that fails leaves
+  std::string requests;  // of "path=a|b" one value is asked for and then the other, so that each is a change
+};
+
+const std::string kRests = "camera.focus.gpiofrom.status=stop";
+const std::string kSearch = "camera.dspadjust.adjustmode=1&camera.dspadjust.subadjust=0&camera.dspadjust.subadjust=1";
+
+std::string adjusting(const std::string& mode) { return kRests + "&camera.focus.adjust_mode=" + mode + "&" + kRests; }
+
+Speech askedGpio(const std::string& before, const std::string& requests, const char* failed = k500,
+                 const char* either = "leave") {
+  return {.neighbour = "gpio",
+          .state = "gpio run=0",
+          .before = before,
+          .fails = "down silent short garbage refuse early huge drip",
+          .failed = failed,
+          .passes = "slow endless",
+          .either = either,
+          .requests = requests};
 }
 
+/** Orders, which the daemon does not answer. */
+Speech toldGpio(const std::string& before, const std::string& requests) {
+  return {.neighbour = "gpio",
+          .state = "gpio run=0",
+          .before = before,
+          .fails = "down",
+          .passes = "silent short garbage refuse slow leave endless huge drip",
+          .either = "early",
+          .requests = requests};
+}
+
+/** The recorder's own refusal becomes the status. */
+Speech toldRecorder(bool keeps, const std::string& either, const std::string& requests) {
+  return {.neighbour = "recorder",
+          .fails = "down silent short garbage early huge drip",
+          .refuses = "refuse",
+          .refused = k405,
+          .passes = either.empty() ? "slow leave endless" : "slow endless",
+          .either = either,
+          .keeps = keeps,
+          .requests = requests};
+}
+
+/** A search for defects that is on its way. */
+Speech searching(const std::string& before, const std::string& requests) {
+  return {.neighbour = "defect",
+          .state = "defect run=60000000",
+          .before = before,
+          .fails = "down silent short early",
+          .passes = "slow endless drip",
+          .either = "leave",
+          .requests = requests};
+}
+
+/** A search that has ended. */
+Speech searched(const std::string& failed, const std::string& requests) {
+  return {.neighbour = "defect",
+          .state = "defect run=0 static_count=7 fpn_count=300",
+          .before = "camera.defect_detect.static.status=on",
+          .fails = "down silent short early",
+          .failed = failed,
+          .passes = "slow leave endless drip",
+          .requests = requests};
+}
+
+/** A card daemon that is away has no card. */
+Speech toCard(const std::string& before, const std::string& failed, const std::string& requests) {
+  return {.neighbour = "sdrec",
+          .state = "sdrec run=0",
+          .before = before,
+          .fails = "down silent short early drip",
+          .failed = failed,
+          .refuses = "garbage refuse huge",
+          .passes = "slow leave endless",
+          .requests = requests};
+}
+
+const Speech kSpeeches[] = {
+    askedGpio("",
+              R"(
+        camera.focus camera.focus.progress camera.focus.run_counter camera.image.true_daynight.ir_counter
+        camera.image.true_daynight.led_counter camera.dspadjust.focus camera.dspadjust.focus=set
+        peripheral.switch.status camera.focus.gpiofrom.status=stop)"),
+    askedGpio(adjusting("select"), "camera.focus.adjust_mode=day|night", k500, ""),
+    askedGpio(adjusting("day"), "camera.focus.adjust_mode=select|night", k412, ""),
+    askedGpio(adjusting("day"), "camera.focus.finefocus"),
+    toldGpio("", R"(
+        camera.focus.run_counter=1|2 camera.image.true_daynight.ir_counter=1|2
+        camera.image.true_daynight.led_counter=1|2 audio.input.halfduplex=on|off
+        audio.input.powersupply.status=on|off audio.input.gain=1|2 audio.input.loopback=on|off)"),
+    toldGpio(kRests, "camera.focus.gpiofrom.icr_status=day"),
+    toldGpio(adjusting("select"), "camera.focus.assist.status=on|off"),
+    toldGpio(adjusting("day"), "camera.focus=op_auto|op_auto_full camera.focus=stop camera.focus.finefocus=10"),
+    toldGpio(adjusting("night"), "camera.focus.nightfocus=5|6"),
+    toldGpio(adjusting("init_pos"), "camera.focus.abf_pos=initialize"),
+    // What the sequencer says to an order is nobody's concern.
+    {.neighbour = "ptz",
+     .fails = "down silent early",
+     .passes = "short garbage refuse slow leave endless huge drip",
+     .keeps = true,
+     .requests = R"(
+        camera.motion.position.speed=1|2 camera.motion.auto_patrol(0).position(1)=1|2
+        camera.motion.auto_patrol(0).position(1).duration=10|20 camera.motion.auto_patrol(0).position(1).speed=1|2
+        camera.motion.auto_return.status=off camera.motion.auto_return.status=start
+        camera.motion.auto_return.mode=home camera.motion.auto_return.timeout=120|180
+        camera.position(1).status=initialize)"},
+    {.neighbour = "ptz",
+     .state = "ptz pan=100 tilt=100 zoom=2",
+     .fails = "down silent early",
+     .passes = "slow",
+     .either = "leave",
+     .requests =
+         R"(
+        camera.motion.pan camera.motion.pan=s200 camera.motion.pan.status camera.motion.pan.status=start|stop
+        camera.motion.pan.mode camera.motion.pan.mode=left|right camera.motion.pan.speed
+        camera.motion.pan.speed=10|20 camera.motion.tilt camera.motion.tilt=s200 camera.motion.tilt.status
+        camera.motion.tilt.status=start|stop camera.motion.tilt.mode camera.motion.tilt.mode=down|up
+        camera.motion.tilt.speed camera.motion.tilt.speed=10|20 camera.motion.zoom camera.motion.zoom=x2
+        camera.motion.zoom.status camera.motion.zoom.status=start|stop camera.motion.zoom.mode
+        camera.motion.zoom.mode=in|out camera.motion.zoom.speed camera.motion.zoom.speed=10|20
+        camera.motion.abszoom=20 camera.motion.clickoncenter=s100-s100 camera.motion.auto_patrol.status
+        camera.motion.auto_patrol.status=start|stop)"},
+    // An answer that is no number moves and keeps nothing.
+    {.neighbour = "ptz",
+     .state = "ptz pan=100 tilt=100 zoom=2",
+     .fails = "down silent early refuse huge",
+     .passes = "slow",
+     .either = "leave",
+     .keeps = true,
+     .requests = R"(
+        camera.motion.pan=+s1 camera.motion.tilt=+s1 camera.motion.zoom=+1 camera.motion.abszoom
+        camera.position(1).status=save)"},
+    {.neighbour = "ptz",
+     .passes = kFaults,
+     .keeps = true,
+     .requests = "camera.position(0).status=goto encode(1).framerate=10|5&encode(1).status=save"},
+    toldRecorder(true, "", R"(
+        peripheral.output_pin.status=on|off peripheral.output_pin.pin(1).duration=120|0
+        application.event(1).filter(monday).status=on|off application.event(1).filter(monday).type=mask|unmask
+        application.event(1).status=on|off application.event(1).status=restart application.event(1).trigger=a|b
+        application.event(1).action=a|b application.object(1).source=encode(1)|encode(2)
+        application.object(1).framerate=1|2 application.object(1).prerec=1|2 application.object(1).postrec=1|2
+        application.object(1).overwrite.status=on|off application.pop.host=a|b application.pop.port=1|2
+        application.pop.user=a|b application.pop.password=a|b application.ftp.host=a|b application.ftp.user=a|b
+        application.ftp.password=a|b application.ftp.mode=active|passive application.ftp.port=1|2
+        application.ftp.path=a|b application.ftp.naming=type1|type2 application.ftp.naming_option=a|b
+        application.smtp.type=simple|pbs application.smtp.host=a|b application.smtp.port=1|2
+        storage.disk(1).status=on|off)"),
+    toldRecorder(true, "leave", "application.event(1).filter(monday).time=100000-110000|100000-120000"),
+    toldRecorder(false, "", "peripheral.output_pin.pin(1).status=make|break"),
+    {.neighbour = "recorder",
+     .fails = "down silent short garbage refuse early huge drip",
+     .passes = "slow leave endless",
+     .requests = "peripheral.output_pin.pin(1).status peripheral.input_pin.pin(1).status"},
+    // What it says to a lamp is nobody's concern, nor what becomes of a commit's messages.
+    {.neighbour = "recorder",
+     .fails = "down silent short early drip",
+     .passes = "garbage refuse slow leave endless huge",
+     .keeps = true,
+     .requests = "camera.stealth=on|off camera.identify=on|off"},
+    {.neighbour = "recorder", .passes = kFaults, .requests = "encode(1).framerate=10|5&encode(1).status=save"},
+    // Of the answer the number in front counts.
+    {.neighbour = "detection",
+     .fails = "down silent garbage refuse early huge",
+     .passes = "short slow leave endless drip",
+     .keeps = true,
+     .requests = R"(
+        camera.detection.status=on|off camera.detection.level=1|2
+        camera.detection.area=00000000000000000000000000000000f0|0000000000000000000000000000000ff0
+        camera.detection(tampering).status=on|off camera.detection(tampering).level=1|2
+        camera.detection(tampering).temporal=6|7 audio.input.detection(1).status=on|off
+        audio.input.detection(1).level=1|2 audio.input.detection(1).temporal=1|2)"},
+    {.neighbour = "detection",
+     .before = "camera.scene(1).status=goto",
+     .fails = "down silent garbage refuse early huge",
+     .passes = "short slow leave endless drip",
+     .keeps = true,
+     .requests = "camera.scene(1).status=goto"},
+    // These have changed the picture, or some of the settings, by then.
+    {.neighbour = "detection",
+     .fails = "down silent garbage refuse early huge",
+     .passes = "short slow endless drip",
+     .either = "leave",
+     .requests = R"(
+        camera.detection.status=restore camera.detection(tampering).status=restore camera.status=restore camera.scene.image.brightness=manual|autoH
+        camera.scene.image.senseup_limit=2|4 camera.scene.image.blc=a|b camera.scene.auto_exposure.reference=1|2
+        camera.scene.auto_exposure.reference_ext=1|2)"},
+    {.neighbour = "session",
+     .state = "session add jpeg 4000 udp ip=10.0.0.1 port=5000 fps=15 session=rtp encode=1",
+     .fails = "down silent short refuse early huge",
+     .failed = "=&200 OK",
+     .passes = "slow endless drip",
+     .either = "leave",
+     .requests = R"(
+        system.session.total_bitrate system.session.sending_count system.session.sending(1).bitrate
+        system.session.sending(1).to.ip system.session.sending(1).to.port system.session.sending(1).to.protocol
+        system.session.sending(1).to.session system.session.sending(1).from.encode
+        system.session.sending(1).from.framesize system.session.sending(1).from.framerate
+        system.session.receiving_count system.session.receiving.bitrate system.session.receiving.from.ip
+        system.session.receiving.from.port system.session.receiving.from.protocol
+        system.session.receiving.from.session system.session.receiving.to.decode)"},
+    // Without the daemon there are no sessions; what it answers to an order is nobody's concern.
+    {.neighbour = "session", .state = "session clear", .passes = "slow endless drip", .requests = "system.session"},
+    {.neighbour = "session",
+     .state = "session clear",
+     .passes = "down silent short refuse slow early leave endless huge drip",
+     .requests = R"(
+        network.onvif.status=on|off encode(1).bitrate=1000000|2000000
+        network.http(streaming).priority=framerate|clientnumber)"},
+    {.neighbour = "session",
+     .state = "session clear",
+     .before = "network.destination(2).status=stop",
+     .passes = "down silent short refuse slow early leave endless huge drip",
+     .requests = "network.destination(2).status=start"},
+    searched("=&200 OK", "camera.fpn.adjust camera.defect_detect.static.adjust"),
+    searched("=error&200 OK", "camera.fpn.adjust_detail camera.defect_detect.static.adjust_detail"),
+    searched(k500, "camera.fpn.num camera.dspadjust.static_num camera.defect_detect.static.adjust=start"),
+    searching("camera.fpn.adjust=start", "camera.fpn.adjust=stop"),
+    searching("camera.fpn.adjust=stop", "camera.fpn.adjust=start"),
+    searching("camera.defect_detect.static.adjust=start", "camera.defect_detect.static.adjust=stop"),
+    searching(kSearch, "camera.dspadjust.subadjust=3"),
+    searching(kSearch + "&camera.dspadjust.subadjust=3", "camera.dspadjust.subadjust=0"),
+    {.neighbour = "defect",
+     .state = "defect run=60000000",
+     .before = kSearch + "&camera.dspadjust.subadjust=3",
+     .fails = "down silent short refuse early huge",
+     .failed = "=255&200 OK",
+     .passes = "slow leave endless drip",
+     .requests = "camera.dspadjust.subadjust"},
+    {.neighbour = "serial",
+     .fails = "down silent short garbage early huge drip",
+     .refuses = "refuse",
+     .refused = k405,
+     .passes = "slow leave endless",
+     .keeps = true,
+     .requests = R"(
+        peripheral.serial.baud=9600|19200 peripheral.serial.bit=7|8 peripheral.serial.parity=odd|even
+        peripheral.serial.stopbit=1|2)"},
+    toCard("storage.disk(1).status=on", "=empty&200 OK", "storage.disk(1).status"),
+    toCard("", "=off&200 OK", "storage.disk(1).initialize"),
+    toCard("", kOk, "storage.disk(1).initialize=start storage.disk(1).mount=on storage.disk(1).mount=off"),
+};
+
+/** The request with one of its two values. */
+std::string withValue(const std::string& text, bool second) {
+  const size_t bar = text.find('|');
+  if (bar == std::string::npos) return text;
+  const size_t start = text.rfind('=', bar) + 1;
+  const size_t end = std::min(text.find('&', bar), text.size());
+  const std::string value = second ? text.substr(bar + 1, end - bar - 1) : text.substr(start, bar - start);
+  return text.substr(0, start) + value + text.substr(end);
+}
+
+std::string pathOf(const std::string& item) { return item.substr(0, item.find('=')); }
+
+Texts wordsOf(const std::string& text) {
+  std::istringstream words(text);
+  return {std::istream_iterator<std::string>(words), {}};
+}
+
+Texts split(const std::string& text, const std::string& divider) {
+  Texts parts;
+  size_t from = 0;
+  for (size_t at = 0; (at = text.find(divider, from)) != std::string::npos; from = at + divider.size())
+    parts.push_back(text.substr(from, at - from));
+  parts.push_back(text.substr(from));
+  return parts;
+}
+
+int statusOf(const std::string& line) {
+  return std::atoi(line.substr(std::min(line.rfind('&') + 1, line.size())).c_str());
+}
+
+bool isAccepted(const std::string& answer) { return statusOf(answer) == 200 || statusOf(answer) == 202; }
+
+/** Each line is that of an item and ends in a status, and none of them holds a line end of its own. */
+bool isWellFormed(const std::string& request, const std::string& answer) {
+  static const std::set<int> statuses{200, 202, 401, 403, 404, 405, 412, 413, 414,
+                                      451, 453, 456, 457, 458, 461, 500, 501};
+  const Texts items = split(request, "&");
+  const Texts lines = split(answer, "\r\n");
+  for (size_t i = 0; i < lines.size(); ++i) {
+    const std::string path = pathOf(items[std::min(i, items.size() - 1)]);
+    if (!lines[i].starts_with(path) || !statuses.contains(statusOf(lines[i]))) return false;
+    if (lines[i].find_first_of("\r\n") != std::string::npos) return false;
+  }
+  return lines.size() == items.size() || request == "system.session";
+}
+
+class Neighbours : public CameraTest {
+ protected:
+  /** Asks with the value that the last accepted request did not have. */
+  static std::string ask(const std::string& text) {
+    bool& second = s_second[text];
+    const std::string answer = camera().ask(withValue(text, second));
+    if (isAccepted(answer)) second = !second;
+    return answer;
+  }
+
+  static bool isReached(const std::string& neighbour) {
+    return !camera().journal(neighbour == "ptz" ? "ptzseq" : neighbour).empty();
+  }
+
+  /** A silent neighbour keeps the daemon waiting until it goes; only the sequencer has a limit, of 5 seconds. */
+  static std::string askTheSilent(const std::string& neighbour, const std::string& text) {
+    if (neighbour == "ptz" && std::getenv("TMX_LONG") != nullptr) return ask(text);
+    auto answer = std::async(std::launch::async, [&] { return ask(text); });
+    EXPECT_TRUE(eventually(
+        [&] { return isReached(neighbour) || answer.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
+    camera().tell(neighbour + " down");
+    return answer.get();
+  }
+
+  static std::string askFaulty(const std::string& neighbour, const std::string& fault, const std::string& text) {
+    // The speed of a drip shows in no answer: either one read is all, or all of them are waited for.
+    camera().tell(neighbour + " " + fault + (fault == "slow" || fault == "drip" ? " 1" : ""));
+    camera().clearJournal();
+    std::string answer = fault == "silent" ? askTheSilent(neighbour, text) : ask(text);
+    camera().tell(neighbour + " up");
+    return answer;
+  }
+
+  /** The answer while all is well, of a request that speaks to the neighbour. */
+  static std::string askHealthy(const Speech& speech, const std::string& request) {
+    if (!speech.before.empty()) camera().ask(speech.before);
+    camera().clearJournal();
+    const std::string answer = ask(request);
+    EXPECT_TRUE(isAccepted(answer) && isWellFormed(request, answer)) << answer;
+    camera().tell(speech.neighbour + " show");  // it has written its journal then
+    EXPECT_TRUE(isReached(speech.neighbour));
+    return answer;
+  }
+
+  static void expectDefined(const Speech& speech, const std::string& request, const std::string& fault,
+                            const std::string& healthy) {
+    const std::string path = pathOf(split(request, "&").back());
+    if (!speech.before.empty()) camera().ask(speech.before);
+    const std::string stored = speech.keeps ? camera().ask(path) : "";
+    const std::string answer = askFaulty(speech.neighbour, fault, request);
+    EXPECT_TRUE(isWellFormed(request, answer)) << answer;
+    const auto isIn = [&](const std::string& list) { return std::ranges::count(wordsOf(list), fault) > 0; };
+    Texts right;
+    if (isIn(speech.fails) || isIn(speech.either)) right.push_back(path + speech.failed);
+    if (isIn(speech.passes) || isIn(speech.either)) right.push_back(split(healthy, "\r\n").back());
+    if (isIn(speech.refuses)) right.push_back(path + speech.refused);
+    const std::string last = split(answer, "\r\n").back();
+    EXPECT_TRUE(right.empty() || std::ranges::count(right, last) > 0) << last << " instead of " << right.front();
+    if (speech.keeps && !isAccepted(answer)) {
+      EXPECT_EQ(camera().ask(path), stored);
+    }
+    EXPECT_EQ(camera().ask("encode(1).framesize"), "encode(1).framesize=1920x1080&200 OK");
+  }
+
+ private:
+  static inline std::map<std::string, bool> s_second;
+};
+
+TEST_F(Neighbours, EveryFaultForEveryNode) {
+  const std::string pid = camera().shell("cat /var/run/tmxd.pid");
+#ifndef __SANITIZE_ADDRESS__
+  ASSERT_EQ(camera().exec({"/bin/sh", "-c", "prlimit --pid " + pid + " --data=67108864"}), 0);
+#endif
+  for (const Speech& speech : kSpeeches) {
+    camera().tell(speech.state);
+    for (const std::string& request : wordsOf(speech.requests)) {
+      SCOPED_TRACE(speech.neighbour + " none: " + request);
+      const std::string healthy = askHealthy(speech, request);
+      for (const std::string& fault : wordsOf(kFaults)) {
+        SCOPED_TRACE(speech.neighbour + " " + fault + ": " + request);
+        expectDefined(speech, request, fault, healthy);
+      }
+      EXPECT_EQ(askHealthy(speech, request), healthy);
+    }
+  }
+  EXPECT_EQ(camera().shell("cat /var/run/tmxd.pid; kill -0 " + pid), pid);
+}
+
+/** The one limit that there is. */
 TEST_F(Neighbours, ASilentSequencerCostsFiveSeconds) {
   camera().tell("ptz silent for=write");
   const auto start = std::chrono::steady_clock::now();
   EXPECT_EQ(camera().ask("camera.motion.pan.mode=left"), std::string("camera.motion.pan.mode") + k500);
-  const std::chrono::duration<double> waited = std::chrono::steady_clock::now() - start;
-  EXPECT_NEAR(waited.count(), 5, 2);
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(4900));
   camera().tell("ptz up");
 }
 

@@ -177,6 +177,7 @@ TEST(Object, AStartTellsEveryObjectAndWritesNothing) {
   camera.setRow(file(2), "APPLICATION_OBJECT_FRAMERATE", "4");
   camera.setRow(file(2), "APPLICATION_OBJECT_PREREC", "0");
   camera.setRow(file(2), "APPLICATION_OBJECT_OVERWRITE_STATUS", "off");
+  camera.setRow(file(3), "APPLICATION_OBJECT_FRAMERATE", "15");
   const std::string before = camera.read(file(2)) + camera.read(file(1));
   camera.clearJournal();
   ASSERT_TRUE(camera.reboot());
@@ -185,7 +186,7 @@ TEST(Object, AStartTellsEveryObjectAndWritesNothing) {
     const std::string name = "object(" + std::to_string(object) + ").";
     const bool second = object == 2;
     expected.push_back(name + "source " + (second ? "3" : "1"));
-    if (second) expected.push_back(name + "framerate 3");  // the others' 15 is above their encoder's 5
+    if (object != 3) expected.push_back(name + "framerate " + (second ? "3" : "5"));  // 15 is above the encoder's 5
     expected.push_back(name + "prerec " + (second ? "0" : "5"));
     expected.push_back(name + "postrec 5");
     expected.push_back(name + "overwrite " + (second ? "0" : "1"));

@@ -226,7 +226,7 @@ TEST_F(Scenes, OnlyTheCurrentOneCanBeChanged) {
        {"camera.scene(3).image.color=40", std::string("camera.scene(3).image.color") + k412},
        {"camera.scene(3).image.color=x", std::string("camera.scene(3).image.color") + k412},
        {"camera.scene(3).image.color", "camera.scene(3).image.color=0&200 OK"},
-       {"camera.scene(3).shutter", "camera.scene(3).shutter=AUTO&200 OK"},
+       {"camera.scene(3).shutter", "camera.scene(3).shutter=auto&200 OK"},
        {"camera.scene(3).name", "camera.scene(3).name=Night&200 OK"},
        {"camera.scene(3).name=x", "camera.scene(3).name&501 Not Implemented", UserClass::kDebug},
        {"camera.scene(3).auto_exposure.av_pk.black_white=6",
@@ -238,8 +238,8 @@ TEST_F(Scenes, OnlyTheCurrentOneCanBeChanged) {
        {"camera.scene(3).status=keep", std::string("camera.scene(3).status") + k451},
        {"camera.status=keep", std::string("camera.status") + k451},
        {"camera.scene(3).status",
-        "camera.scene(3).status=Night-0-custom-0.45-AUTO-OFF-on-0-0-OFF-high-0-mid-AUTO-8-combo-color-8-8-"
-        "AUTO-54-87-OFF-OFF-0-normal-FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF&200 OK"}});
+        "camera.scene(3).status=Night-0-custom-0.45-auto-color-on-0-0-OFF-high-0-mid-autoM-8-combo-color-8-8-"
+        "autoW-54-87-off-off-0-normal-FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF&200 OK"}});
 }
 
 TEST_F(Scenes, GotoWaitsForASave) {

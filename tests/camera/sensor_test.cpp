@@ -62,11 +62,6 @@ TEST_F(Sensor, NameAndLamps) {
           {"camera.identify=on", hint, {"2"}},
           {"camera.identify=off", hint, {"3"}},
           {"camera.identify=ON", k451}});
-  camera().tell("recorder down");
-  for (const std::string path : {"camera.stealth", "camera.identify"}) {
-    EXPECT_EQ(camera().ask(path + "=on"), path + k500);
-    EXPECT_EQ(camera().ask(path), path + "=off" + kOk);
-  }
 }
 
 TEST_F(Sensor, StaticDefects) {
@@ -98,13 +93,6 @@ TEST_F(Sensor, StaticDefects) {
   camera().tell("defect refuse for=static_stop");
   camera().tell("defect static=adjusting");
   EXPECT_EQ(camera().ask(root + "adjust=stop"), root + "adjust" + k500);
-  for (const char* fault : {"down", "short", "early"}) {
-    camera().tell(std::string("defect ") + fault);
-    EXPECT_EQ(camera().ask(root + "adjust"), root + "adjust=&200 OK") << fault;
-    EXPECT_EQ(camera().ask(root + "adjust_detail"), root + "adjust_detail=error&200 OK") << fault;
-    for (const char* word : {"start", "stop"})
-      EXPECT_EQ(camera().ask(root + "adjust=" + word), root + "adjust" + k500) << fault;
-  }
   for (const char* word : {"off", "on"}) {
     EXPECT_EQ(camera().ask(root + "status=" + word), root + "status" + k202);
     EXPECT_EQ(camera().ask("camera.status=save"), std::string("camera.status") + kOk);
@@ -135,9 +123,6 @@ TEST_F(Sensor, FixedPattern) {
           {path + "=stop", kOk, {"fpn_status", "fpn_stop"}}});
   camera().tell("defect refuse for=fpn_start");
   EXPECT_EQ(camera().ask(path + "=start"), path + k500);
-  camera().tell("defect down");
-  for (const std::string request : {"camera.fpn.num", "camera.fpn.adjust=start", "camera.fpn.adjust=stop"})
-    EXPECT_EQ(camera().ask(request), pathOf(request) + k500);
 }
 
 TEST_F(Sensor, IrisAndWhiteBalanceArea) {
@@ -177,13 +162,6 @@ TEST_F(Sensor, Counters) {
             {leaf, "=0&200 OK", {index}},
             {leaf + "=-1", below},
             {leaf + "=zero", k451}});
-    camera().tell("gpio down");
-    for (const std::string& request : {leaf, leaf + "=1", leaf + "=reset"})
-      EXPECT_EQ(camera().ask(request), leaf + k500);
-    camera().tell("gpio up");
-    camera().tell("gpio refuse");
-    EXPECT_EQ(camera().ask(leaf), leaf + k500) << "an answer counts only with its acknowledgement";
-    camera().tell("gpio up");
   }
 }
 

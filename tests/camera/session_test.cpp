@@ -109,17 +109,7 @@ TEST_F(Sessions, TheListingHasTheCallersLineEnds) {
   }
 }
 
-TEST_F(Sessions, AFailedExchangeIsAnEmptyText) {
-  for (const char* fault : {"session down", "session refuse", "session short"}) {
-    camera().tell("session up");
-    camera().tell(fault);
-    expectItems({{"total_bitrate", "=&200 OK"},
-                 {"sending(1).bitrate", "=&200 OK"},
-                 {"sending(1).to.ip", "=&200 OK"},
-                 {"sending(1).from.framerate", "=&200 OK"},
-                 {"sending(1).from.framesize", "=&200 OK"},
-                 {"sending_max", "=22&200 OK"}});
-  }
+TEST_F(Sessions, TheListingHasItsLinesWithoutTheDaemon) {
   camera().tell("session down");
   const std::vector<std::string> lines = listing(camera());
   ASSERT_EQ(lines.size(), 6U + 22 * 6 + 7);

@@ -1,5 +1,11 @@
 // The daemon as a process: its exit codes, its single instance, its signals, and what a start sends.
 
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <chrono>
+
 #include "tests/camera/Camera.h"
 
 namespace test {
@@ -154,6 +160,54 @@ TEST_F(Running, ASegmentationFaultEndsIt) {
   shell("rm -f /tmp/request");
   startDaemon();
   EXPECT_TRUE(serves());
+}
+
+/** Between two tries it pauses, and of tries that fail one behind the other the first alone is logged. */
+TEST_F(Running, AcceptWaitsForDescriptors) {
+  const auto lines = [] {
+    const std::string log = camera().log();
+    size_t count = 0;
+    for (size_t at = log.find("accept error"); at != std::string::npos; at = log.find("accept error", at + 1))
+      ++count;
+    return count;
+  };
+  const auto pauses = [] {
+    return std::stol(camera().shell("sed -n 's/^voluntary_ctxt_switches://p' /proc/$(cat /var/run/tmxd.pid)/status"));
+  };
+  for (const size_t time : {1U, 2U}) {
+    shell("prlimit --pid $(cat /var/run/tmxd.pid) --nofile=3:");
+    // The descriptor for the next client may have been taken before.
+    static_cast<void>(tmx::Client(camera().path("tmp/request"), std::chrono::seconds(1))
+                          .exchange(UserClass::kAdmin, LineEnd::kPlain, "encode(1).framerate"));
+    ASSERT_TRUE(eventually([&] { return lines() >= time; }));
+    const long before = pauses();
+    EXPECT_TRUE(eventually([&] { return pauses() >= before + 5; }));
+    EXPECT_EQ(lines(), time);
+    shell("prlimit --pid $(cat /var/run/tmxd.pid) --nofile=1024:");
+    EXPECT_EQ(camera().ask("system.model"), kModel);
+  }
+}
+
+/** Also a camera that restarts again and again hears that its power shall go. */
+TEST(Cameras, GoOffInTheMiddleOfARestart) {
+  Camera camera;
+  for (const char* word : {"down", "cut"}) {
+    ASSERT_TRUE(camera.up());
+    // As long as the daemon stands still, the restart does not get on.
+    camera.exec({"/bin/sh", "-c", "kill -STOP $(pidof tmxd)"});
+    camera.write("run/power", "reboot");
+    const int power = open(camera.path("run/power").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    EXPECT_TRUE(eventually([&] {
+      int waiting = -1;
+      return ioctl(power, FIONREAD, &waiting) == 0 && waiting == 0;
+    }));
+    close(power);
+    camera.write("run/power", word);
+    camera.exec({"/bin/sh", "-c", "kill -CONT $(pidof tmxd)"});
+    EXPECT_TRUE(eventually([&] { return !camera.isOn(); })) << word;
+    EXPECT_EQ(camera.read("run/boots"), "1\n") << word;
+    camera.down();
+  }
 }
 
 TEST(Cameras, RunSideBySide) {

@@ -44,8 +44,6 @@ TEST_F(StorageTest, TheStateIsTheCardsAndTheSettings) {
   expect("status=empty", k451);
   camera().tell("recorder refuse 412");
   expect("status=on", k412);
-  camera().tell("recorder down");
-  expect("status=on", k500);
   EXPECT_EQ(camera().row(kFile, "SDCARD_STATUS"), "off");
   camera().tell("recorder up");
   expect("status=on", kOk);
@@ -76,22 +74,6 @@ TEST_F(StorageTest, ACommandIsAnsweredAtOnceAndItsStateIsRead) {
   expect("initialize=start", k500);
   camera().tell("sdrec card=empty");
   expect("mount=on", k500);
-}
-
-TEST_F(StorageTest, ADaemonThatIsAwayIsNoFailure) {
-  camera().tell("sdrec card=read_only init=not_initialized");
-  for (const char* fault : {"sdrec down", "sdrec short", "sdrec early"}) {
-    camera().tell("sdrec up");
-    camera().tell(fault);
-    expect("status", "=empty&200 OK");
-    expect("initialize", "=off&200 OK");
-    expect("initialize=start", kOk);
-    expect("mount=on", kOk);
-  }
-  camera().tell("sdrec up");
-  camera().tell("sdrec refuse");
-  for (const char* item : {"status", "initialize", "initialize=start", "mount=off"})
-    expect(item, k500);
 }
 
 TEST_F(StorageTest, SizesErrorsAndRecording) {

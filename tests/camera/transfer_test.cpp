@@ -173,7 +173,8 @@ TEST(Transfer, AStartTellsTheStoredSettingsInTheirOrderAndWritesNothing) {
   Camera camera;
   ASSERT_TRUE(camera.up());
   for (const auto& [key, value] :
-       std::initializer_list<std::pair<const char*, const char*>>{{"FTP_PORT", "2100"},
+       std::initializer_list<std::pair<const char*, const char*>>{{"FTP_HOST", "0.0.0.0"},
+                                                                  {"FTP_PORT", "2100"},
                                                                   {"FTP_PATH", "a%41&b"},
                                                                   {"POP_PORT", "1100"},
                                                                   {"POP_USER", "me%"},
@@ -191,7 +192,7 @@ TEST(Transfer, AStartTellsTheStoredSettingsInTheirOrderAndWritesNothing) {
     }
   }
   const Texts expected = {
-      "pop.host 0.0.0.0",       "pop.port 1100",   "pop.user me%",   "pop.password ******", "smtp.type 0",
+      "pop.host 192.168.0.1",   "pop.port 1100",   "pop.user me%",   "pop.password ******", "smtp.type 0",
       "smtp.host mail.example", "smtp.port 25",    "ftp.user a+b c", "ftp.password ",       "ftp.mode 0",
       "ftp.port 2100",          "ftp.path a%41&b", "ftp.naming 0",   "ftp.naming_option "};
   EXPECT_EQ(told, expected);

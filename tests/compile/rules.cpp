@@ -49,6 +49,12 @@ struct CToy : CApiBase {
   static constexpr Rule rule{.place = network_row::DNS, .forward = "network.dns.ip"};
 #elif WRONG == 15  // a layer that takes nothing
   static constexpr Selector selector{.takes = SelectorNumber{.low = 5, .high = 1}};
+#elif WRONG == 16  // a test that does not say what it takes
+  static constexpr Rule rule{.accepts = Test{.run = act, .form = {}}, .act = act};
+#elif WRONG == 17  // a value that stays in memory, and nobody says so
+  static constexpr Rule rule{.accepts = Text{}, .place = network_row::DNS, .keeps = Keeps::InMemory};
+#elif WRONG == 18  // a path without brackets that means nothing
+  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 5}};
 #endif
 };
 

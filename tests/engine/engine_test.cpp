@@ -70,12 +70,13 @@ std::vector<Cell> twoMore(const Selectors& /*selectors*/) { return {{network_row
 int32_t toEven(int32_t number) { return number / 2 * 2; }
 
 constexpr Hint kSave{.layer = "toy", .command = ".save", .selector = 1};
+constexpr Hint kSilentSave{.layer = "toy", .command = ".save", .isTold = false};
 
 /** A rule with everything in it, kept and compared as told. */
 constexpr Rule whole(Keeps keeps, Unchanged unchanged, const Hint& answers = {}) {
   return {
-      .guard = {.access = mayAccess, .write = mayWrite},
-      .accepts = Test{test},
+      .guard = {.access = {mayAccess}, .write = {{{mayWrite}}}},
+      .accepts = Test{test, {"anything"}},
       .place = network_row::NTP_HOST,
       .peer = {.tell = tell},
       .act = act,
@@ -93,7 +94,7 @@ std::string variable = "at first";
 namespace Toy {
 
 struct CToy : CApiBase {
-  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 9}};
+  static constexpr Selector selector{.takes = SelectorNumber{.low = 1, .high = 9}, .without = "1"};
 };
 struct CThrough : CApiBase {
   static constexpr Rule rule = whole(Keeps::WriteThrough, Unchanged::IsWritten);
@@ -105,7 +106,7 @@ struct CMemory : CApiBase {
   static constexpr Rule rule = whole(Keeps::InMemory, Unchanged::IsWritten, kSave);
 };
 struct CConfigMemory : CApiBase {
-  static constexpr Rule rule = whole(Keeps::ConfigInMemory, Unchanged::IsWritten);
+  static constexpr Rule rule = whole(Keeps::ConfigInMemory, Unchanged::IsWritten, kSilentSave);
 };
 struct CStaged : CApiBase {
   static constexpr Rule rule = whole(Keeps::Staged, Unchanged::AfterKeeping, kSave);
@@ -141,7 +142,7 @@ struct COnlyCommand : CApiBase {
   static constexpr Rule rule{.commands = {{{"go", run}}}};
 };
 struct CTold : CApiBase {
-  static constexpr Rule rule{.guard = {.write = all<mayAccess, mayWrite>},
+  static constexpr Rule rule{.guard = {.write = {{{mayAccess}, {mayWrite}}}},
                              .accepts = Number{.low = 0, .high = 9},
                              .commands = {{{"go"}}},
                              .place = network_row::NTP_HOST,
@@ -200,7 +201,7 @@ struct CFixed : CApiBase {
   static constexpr Rule rule{.accepts = Words{"here"}, .shows = {.fixed = "here"}};
 };
 struct CLive : CApiBase {
-  static constexpr Rule rule{.guard = {.access = mayAccess},
+  static constexpr Rule rule{.guard = {.access = {mayAccess}},
                              .place = network_row::NTP_HOST,
                              .fetch = fetch,
                              .refusals = {{{-3, status::kForbidden}}}};
@@ -226,7 +227,7 @@ struct CBare : CApiBase {};
 
 class CToyMan : public CManBase {
  public:
-  int32_t init() override {
+  void build() override {
     add<Toy::CToy>("toy");
     add<Toy::CThrough>("toy.through", "RWRWR-");
     add<Toy::CCommitted>("toy.committed", "RWRWR-");
@@ -258,7 +259,6 @@ class CToyMan : public CManBase {
     add<Toy::CForward>("toy.forward", "RWRWR-");
     add<Toy::CThrows>("toy.throws", "RWRWR-");
     add<Toy::CBare>("toy.bare", "RWRWR-");
-    return 0;
   }
   int32_t replay(const std::string& path) { return m_replayStored(path); }
 };

@@ -158,9 +158,27 @@ TEST_F(Neighbours, MisbehaveAsTold) {
     ASSERT_EQ(tell(sample.name + " up"), "ok");
 
     ASSERT_EQ(tell(sample.name + " slow 60"), "ok");
-    const auto start = std::chrono::steady_clock::now();
+    auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(ask().bytes, sample.answer);
     EXPECT_GE(std::chrono::steady_clock::now() - start, Milliseconds(60));
+
+    ASSERT_EQ(tell(sample.name + " drip 1"), "ok");
+    start = std::chrono::steady_clock::now();
+    EXPECT_EQ(ask().bytes, sample.answer);
+    EXPECT_GE(std::chrono::steady_clock::now() - start, Milliseconds(sample.answer.size() - 1));
+
+    const std::size_t much = 1'000'000;
+    ASSERT_EQ(tell(sample.name + " endless"), "ok");
+    const std::string repeated = exchange(sample.socket, sample.request, much).bytes;
+    ASSERT_GE(repeated.size(), much);
+    EXPECT_TRUE(repeated.starts_with(sample.answer));
+    const std::string again = repeated.substr(sample.answer.size());
+    EXPECT_EQ(again, repeated.substr(0, again.size()));
+    ASSERT_EQ(tell(sample.name + " huge"), "ok");
+    const std::string huge = exchange(sample.socket, sample.request, much).bytes;
+    ASSERT_GE(huge.size(), much);
+    EXPECT_EQ(huge.find_first_not_of('\xff'), std::string::npos);
+    ASSERT_EQ(tell(sample.name + " none"), "ok");
 
     ASSERT_EQ(tell(sample.name + " down"), "ok");
     EXPECT_FALSE(connect(sample.socket).isOpen());

@@ -6,9 +6,8 @@
 #include <string>
 #include <thread>
 
-#include "cli/ApiList.h"
-#include "cli/Catalogue.h"
 #include "cli/Client.h"
+#include "cli/Description.h"
 #include "cli/Item.h"
 #include "cli/Json.h"
 
@@ -223,56 +222,64 @@ TEST(ClientExchange, WithoutAServerThereIsNoConnection) {
   }
 }
 
-constexpr const char* kList =
-    "<peripheral>\n"
-    "\t<serial>\n"
-    "\t\t<baud>\t\t\t\t<RWRWR->\t<Peripheral::CSerial::CBaud>\n"
-    "<periph>\n"
-    "\t<serial>\n"
-    "\t\t<baud>\t\t\t\t<RWRWR->\t<Peripheral::CSerial::CBaud>\n"
-    "garbage\n"
-    "\t\t\t\t<too deep>\n"
-    "<system>\n"
-    "\t<session>\t\t\t\t\t<R-R-R->\t<System::CSession>\n"
-    "\t\t<max>\t\t\t\t<R-R-R->\t<System::CRow<8>::CMax>\n"
-    "\t<log>\t\t\t\t\t<R----->\t<System::CLog>";
+/** Three parameters as the description of a build has them, with every kind of selector. */
+constexpr const char* kDocument =
+    R"({"version": 1, "shortNames": {"periph": "peripheral"}, "hiddenRows": [], "parameters": [
+  {"path": "peripheral.serial.baud", "summary": "Speed.", "unit": "bit/s", "setting": true,
+   "rights": {"administrator": "RW", "operator": "R-", "user": "R-"},
+   "selectors": [{"layer": "peripheral.serial", "text": "1 to 2", "values": ["1", "2"], "needs": "feature SERIAL"}],
+   "conditions": [{"of": "writes", "text": "while it rests"}],
+   "takes": {"kind": "list", "text": "1200, 2400, + or -", "numbers": [1200, 2400], "steps": true}},
+  {"path": "peripheral.serial.baud.status", "summary": "State.", "commands": [{"word": "save"}, {"word": "load"}],
+   "rights": {"administrator": "-W", "operator": "-W", "user": "--"},
+   "selectors": [{"layer": "peripheral.serial", "text": "1 to 2", "values": ["1", "2"]},
+                 {"layer": "peripheral.serial.baud", "text": "any", "values": [""]}]},
+  {"path": "system.disk", "summary": "Disk.", "rights": {"administrator": "--", "operator": "--", "user": "--"},
+   "selectors": [{"layer": "system.disk", "text": "1", "values": ["1"], "refusedWithout": 461}]}]})";
 
-TEST(ClientList, IsReadFromTheDaemonsForm) {
-  const ApiList list = ApiList::parse(kList);
-  EXPECT_EQ(list.nodes().size(), 10U);
-  const ApiNode* node = list.find("system(x).session(3).max");
-  ASSERT_NE(node, nullptr);
-  EXPECT_EQ(node->permission, "R-R-R-");
-  EXPECT_EQ(node->className, "System::CRow<8>::CMax");
-  EXPECT_EQ(node->depth, 2U);
-  EXPECT_EQ(node->name(), "max");
-  EXPECT_EQ(list.find("system.max"), nullptr);
-  ASSERT_NE(list.find("system.log"), nullptr);
-  EXPECT_FALSE(list.find("peripheral.serial")->isLeaf());
-
-  EXPECT_EQ(list.below("").size(), 10U);
-  EXPECT_EQ(list.below("", false).size(), 7U) << "the short name is a repetition";
-  EXPECT_EQ(list.below("periph", false).size(), 3U) << "a short name that is asked for is served";
-  EXPECT_EQ(list.below("system.session(1)").size(), 2U);
-  EXPECT_TRUE(list.below("system.ses").empty());
+TEST(ClientDescription, FindsNodesByPathsWithSelectorsAndShortNames) {
+  const Description description = Description::parse(kDocument);
+  const auto paths = [&](const char* path) {
+    std::vector<std::string> paths;
+    for (const Node& node : description.below(path))
+      paths.push_back(std::to_string(node.depth) + node.path + (node.parameter == nullptr ? "" : "!"));
+    return paths;
+  };
+  using Texts = std::vector<std::string>;
+  EXPECT_EQ(paths(""), (Texts{"0peripheral", "1peripheral.serial", "2peripheral.serial.baud!",
+                              "3peripheral.serial.baud.status!", "0system", "1system.disk!"}));
+  EXPECT_EQ(paths("periph.serial(2).baud"), (Texts{"2peripheral.serial.baud!", "3peripheral.serial.baud.status!"}));
+  EXPECT_EQ(paths("system.dis"), Texts());
+  EXPECT_EQ(description.find("peripheral.serial"), nullptr);
+  const Parameter* status = description.find("periph.serial(1).baud(x).status");
+  ASSERT_NE(status, nullptr);
+  EXPECT_EQ(expandSelectors(*status), (Texts{"peripheral.serial(1).baud.status", "peripheral.serial(2).baud.status"}));
+  for (const char* text : {"", "{}", "[1]", R"({"version": 2})"})
+    EXPECT_THROW(static_cast<void>(Description::parse(text)), nlohmann::json::exception) << text;
 }
 
-TEST(ClientCatalogue, ExpandsSelectorsLayerByLayer) {
-  EXPECT_EQ(expandSelectors("system.model"), std::vector<std::string>{"system.model"});
-  EXPECT_EQ(expandSelectors("audio.input.detection.level"),
-            (std::vector<std::string>{"audio.input.detection(1).level", "audio.input.detection(2).level"}));
-  const std::vector<std::string> days = expandSelectors("app.event.filter.time");
-  ASSERT_EQ(days.size(), 70U);
-  EXPECT_EQ(days.front(), "app.event(1).filter(sunday).time");
-  EXPECT_EQ(days.back(), "app.event(10).filter(saturday).time");
-  EXPECT_EQ(expandSelectors("encode.type").back(), "encode(3).type");
-}
-
-TEST(ClientCatalogue, KnowsWhatIsNoSetting) {
-  for (const char* path : {"system.date", "camera.focus", "camera.focus.status", "camera.motion.pan.speed"})
-    EXPECT_FALSE(isSetting(path)) << path;
-  for (const char* path : {"system.timezone", "camera.focuses", "camera.motion.auto_return.mode", "periph.serial.baud"})
-    EXPECT_TRUE(isSetting(path)) << path;
+TEST(ClientDescription, SaysInWordsWhoMayAndWhatIsTaken) {
+  const Description description = Description::parse(kDocument);
+  const Parameter& baud = *description.find("peripheral.serial.baud");
+  const Parameter& status = *description.find("peripheral.serial.baud.status");
+  const Parameter& disk = *description.find("system.disk");
+  EXPECT_EQ(rightsInWords(baud), "readable by all, writable by administrators only");
+  EXPECT_EQ(rightsInWords(status), "readable by nobody, writable by administrators and operators");
+  EXPECT_TRUE(mayWrite(baud, UserClass::kOnvif) && mayRead(baud, UserClass::kUser));
+  EXPECT_FALSE(mayWrite(baud, UserClass::kOperator) || mayRead(disk, UserClass::kDebug));
+  const std::vector<std::tuple<const Parameter*, int, std::string>> reasons = {
+      {&baud, 401, "readable by all, writable by administrators only"},
+      {&baud, 457, "1200, 2400, + or - (bit/s)"},
+      {&baud, 412, "only while it rests"},
+      {&baud, 456, "peripheral.serial(1 to 2)"},
+      {&baud, 461, "only with feature SERIAL"},
+      {&baud, 500, ""},
+      {&status, 451, "does: save, load"},
+      {&disk, 461, "only as system.disk(1)"},
+      {&disk, 451, ""},
+  };
+  for (const auto& [parameter, code, text] : reasons)
+    EXPECT_EQ(reason(*parameter, code), text) << code;
 }
 
 TEST(ClientJson, EveryByteGivesValidText) {

@@ -207,6 +207,9 @@ TEST(Session, Responses) {
       {response("1500"), "1500"},
       {response(std::string("15\0junk", 7)), "15"},
       {response(std::string(1, '\0')), ""},
+      {response(""), ""},
+      {response("1\r\nsystem.guid=2&200 OK"), ""},  // would stand as a line of its own in the client's answer
+      {response("1\n"), ""},
       {response(std::string(5000, 'a')), std::string(5000, 'a')},  // longer than one step of reading
       {promising, ""},
       {response(std::string(64 * 1024, 'a')), std::string(64 * 1024, 'a')},
@@ -219,12 +222,6 @@ TEST(Session, Responses) {
     daemon.answer({c.reply}, [&] { EXPECT_EQ(Session(daemon.path()).getTotalBitrate(), c.text); });
   }
   EXPECT_EQ(Session(daemon.path()).getTotalBitrate(), "");
-}
-
-TEST(Session, AnEmptyResponseEndsTheProcess) {
-  Neighbour daemon;
-  EXPECT_DEATH(daemon.answer({response("")}, [&] { static_cast<void>(Session(daemon.path()).getTotalBitrate()); }),
-               "reqLen > 0");
 }
 
 TEST(Session, CountsTheSessionsOfThreeCodecs) {
