@@ -161,7 +161,7 @@ Texts unexplained(const PowerCut& cut, const std::optional<Files>& left, const F
     return readStore(builtIn().rowsOf(path), content ? *content : copy.value_or(""));
   };
   std::set<std::string> paths;
-  bool isRestored = false;
+  bool isRestored = left && left->contains("sysinfo/restoring");
   for (const Files* files : {&cut.before, &cut.after, &started}) {
     for (const auto& [path, content] : *files) {
       paths.insert(path);
@@ -178,7 +178,8 @@ Texts unexplained(const PowerCut& cut, const std::optional<Files>& left, const F
     if (left && isOfStore(path)) {
       const bool isReplaced = isRestored && path.starts_with("flash/");
       const Content was = contentOf(*left, path);
-      if (is != (isReplaced ? contentOf(cut.factory, path) : readingOf(path, *left).text)) {
+      const Content healed = isReplaced ? contentOf(cut.factory, path) : readingOf(path, *left).text;
+      if (is != healed && is != fresh) {
         faults.push_back(path + ": the start made \"" + is.value_or("-") + "\" of \"" + was.value_or("-") + "\"");
       }
       const bool isCutShort =

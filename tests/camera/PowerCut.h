@@ -34,8 +34,8 @@ struct PowerCut {
 /**
  * What the rules of the store do not explain; this is the one judge of all cuts. A file is afterwards as before the run
  * or as behind it. A file of the store may have been cut short, because it is rewritten in place: then the next start
- * completes the lines that are whole with the built-in rows. It also brings a missing file back, and where a file
- * cannot be understood the whole partition.
+ * completes the lines that are whole with the built-in rows. It also brings a missing file back; where a file cannot be
+ * understood, or the mark of a restore that was cut short is there, the whole partition.
  *
  * @param left the files behind the cut; none when the partition itself was being written
  * @param started the files behind the next start
