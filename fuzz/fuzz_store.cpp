@@ -1,13 +1,9 @@
 // Any bytes as any one file of the store: a start comes up with all rows in their tables, at the latest behind one
 // restore of the partition, and what is saved then is read back.
 
-#include <sys/stat.h>
-#include <syslog.h>
-
 #include <cassert>
 #include <cstddef>
 #include <cstdint>
-#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -86,14 +82,9 @@ void expectSavedAndReadBack(const File& file, Store& store, std::string_view byt
 
 }  // namespace
 
-// The pause behind each release of the flash lock is for other daemons, and the host's disks are not meant.
-extern "C" int nanosleep(const timespec* /*time*/, timespec* /*left*/) { return 0; }
-extern "C" void sync() noexcept {}
-
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
   const bool isHidden = hideFileSystem();
   assert(isHidden);
-  setlogmask(LOG_MASK(LOG_EMERG));
   for (const File& file : files()) {
     std::filesystem::create_directories(std::filesystem::path(file.path).parent_path());
     write(file.path, file.factory);
