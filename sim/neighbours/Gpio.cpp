@@ -150,7 +150,7 @@ void Gpio::runAuto(int mode) {
 
 void Gpio::startRun(int kind, int target) {
   m_kind = kind;
-  ++m_counters[1];
+  count(1);
   m_lens.run(target, [this] { report("camera.focus.gpiofrom.status=" + m_result); });
 }
 
@@ -159,7 +159,7 @@ bool Gpio::setFilter(const std::string& value) {
   if (!setNumber(place, value)) return false;
   if (place == m_lens.filter()) return true;
   m_lens.setFilter(place);
-  ++m_counters[0];
+  count(0);
   report(std::string("camera.focus.gpiofrom.check_status=") + filterWord(place));
   report(std::string("camera.focus.gpiofrom.icr_status=") + filterWord(place));
   return true;
@@ -170,7 +170,7 @@ void Gpio::follow(int filter) {
   if (filter == m_lens.filter()) return;
   report(std::string("camera.focus.gpiofrom.check_status=") + filterWord(filter));
   m_lens.moveFilter(filter, [this, filter] {
-    ++m_counters[0];
+    count(0);
     report(std::string("camera.focus.gpiofrom.icr_status=") + filterWord(filter));
   });
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <limits>
 #include <memory>
 #include <string>
 
@@ -55,6 +57,11 @@ class Gpio : public Neighbour {
   Lens m_lens;
   int m_switch = 1;
   /** Filter, focus and lamp, by the index of commands 16 and 17. */
+  /** A full counter stays full. */
+  void count(std::size_t counter) {
+    if (m_counters[counter] < std::numeric_limits<int>::max()) ++m_counters[counter];
+  }
+
   std::array<int, 3> m_counters{};
 
   int m_kind = 0;
