@@ -57,9 +57,7 @@ TEST_F(ClockTest, ADateSetsBothClocks) {
 /** The C library of a 32-bit machine has calls that do not find such files. */
 TEST_F(ClockTest, FilesFromBehindJanuary2038AreFound) {
   const std::string guid = camera().ask("system.guid");
-  for (const auto& file : std::filesystem::recursive_directory_iterator(camera().path("sysinfo")))
-    last_write_time(file.path(),
-                    std::chrono::file_clock::from_sys(std::chrono::sys_days(std::chrono::year(2040) / 1 / 1)));
+  EXPECT_EQ(camera().exec({"/bin/sh", "-c", "touch -d 2040-01-01 /mnt/sysinfo/*"}), 0);
   EXPECT_EQ(camera().ask("system.guid"), guid);
   EXPECT_TRUE(guid.ends_with(kOk)) << guid;
 }

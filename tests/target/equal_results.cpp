@@ -20,6 +20,9 @@ using Json = nlohmann::ordered_json;
 
 constexpr size_t kUsual = 4;  // values of a parameter in the usual run
 
+/** What shows the moment. */
+const std::set<std::string> kLive = {"system.hardware.cpu.utilization", "system.date", "system.log"};
+
 bool isLong() { return std::getenv("TMX_LONG") != nullptr; }
 
 /** Numbers at the ends of what 32 bits, 64 bits and a float hold, in every form that a parser may take for a number. */
@@ -45,10 +48,18 @@ const Texts& extremes() {
   return values;
 }
 
-/** Whatever restarts the camera is left for the end. */
-bool stopsCamera(const Json& entry) { return entry.value("stops", entry.value("commitStops", "")) == "the camera"; }
+/** What comes behind the last value: the commands, and the request that takes over what is staged. */
+Texts ordersOf(const Json& parameter, const std::string& path) {
+  constexpr const char* kRestart = "the camera";  // that is left for the end
+  Texts orders;
+  for (const Json& command : parameter.value("commands", Json::array()))
+    if (command.value("stops", "") != kRestart) orders.push_back(path + "=" + command["word"].get<std::string>());
+  if (parameter.contains("commit") && parameter.value("commitStops", "") != kRestart)
+    orders.push_back(parameter["commit"]);
+  return orders;
+}
 
-/** What is sent to a parameter: its own good and bad values, its commands, the extremes; each one read behind it. */
+/** Its own good and bad values and the extremes, each read behind it, and extreme numbers between its brackets. */
 Texts requestsOf(const Json& parameter) {
   const Texts paths = tmx::expandSelectors(parameter);
   Texts values;
@@ -57,18 +68,15 @@ Texts requestsOf(const Json& parameter) {
       values.push_back(drawn.value);
   }
   values.insert(values.end(), extremes().begin(), extremes().end());
-  Texts requests{paths.front()};
+  Texts requests;
   for (size_t i = 0; i < values.size(); ++i) {
     const std::string& path = paths[i % paths.size()];
-    requests.push_back(path + "=" + values[i] + "&" + path);
+    requests.push_back(path + "=" + values[i] + (kLive.contains(path) ? "" : "&" + path));
   }
-  // An extreme number between the brackets.
-  for (const size_t open = paths.front().find('('); open != std::string::npos;) {
-    const size_t close = paths.front().find(')', open);
-    for (const char* number : {"4294967297", "2147483648", "-4294967295", "18446744073709551617", "00000000001"})
-      requests.push_back(std::string(paths.front()).replace(open + 1, close - open - 1, number));
-    break;
-  }
+  const size_t open = paths.front().find('(');
+  if (open == std::string::npos) return requests;
+  for (const char* number : {"4294967297", "2147483648", "-4294967295", "18446744073709551617", "00000000001"})
+    requests.push_back(std::string(paths.front()).replace(open + 1, paths.front().find(')') - open - 1, number));
   return requests;
 }
 
@@ -85,8 +93,11 @@ Texts spread(const Texts& all, size_t offset) {
 class Pair {
  public:
   bool up() {
-    return both([](Camera& camera) { return camera.up() ? "up" : camera.log(); }) ==
-           std::array<std::string, 2>{"up", "up"};
+    const auto isUp = both([](Camera& camera) { return camera.up() && camera.ask("system.guid").ends_with("200 OK"); });
+    // What each camera has of its own.
+    for (const char* file : {"flash/lighttpd/server.pem", "sysinfo/uuid"})
+      m_other.write(file, m_native.read(file));
+    return isUp[0] && isUp[1];
   }
 
   /** Asks both at the same time. */
@@ -118,27 +129,28 @@ class Pair {
 
  private:
   template <class Action>
-  auto both(Action action) {
+  std::array<std::invoke_result_t<Action, Camera&>, 2> both(Action action) {
     auto native = std::async(std::launch::async, action, std::ref(m_native));
     auto other = action(m_other);
-    return std::array{native.get(), other};
+    return {native.get(), other};
   }
 
-  /** What each part of the camera has got, without the time of day and the numbers of processes. */
+  /** What each part of the camera has got, without the time of day; the end of a program is its own affair. */
   static std::map<std::string, Texts> heard(Camera& camera) {
     static const std::regex moment("\"t\":[0-9.]+,");
     camera.tell("gpio show");  // behind which all that was sent has been dealt with
     std::map<std::string, Texts> lines;
     for (const std::string& line : camera.journal())
-      lines[Camera::field(line, "who")].push_back(std::regex_replace(line, moment, ""));
+      if (!Camera::field(line, "what").ends_with(" ends"))
+        lines[Camera::field(line, "who")].push_back(std::regex_replace(line, moment, ""));
     return lines;
   }
 
   void compare(const std::string& behind) {
     EXPECT_EQ(heard(m_native), heard(m_other)) << "behind " << behind;
-    const auto files = both([](Camera& camera) { return comparable(filesOf(camera)); });
+    auto files = both([](Camera& camera) { return comparable(filesOf(camera)); });
     for (const std::string& path : difference(files[0], files[1]))
-      EXPECT_EQ(files[0].at(path), files[1].at(path)) << path << " behind " << behind;
+      EXPECT_EQ(files[0][path], files[1][path]) << path << " behind " << behind;
   }
 
   Camera m_native{{.isNative = true}};
@@ -150,10 +162,17 @@ TEST(EqualResults, OfEveryParameterWithEveryExtremeValue) {
   Pair cameras;
   ASSERT_TRUE(cameras.up());
   size_t offset = 0;
+  Texts reads;
   for (const Json& parameter : description()["parameters"]) {
-    cameras.take(spread(requestsOf(parameter), offset++));
-    if (HasFailure()) return;
+    const std::string path = tmx::expandSelectors(parameter).front();
+    if (!kLive.contains(path)) reads.push_back(path);
+    Texts requests = spread(requestsOf(parameter), offset++);
+    const Texts orders = ordersOf(parameter, path);
+    requests.insert(requests.end(), orders.begin(), orders.end());
+    cameras.take(requests);
   }
+  cameras.restart("system.status=restart");
+  cameras.take(reads);
   RecordProperty("sent", std::to_string(cameras.sent()));
   std::printf("%zu requests\n", cameras.sent());
 }

@@ -10,7 +10,7 @@ trap 'rm -f "$stripped"' EXIT
 size=$(stat -c %s "$stripped")
 echo "$size bytes stripped, of $budget"
 echo "the largest contributors:"
-"$nm" -C -S --size-sort -r "$program" | head -n 12 | awk '{$1 = ""; print}'
+"$nm" -C -S --size-sort -r "$program" | awk 'NR <= 12 {print $2, $4, $5, $6}'
 
 status=0
 ((size <= budget)) || { echo "too large"; status=1; }
