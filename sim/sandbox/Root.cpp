@@ -165,6 +165,7 @@ void Root::state() const {
   bind(home / "syslog", "var/log/messages");
   bind(home / "factory", "opt/factory", true);
   bind(m_options.build, "opt/camera", true);
+  if (!m_options.daemon.empty()) bind(m_options.daemon, "opt/camera/bin/tmxd", true);
 }
 
 void Root::pivot() const {

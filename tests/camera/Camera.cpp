@@ -104,6 +104,7 @@ int Camera::sandbox(std::vector<std::string> words) const {
 
 bool Camera::up() {
   std::vector<std::string> words{"up", "--quiet"};
+  if (const char* daemon = std::getenv("TMX_TEST_DAEMON")) words.insert(words.end(), {"--tmxd", daemon});
   if (!m_options.model.empty()) words.insert(words.end(), {"--model", m_options.model});
   for (const std::string& feature : m_options.without) {
     words.insert(words.end(), {"--without", feature});
