@@ -99,7 +99,8 @@ check_silence() {
 }
 
 check_client() {
-  expect "tmxctl 0.8" inside $emulator /usr/bin/tmxctl --version
+  # shellcheck disable=SC2016 # the variable is dpkg's
+  expect "tmxctl $(inside dpkg-query -W -f '${Version}' tmxctl)" inside $emulator /usr/bin/tmxctl --version
   expect "1 to 30" inside $emulator /usr/bin/tmxctl show 'encode(1).framerate'
 }
 
