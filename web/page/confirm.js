@@ -17,7 +17,11 @@ export function Dialogs() {
   const [current, setCurrent] = useState(null);
   const box = useRef();
   showDialog = setCurrent;
-  useEffect(() => { if (current) box.current.showModal(); }, [current]);
+  useEffect(() => {
+    if (!current) return;
+    box.current.showModal();
+    box.current.querySelector(current.danger ? 'button' : '.main').focus();
+  }, [current]);
   if (!current) return null;
   const answer = (yes) => {
     box.current.close();
@@ -28,7 +32,7 @@ export function Dialogs() {
     <h2 id="dialog-title">${current.title}</h2>
     ${current.words && html`<p>${current.words}</p>`}${current.detail}
     <div class="buttons">${current.no && html`<button onClick=${() => answer(false)}>${current.no}</button>`}
-      <button class=${current.danger ? 'main danger' : 'main'} autofocus=${!current.danger} onClick=${() => answer(true)}>${current.yes}</button></div></dialog>`;
+      <button class=${current.danger ? 'main danger' : 'main'} onClick=${() => answer(true)}>${current.yes}</button></div></dialog>`;
 }
 
 // ---- what a commit takes along and stops
@@ -80,7 +84,7 @@ export async function askToApply(items, commit) {
   const detail = html`<ul>${items.map(({ path, value: next }) => html`<li key=${path}><${Change} kind="hidden" path=${path} live=${nowAt(path)} typed=${next} by=${state.me.user} /></li>`)}</ul>
     <${Consequences} commit=${commit} ...${what} />
     <p>Behind it you have 90 seconds to confirm; otherwise everything goes back, also when the page has lost the camera.</p>`;
-  if (!await ask({ title: 'Apply and confirm', detail, yes: 'Apply', no: 'Leave' })) return { text: 'not sent' };
+  if (!await ask({ title: 'Apply and confirm', detail, yes: 'Apply', no: 'Cancel' })) return { text: 'not sent' };
   return sendAndWatch(items, commit);
 }
 

@@ -56,7 +56,7 @@ export const shown = (shape, value) =>
 export const sent = (shape, text) => (shape.prefix && !/^[-+]/.test(text) ? shape.prefix + text : text);
 
 const kMostSegments = 5;
-const kMostLetters = 30;  // of all segments, so that they fit a phone
+const kMostLetters = 24;  // of all segments, so that they fit a phone
 const kMostSliderSteps = 400;
 
 const same = (a, b) => a !== undefined && b !== undefined && a.toLowerCase() === b.toLowerCase();
@@ -123,9 +123,9 @@ function NumberEntry({ shape, value, draft, setDraft, send, disabled, name, desc
   const step = shape.step || 1;
   const slides = !shape.noSlider && (shape.high - shape.low) / step <= kMostSliderSteps;
   return html`<div class="number">
-    ${slides && html`<input type="range" min=${shape.low} max=${shape.high} step=${step} value=${Number(current) || shape.low} disabled=${disabled}
+    ${slides && html`<input type="range" min=${shape.low} max=${shape.high} step=${step} value=${current === '' ? shape.low : Number(current)} disabled=${disabled}
       aria-label=${`${name}, slider`} aria-describedby=${describedBy} onInput=${(e) => setDraft(e.target.value)} onChange=${(e) => send(e.target.value)} />`}
-    <input type="number" min=${shape.low} max=${shape.high} step=${shape.anyStep ? 'any' : step} value=${current} disabled=${disabled} aria-label=${name}
+    <input type="number" min=${shape.low} max=${shape.high} step=${step} value=${current} disabled=${disabled} aria-label=${name}
       aria-describedby=${describedBy} onInput=${(e) => setDraft(e.target.value)} onKeyDown=${onKeys(send, () => setDraft(undefined))} /></div>`;
 }
 
@@ -133,8 +133,8 @@ function TextEntry({ shape, value, draft, setDraft, send, disabled, name, descri
   const [isOpen, setOpen] = useState(false);
   const secret = shape.kind === 'password';
   useEffect(() => { if (draft === undefined) setOpen(false); }, [draft]);
-  return html`<div class="entry"><input type=${secret && !isOpen ? 'password' : 'text'} value=${draft ?? value ?? ''} disabled=${disabled} aria-label=${name}
+  return html`<form class="entry" onSubmit=${(e) => e.preventDefault()}><input type=${secret && !isOpen ? 'password' : 'text'} value=${draft ?? value ?? ''} disabled=${disabled} aria-label=${name}
     aria-describedby=${describedBy} maxlength=${shape.longest} placeholder=${secret ? 'new password' : ''} autocomplete=${secret ? 'new-password' : 'off'}
     spellcheck=${false} onInput=${(e) => setDraft(e.target.value)} onKeyDown=${onKeys(send, () => setDraft(undefined))} />
-    ${secret && draft && html`<button class="small" onClick=${() => setOpen(!isOpen)}>${isOpen ? 'hide' : 'show'}</button>`}</div>`;
+    ${secret && draft && html`<button type="button" class="small" onClick=${() => setOpen(!isOpen)}>${isOpen ? 'hide' : 'show'}</button>`}</form>`;
 }

@@ -3,24 +3,27 @@ import { html, createContext, useContext, useState, useMemo } from './vendor/pre
 import { state, useStore, useValue, text, request, announce } from './store.js';
 import * as tree from './tree.js';
 import { Control, shapeOf, shown, sent } from './control.js';
-import { askToApply, ask } from './confirm.js';
+import { askToApply, ask, short } from './confirm.js';
 
-/** Inside, what is chosen is gathered by `set(path, value)` instead of being sent; `get(path)` shows it. */
+/** Inside, what is typed is gathered by `set(path, value)` instead of being sent; `get(path)` shows it, nothing as a value drops it. */
 export const Gather = createContext(null);
 
 let numbers = 0;
 const useName = () => useMemo(() => `f${++numbers}`, []);
 
-/** The last words of a path, for where the words in front of them are known. */
-export function shortName(path) {
-  const parts = path.split(/\.(?![^(]*\))/);
-  return parts.slice(-2).join(' ').replaceAll('_', ' ');
+/** A path that breaks behind its dots. */
+const Path = ({ path }) => path.split(/(?<=\.)/).map((part) => html`${part}<wbr />`);
+
+/** A switch shows a state; where none can be read there are words to choose from. */
+function shownAs(parameter) {
+  const shape = shapeOf(parameter);
+  return shape.kind === 'switch' && !tree.isLookedAt(parameter) ? { ...shape, kind: 'words' } : shape;
 }
 
 export const waitingAt = (path) => state.pending.find((item) => tree.canonical(item.path) === tree.canonical(path));
 
 /** Writes one value and says what became of it. */
-export async function write(path, typed, shape) {
+async function send(path, typed, shape) {
   const value = sent(shape, typed);
   const parameter = tree.find(path);
   if (tree.isGuarded(parameter.commit)) return askToApply([{ path, value }], parameter.commit);
@@ -48,19 +51,16 @@ export function Field({ path, shows = path, label, shape, plain, only }) {
   const gather = useContext(Gather);
   if (!parameter || (answer && answer.status === 461)) return null;
 
-  const form = shape || shapeOf(parameter);
+  const form = shape || shownAs(parameter);
   const value = shown(form, text(answer));
-  const gathered = gather && shown(form, gather.get(path));
+  const collect = gather && ((typed) => gather.set(path, typed === undefined ? undefined : sent(form, typed)));
+  const gathered = gather ? shown(form, gather.get(path)) : undefined;
   const setDraft = (next) => setDraftText((old) => (next === undefined ? null : { text: next, base: old ? old.base : value }));
 
-  const send = async (typed) => {
-    if (gather) {
-      gather.set(path, sent(form, typed));
-      return setDraftText(null);
-    }
+  const write = async (typed) => {
     setBusy(true);
     try {
-      const outcome = await write(path, typed, form);
+      const outcome = await send(path, typed, form);
       setNote(outcome);
       if (outcome?.text) announce(`${label || parameter.summary} ${outcome.text}`);
       if (!outcome?.bad) setDraftText(null);
@@ -75,21 +75,21 @@ export function Field({ path, shows = path, label, shape, plain, only }) {
   const title = label || parameter.summary.replace(/\.$/, '');
   return html`<div class=${`field ${note?.bad ? 'bad' : ''} ${busy ? 'busy' : ''}`} data-path=${path}>
     <div class="what">
-      <span class="label" id=${`${name}l`}>${title}${parameter.unit && html` <span class="unit">${parameter.unit}</span>`}</span>
-      ${!plain && html`<button class="path" aria-expanded=${open} title="What is known of it" onClick=${() => setOpen(!open)}>${path}</button>`}
+      <span class="label">${title}${parameter.unit && html` <span class="unit">${parameter.unit}</span>`}
+        ${plain && html`<button class="about" aria-expanded=${open} aria-label=${`About ${title}`} onClick=${() => setOpen(!open)}>?</button>`}</span>
+      ${!plain && html`<button class="path" aria-expanded=${open} title="What is known of it" onClick=${() => setOpen(!open)}><${Path} path=${path} /></button>`}
     </div>
     <div class="how">
       ${writable
-        ? html`<${Control} shape=${form} value=${value} draft=${draft ? draft.text : gathered} setDraft=${setDraft} send=${send} disabled=${busy || answer?.status >= 400}
+        ? html`<${Control} shape=${form} value=${value} draft=${draft ? draft.text : gathered} setDraft=${collect || setDraft} send=${collect || write} disabled=${busy || answer?.status >= 400}
             name=${title} describedBy=${`${name}n`} />
-          ${draft && html`<button class="small main" onClick=${() => send(draft.text)}>${gather ? 'Keep' : 'Set'}</button>
-            <button class="small" onClick=${() => { setDraftText(null); setNote(null); }}>Leave</button>`}
-          <${Commands} parameter=${parameter} path=${path} setNote=${setNote} />`
+          ${draft && html`<button class="small main" onClick=${() => write(draft.text)}>Set</button>
+            <button class="small" onClick=${() => { setDraftText(null); setNote(null); }}>Cancel</button>`}
+          ${!gather && html`<${Commands} parameter=${parameter} path=${path} setNote=${setNote} />`}`
         : html`<${ReadOnly} parameter=${parameter} answer=${answer} value=${value} />`}
-      ${plain && html`<button class="about" aria-expanded=${open} aria-label=${`About ${title}`} onClick=${() => setOpen(!open)}>?</button>`}
     </div>
     <div class="notes" id=${`${name}n`}>
-      <${Notes} answer=${answer} path=${path} note=${note} changed=${changedElsewhere && value} gathered=${gathered !== undefined && gathered !== null && gathered !== value ? value : undefined} />
+      <${Notes} answer=${answer} path=${path} note=${note} changed=${changedElsewhere && value} gathered=${gathered !== undefined && gathered !== value ? value : undefined} />
     </div>
     ${open && html`<${About} parameter=${parameter} path=${path} value=${value} form=${form} />`}
   </div>`;
@@ -98,7 +98,7 @@ export function Field({ path, shows = path, label, shape, plain, only }) {
 function ReadOnly({ parameter, answer, value }) {
   if (!tree.mayRead(parameter)) return html`<span class="faint">not for ${state.me?.class}s</span>`;
   if (answer && answer.status !== 200) return html`<span class="faint">none now</span>`;
-  return html`<output class="value">${value === undefined ? '…' : value === '' ? html`<span class="faint">empty</span>` : value}</output>`;
+  return html`<output class="value">${value === undefined ? '…' : value === '' ? html`<span class="faint">empty</span>` : short(value)}</output>`;
 }
 
 function Notes({ answer, path, note, changed, gathered }) {

@@ -68,7 +68,6 @@ function ThemeSwitch() {
     document.documentElement.dataset.theme = next;
     localStorage.setItem('theme', next);
     setTheme(next);
-    dispatchEvent(new Event('themechange'));
   };
   return html`<button class="theme" onClick=${change} aria-label=${`Change to the ${kThemes[theme]} design`} title=${`${kThemes[theme]} design`}>
     <svg viewBox="0 0 20 20" width="18" height="18" aria-hidden="true"><circle cx="10" cy="10" r="7" fill="none" stroke="currentColor" stroke-width="1.6" /><path d="M10 3a7 7 0 0 1 0 14z" fill="currentColor" /></svg></button>`;

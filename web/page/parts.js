@@ -21,6 +21,16 @@ export function Card({ title, children, aside, wide, id }) {
     ${title && html`<header><h2>${title}</h2>${aside}</header>`}${children}</section>`;
 }
 
+/** Cards in columns, each as long as it is; on a phone one column below the other. */
+export const Stacks = ({ columns, kind = 'two' }) => html`<div class=${`grid ${kind}`}>${columns.map((cards, i) => html`<div key=${i} class="stack">${cards}</div>`)}</div>`;
+
+/** Forms, [[title, paths], …], the first half of them in the left column. */
+export function Forms({ forms }) {
+  const card = ([title, paths]) => html`<${Card} key=${title} title=${title}><${Form} paths=${paths} /><//>`;
+  const half = Math.ceil(forms.length / 2);
+  return html`<${Stacks} columns=${[forms.slice(0, half).map(card), forms.slice(half).map(card)]} />`;
+}
+
 /** Facts as pairs; those without a value are left out. */
 export function Facts({ pairs }) {
   return html`<dl class="facts">${pairs.filter(([, value]) => value !== undefined && value !== null).map(([name, value]) =>
@@ -53,7 +63,7 @@ export function Lines({ parameter, plain }) {
   const path = tree.pathOf(parameter, chosen);
   return html`<div class="chooser">
     ${layers.map(({ layer, values }, i) => values.length > 1 && html`<label key=${layer}>${layer.split('.').pop().replaceAll('_', ' ')}
-      <select value=${chosen[i]} onChange=${(e) => setChosen(chosen.map((old, j) => (i === j ? e.target.value : old)))}>
+      <select onChange=${(e) => setChosen(chosen.map((old, j) => (i === j ? e.target.value : old)))}>
         ${values.map((one) => html`<option key=${one} selected=${one === chosen[i]}>${one}</option>`)}</select></label>`)}
     <${Field} key=${path} path=${path} plain=${plain} /></div>`;
 }

@@ -1,11 +1,14 @@
 // Curves of values over the last minutes, sampled while the page is open.
-import { html, useEffect, useRef } from './vendor/preact-htm.js';
-import { value, text } from './store.js';
+import { html, useEffect, useReducer } from './vendor/preact-htm.js';
+import { value, text, watch } from './store.js';
 
-const kPeriod = 2000;     // ms between two samples
-const kMostSamples = 300;
+const kPeriod = 2000;  // ms between two samples
+const kMost = 300;     // samples
+const kSpan = (kPeriod * kMost) / 1000;  // s
+const kWide = 600;     // of the drawing, in its own units
+const kHigh = 100;
 
-const histories = new Map();  // path -> numbers
+const histories = new Map();  // path -> numbers, null where nothing was known
 const times = [];             // s, one for each sample
 let sampling = 0;
 
@@ -18,7 +21,7 @@ export const numberIn = (known) => {
 function sample() {
   times.push(Date.now() / 1000);
   for (const [path, numbers] of histories) numbers.push(numberIn(text(value(path))));
-  if (times.length <= kMostSamples) return;
+  if (times.length <= kMost) return;
   times.shift();
   for (const numbers of histories.values()) numbers.shift();
 }
@@ -28,70 +31,50 @@ function remember(path) {
   if (!sampling) sampling = setInterval(sample, kPeriod);
 }
 
-let library = null;
-
-/** The library comes only with the first plot. */
-function load() {
-  library = library || new Promise((done, failed) => {
-    const sheet = document.createElement('link');
-    sheet.rel = 'stylesheet';
-    sheet.href = 'vendor/uplot.css';
-    const script = document.createElement('script');
-    script.src = 'vendor/uplot.js';
-    script.onload = done;
-    script.onerror = failed;
-    document.head.append(sheet, script);
-  });
-  return library;
+/** 1, 2 or 5 with noughts behind it: the least of these that is not below the number. */
+function roundUp(number) {
+  const unit = 10 ** Math.floor(Math.log10(number));
+  return [1, 2, 5, 10].find((factor) => factor * unit >= number) * unit;
 }
 
-const color = (name) => getComputedStyle(document.documentElement).getPropertyValue(name).trim();
+function curve(numbers, top, now) {
+  let pen = 'M';
+  return numbers.map((number, i) => {
+    if (number === null) {
+      pen = 'M';
+      return '';
+    }
+    const x = kWide * (1 - (now - times[i]) / kSpan);
+    const step = `${pen}${x.toFixed(1)} ${(kHigh * (1 - number / top)).toFixed(1)}`;
+    pen = 'L';
+    return step;
+  }).join('');
+}
 
-/** `lines`: [{path, label, color: '--name', unit}]; the first stands on the left axis, one with `right` on the right. */
-export function Plot({ title, lines, height = 150, low = 0, high }) {
-  const box = useRef();
+const clock = (t) => new Date(t * 1000).toLocaleTimeString('en-GB', { hour: '2-digit', minute: '2-digit' });
+
+/** `lines`: [{path, label, curve: 1 to 3, high or least, right}]; `high` ends its axis, `least` is the least that it shows. */
+export function Plot({ lines }) {
+  const [, redraw] = useReducer((n) => n + 1, 0);
   useEffect(() => {
-    let plot = null;
-    let ended = false;
-    const data = () => [times, ...lines.map(({ path }) => histories.get(path))];
     lines.forEach(({ path }) => remember(path));
-    if (!times.length) sample();
-    const draw = () => {
-      if (ended || !box.current) return;
-      plot?.destroy();
-      plot = new window.uPlot(options(title, lines, box.current.clientWidth, height, low, high), data(), box.current);
-    };
-    load().then(draw, () => {});
-    const timer = setInterval(() => plot?.setData(data()), kPeriod);
-    const widths = new ResizeObserver(() => plot?.setSize({ width: box.current.clientWidth, height }));
-    widths.observe(box.current);
-    addEventListener('themechange', draw);
+    const unwatch = watch(lines.map(({ path }) => path));
+    const timer = setInterval(redraw, kPeriod);
     return () => {
-      ended = true;
+      unwatch();
       clearInterval(timer);
-      widths.disconnect();
-      removeEventListener('themechange', draw);
-      plot?.destroy();
     };
   }, [lines.map(({ path }) => path).join()]);
-  return html`<figure class="plot"><figcaption>${title}${lines.map((line) =>
-    html`<span class=${`key ${line.color.slice(2)}`}>${line.label}</span>`)}</figcaption><div ref=${box} aria-hidden="true"></div></figure>`;
-}
-
-function options(title, lines, width, height, low, high) {
-  const axis = { stroke: color('--faint'), grid: { stroke: color('--line'), width: 1 }, ticks: { show: false }, font: '11px system-ui' };
-  const scales = { x: { time: true } };
-  const axes = [{ ...axis, space: 60 }];
-  for (const line of lines) {
-    const scale = line.right ? 'right' : 'left';
-    if (scales[scale]) continue;
-    const top = line.high ?? high;
-    scales[scale] = { range: (u, min, max) => [low, top ?? Math.max(line.least || 1, (max || 0) * 1.15)] };
-    axes.push({ ...axis, scale, side: line.right ? 1 : 3, size: 46, grid: line.right ? { show: false } : axis.grid });
-  }
-  const series = lines.map((line) => ({
-    label: line.label, scale: line.right ? 'right' : 'left', stroke: color(line.color), width: 1.6,
-    fill: line.filled ? `${color(line.color)}22` : undefined, points: { show: false }, spanGaps: true,
-  }));
-  return { width, height, scales, axes, series: [{}, ...series], legend: { show: false }, cursor: { show: false } };
+  const now = Date.now() / 1000;
+  const drawn = lines.map((line) => {
+    const numbers = histories.get(line.path) || [];
+    const top = line.high ?? roundUp(Math.max(line.least, ...numbers.map(Number)));
+    return { ...line, top, last: numbers[numbers.length - 1], path: curve(numbers, top, now) };
+  });
+  const axis = (line) => line && html`<div class=${`axis ${line.right ? 'right' : ''}`}><span>${line.top.toLocaleString('en')}</span><span>${(line.top / 2).toLocaleString('en')}</span><span>0</span></div>`;
+  return html`<figure class="plot"><figcaption>${drawn.map((line) => html`<span key=${line.label} class=${`key curve${line.curve}`}>${line.label} <b>${line.last?.toLocaleString('en', { maximumFractionDigits: 1 }) ?? '–'}</b></span>`)}</figcaption>
+    <div class="drawing" aria-hidden="true">${axis(drawn.find((line) => !line.right))}
+      <svg viewBox=${`0 0 ${kWide} ${kHigh}`} preserveAspectRatio="none"><path class="rules" d=${`M0 0H${kWide}M0 ${kHigh / 2}H${kWide}M0 ${kHigh}H${kWide}M${kWide / 2} 0V${kHigh}`} />
+        ${drawn.map((line) => html`<path key=${line.label} class=${`curve${line.curve}`} d=${line.path} />`)}</svg>
+      ${axis(drawn.find((line) => line.right))}<div class="times"><span>${clock(now - kSpan)}</span><span>${clock(now - kSpan / 2)}</span><span>${clock(now)}</span></div></div></figure>`;
 }

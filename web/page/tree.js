@@ -125,7 +125,7 @@ const kStatusText = {
 /** Why a write was refused, with what would be taken. */
 export function refusal(path, answer) {
   const parameter = find(path);
-  const reason = kStatusText[answer.status] || answer.text;
+  const reason = kStatusText[answer.status] || answer.text || 'Refused';
   const takes = [451, 457].includes(answer.status) && parameter?.takes ? ` It takes ${parameter.takes.text}.` : '';
   const conditions = [412, 451, 461].includes(answer.status)
     ? (parameter?.conditions || []).map(({ text }) => ` Only ${text}.`).join('')

@@ -31,7 +31,7 @@ async function commit(group) {
     return;
   }
   const what = consequences(group.commit);
-  if (!await ask({ title: 'Commit', detail: html`<${Consequences} commit=${group.commit} ...${what} />`, yes: 'Commit', no: 'Leave' })) return;
+  if (!await ask({ title: 'Commit', detail: html`<${Consequences} commit=${group.commit} ...${what} />`, yes: 'Commit', no: 'Cancel' })) return;
   const at = group.commit.lastIndexOf('=');
   const [path, value] = [group.commit.slice(0, at), group.commit.slice(at + 1)];
   const [answer] = await request([{ path, value }]);
@@ -50,7 +50,7 @@ async function discard(group) {
       <ul>${able.map((item) => html`<li key=${item.path}><code>${item.path}</code> = <b>${before(item) || 'empty'}</b> <span class="faint">${item.by ? `changed by ${item.by}` : 'changed by another client'}</span></li>`)}</ul>`}
     ${unable.length > 0 && html`<p class="error">These cannot be put back from here:</p><ul>${unable.map((item) => html`<li key=${item.path}><code>${item.path}</code></li>`)}</ul>`}`;
   if (!able.length) return tell('Nothing can be put back', detail);
-  if (!await ask({ title: 'Discard', detail, yes: 'Discard', no: 'Leave' })) return undefined;
+  if (!await ask({ title: 'Discard', detail, yes: 'Discard', no: 'Cancel' })) return undefined;
   const answers = await request(able.map((item) => ({ path: item.path, value: before(item) })));
   const refused = answers.filter(({ status }) => status >= 300);
   if (!refused.length) return announce('Discarded.');

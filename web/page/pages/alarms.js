@@ -1,7 +1,7 @@
 // What is noticed, and what is done about it.
 import { html, useState } from '../vendor/preact-htm.js';
 import { useTexts } from '../store.js';
-import { Card, Form, Tabs, stateDot } from '../parts.js';
+import { Card, Form, Forms, Tabs, stateDot } from '../parts.js';
 import { Field } from '../field.js';
 
 const kTabs = [['rules', 'Rules'], ['detection', 'Detection'], ['pins', 'Pins and serial port'], ['mail', 'Mail and files']];
@@ -43,6 +43,6 @@ function Rules() {
 export default function Alarms({ rest }) {
   const chosen = kTabs.some(([id]) => id === rest) ? rest : 'rules';
   return html`<h1>Alarms</h1><${Tabs} tabs=${kTabs} chosen=${chosen} base="alarms" />
-    ${chosen === 'rules' ? html`<${Rules} />` : html`<div class="grid two">${kForms[chosen].map(([title, paths]) => html`<${Card} key=${title} title=${title}><${Form} paths=${paths} /><//>`)}</div>`}
+    ${chosen === 'rules' ? html`<${Rules} />` : html`<${Forms} forms=${kForms[chosen]} />`}
     ${chosen === 'detection' && html`<p><a href="#/picture/areas">Draw the areas in which motion counts</a></p>`}`;
 }

@@ -2,12 +2,12 @@
 import { html } from '../vendor/preact-htm.js';
 import { useStore, useValue, text, request } from '../store.js';
 import * as tree from '../tree.js';
-import { Card, Fold, Form, Lines } from '../parts.js';
+import { Card, Fold, Form, Lines, Stacks } from '../parts.js';
 import { ask, tell, consequences, Consequences } from '../confirm.js';
 
 async function command(word, question) {
   const commit = `system.status=${word}`;
-  if (!await ask({ ...question, detail: html`<${Consequences} commit=${commit} ...${consequences(commit)} />`, no: 'Leave' })) return;
+  if (!await ask({ ...question, detail: html`<${Consequences} commit=${commit} ...${consequences(commit)} />`, no: 'Cancel' })) return;
   const answers = await request([{ path: 'system.status', value: word }]).catch(() => []);
   if (answers[0]?.status >= 300) await tell('The camera refused', html`<p class="error">${tree.refusal('system.status', answers[0])}</p>`);
 }
@@ -27,26 +27,24 @@ function Log() {
   return html`<${Card} title="Log" wide><${Form} paths=${['system.loglevel']} /><pre tabindex="0" aria-label="Log">${log ?? '…'}</pre><//>`;
 }
 
-/** The parameters below each second layer of the tree. */
-function branches() {
+/** The parameters of a root below each of its branches; those that are alone in theirs stand together in front. */
+function branches(root, parameters) {
   const found = new Map();
-  for (const parameter of tree.all()) {
+  for (const parameter of parameters.filter(({ path }) => path.startsWith(`${root}.`))) {
     const name = parameter.path.split('.').slice(0, 2).join('.');
-    if (!found.has(name)) found.set(name, []);
-    found.get(name).push(parameter);
+    found.set(name, [...(found.get(name) || []), parameter]);
   }
-  return [...found];
+  const alone = [...found.values()].filter((list) => list.length === 1).flat();
+  const rest = [...found].filter(([, list]) => list.length > 1);
+  return alone.length ? [[`${root}: single ones`, alone], ...rest] : rest;
 }
-
-const roots = () => [...new Set(tree.all().map(({ path }) => path.split('.')[0]))];
 
 export default function Maintenance() {
   useStore();
-  const seen = ({ path }) => tree.mayRead(tree.find(path)) || tree.mayWrite(tree.find(path));
-  return html`<h1>Maintenance</h1><div class="grid two"><${Camera} /><${Card} title="Every parameter"><p>All ${tree.all().length} parameters stand below, as the camera's tree has them.
-      <kbd>/</kbd> searches them. A parameter's path opens what is known of it, with the line that does the same at a prompt.</p><//><${Log} />
-    ${roots().map((root) => html`<${Card} key=${root} title=${root}>${branches().filter(([name]) => name.split('.')[0] === root).map(([name, list]) => {
-      const visible = list.filter(seen);
-      return visible.length > 0 && html`<${Fold} key=${name} title=${name} count=${visible.length}>${() => html`<div class="form">${visible.map((parameter) => html`<${Lines} key=${parameter.path} parameter=${parameter} />`)}</div>`}<//>`;
-    })}<//>`)}</div>`;
+  const visible = tree.all().filter((parameter) => tree.mayRead(parameter) || tree.mayWrite(parameter));
+  const roots = [...new Set(visible.map(({ path }) => path.split('.')[0]))];
+  return html`<h1>Maintenance</h1><${Stacks} columns=${[[html`<${Camera} />`], [html`<${Card} title="Every parameter"><p>All ${tree.all().length} parameters stand below, as the camera's tree has them.
+      <kbd>/</kbd> searches them. A parameter's path opens what is known of it, with the line that does the same at a prompt.</p><//>`]]} /><${Log} />
+    <${Stacks} columns=${[roots.slice(0, 3), roots.slice(3)].map((column) => column.map((root) => html`<${Card} key=${root} title=${root}>${branches(root, visible).map(([name, list]) =>
+      html`<${Fold} key=${name} title=${name} count=${list.length}>${() => html`<div class="form">${list.map((parameter) => html`<${Lines} key=${parameter.path} parameter=${parameter} />`)}</div>`}<//>`)}<//>`))} />`;
 }

@@ -2,7 +2,7 @@
 import { html, useState } from '../vendor/preact-htm.js';
 import { useStore, value, text } from '../store.js';
 import * as tree from '../tree.js';
-import { Card, Form, Tabs, Fold } from '../parts.js';
+import { Card, Form, Forms, Stacks, Tabs, Fold } from '../parts.js';
 import { Gather, Field } from '../field.js';
 import { askToApply } from '../confirm.js';
 
@@ -30,7 +30,7 @@ function Guarded({ title, commit, paths, more = [] }) {
   const [outcome, setOutcome] = useState(null);
   const writable = tree.mayWrite(tree.find(paths[0]));
   const gather = { get: (path) => drafts[path], set: (path, next) => setDrafts((old) => ({ ...old, [path]: next })) };
-  const changed = Object.entries(drafts).filter(([path, next]) => next !== text(value(path))).map(([path, next]) => ({ path, value: next }));
+  const changed = Object.entries(drafts).filter(([path, next]) => next !== undefined && next !== text(value(path))).map(([path, next]) => ({ path, value: next }));
   const apply = async () => {
     const result = await askToApply(changed, commit).catch((failure) => ({ bad: true, text: failure.message }));
     setOutcome(result);
@@ -40,7 +40,7 @@ function Guarded({ title, commit, paths, more = [] }) {
   return html`<${Card} title=${title}><${Gather.Provider} value=${gather}><div class="form">${paths.map(field)}</div>
       ${more.length > 0 && html`<${Fold} title="More">${() => html`<div class="form">${more.map(field)}</div>`}<//>`}<//>
     ${writable && html`<div class="tools"><button class="main" disabled=${!changed.length} onClick=${apply}>Apply …</button>
-      <button disabled=${!changed.length} onClick=${() => { setDrafts({}); setOutcome(null); }}>Leave</button>
+      <button disabled=${!changed.length} onClick=${() => { setDrafts({}); setOutcome(null); }}>Cancel</button>
       <span class="faint">It goes back by itself unless you confirm it within 90 seconds.</span></div>`}
     ${outcome && html`<p class=${outcome.bad ? 'error' : 'faint'} role="status">${outcome.text}</p>`}<//>`;
 }
@@ -66,8 +66,8 @@ const kState = [`${kInterface}.mac`, `${kInterface}.negotiation_detail`, `${kInt
 
 export default function Network({ rest }) {
   const chosen = kTabs.some(([id]) => id === rest) ? rest : 'address';
+  const guarded = (i) => html`<${Guarded} key=${i} ...${kGuardedCards[i]} />`;
   return html`<h1>Network</h1><${Tabs} tabs=${kTabs} chosen=${chosen} base="network" />
-    <div class="grid two">${chosen === 'address' ? html`${kGuardedCards.map((card) => html`<${Guarded} key=${card.title} ...${card} />`)}
-        <${Card} title="The port now"><${Form} paths=${kState} /><//>`
-      : kForms[chosen].map(([title, paths]) => html`<${Card} key=${title} title=${title}><${Form} paths=${paths} /><//>`)}</div>`;
+    ${chosen === 'address' ? html`<${Stacks} columns=${[[guarded(0), html`<${Card} title="The port now"><${Form} paths=${kState} /><//>`], [guarded(1), guarded(2)]]} />`
+      : html`<${Forms} forms=${kForms[chosen]} />`}`;
 }

@@ -2,7 +2,7 @@
 import { html } from '../vendor/preact-htm.js';
 import { useStore, useTexts, useValue, text } from '../store.js';
 import * as tree from '../tree.js';
-import { Card, Facts, stateDot } from '../parts.js';
+import { Card, Facts, Stacks, stateDot } from '../parts.js';
 import { Plot } from '../plot.js';
 import { WaitingList } from '../waiting.js';
 
@@ -59,14 +59,14 @@ function Served() {
         <td>${one['from.framesize'] ?? ''}</td><td class="num">${one['from.framerate'] ?? ''}</td><td class="num">${one.bitrate}</td></tr>`)}</tbody></table></div>`}<//>`;
 }
 
+/** What is sent, as curves. */
+export const kServed = [{ path: 'system.session.total_bitrate', label: 'kbit/s', curve: 1, least: 1000 },
+  { path: 'system.session.sending_count', label: 'streams', curve: 2, right: true, high: 22 }];
+
 function Load() {
   const busy = tree.mayRead(tree.find('system.hardware.cpu.utilization'));
-  useValue(busy ? 'system.hardware.cpu.utilization' : null);
-  const lines = [{ path: 'system.session.total_bitrate', label: 'bit rate, kbit/s', color: '--curve1', filled: true, least: 1000 },
-    { path: 'system.session.sending_count', label: 'streams', color: '--curve2', right: true, least: 22 }];
   return html`<${Card} title="The last ten minutes">
-    <${Plot} title="" lines=${lines} height=${busy ? 120 : 200} />
-    ${busy && html`<${Plot} title="" height=${90} lines=${[{ path: 'system.hardware.cpu.utilization', label: 'processor, % busy', color: '--curve3', filled: true, high: 100 }]} />`}<//>`;
+    <${Plot} lines=${kServed} />${busy && html`<${Plot} lines=${[{ path: 'system.hardware.cpu.utilization', label: 'processor, % busy', curve: 3, least: 100 }]} />`}<//>`;
 }
 
 function Now() {
@@ -90,7 +90,7 @@ function CardAndPins() {
 
 export default function Overview() {
   const { pending } = useStore();
-  return html`<h1>Overview</h1><div class="grid"><${Identity} /><${Now} /><${CardAndPins} /><${Load} />
-    <${Card} title="What waits" aside=${html`<span class="count">${pending.length}</span>`}>
-      <${WaitingList} empty=${html`<p class="faint">Nothing: what is in force is saved.</p>`} /><//><${Served} /></div>`;
+  const waits = html`<${Card} title="What waits" aside=${html`<span class="count">${pending.length}</span>`}>
+    <${WaitingList} empty=${html`<p class="faint">Nothing: what is in force is saved.</p>`} /><//>`;
+  return html`<h1>Overview</h1><${Stacks} columns=${[[html`<${Identity} />`, html`<${Load} />`], [html`<${Now} />`, html`<${CardAndPins} />`, waits]]} /><${Served} />`;
 }

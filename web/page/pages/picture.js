@@ -2,7 +2,7 @@
 import { html, useState, useEffect } from '../vendor/preact-htm.js';
 import { useStore, useTexts, useValue, text, request, announce } from '../store.js';
 import * as tree from '../tree.js';
-import { Card, Tabs, Form, Fold, stateDot } from '../parts.js';
+import { Card, Tabs, Forms, Fold, Stacks, stateDot } from '../parts.js';
 import { Field, waitingText, waitingAt } from '../field.js';
 import { ask, tell } from '../confirm.js';
 import { FieldSheet, FrameSheet, ViewSheet, fieldsOf, digitsOf, kWide, kHigh } from '../sheet.js';
@@ -14,7 +14,7 @@ export default function Picture({ rest }) {
   const chosen = kTabs.some(([id]) => id === rest) ? rest : 'scene';
   return html`<h1>Picture</h1><${Tabs} tabs=${kTabs} chosen=${chosen} base="picture" />
     ${chosen === 'scene' && html`<${Scene} />`}${chosen === 'areas' && html`<${Areas} />`}
-    ${chosen === 'position' && html`<${Position} />`}${chosen === 'more' && html`<${More} />`}`;
+    ${chosen === 'position' && html`<${Position} />`}${chosen === 'more' && html`<${Forms} forms=${kMore} />`}`;
 }
 
 const may = (path) => tree.mayWrite(tree.find(path));
@@ -38,10 +38,10 @@ const kScenes = [0, 1, 2, 3, 4, 5, 6, 7];
 const kItems = [
   ['Exposure', [['shutter', 'Shutter'], ['auto_exposure.reference', 'Aim'], ['auto_exposure.reference_ext', 'Aim, fine'], ['auto_exposure.priority', 'Priority'],
     ['image.brightness', 'Gain'], ['image.senseup_limit', 'Slow shutter, at most'], ['auto_exposure.av_pk.color', 'Average against peak, by day'], ['auto_exposure.av_pk.black_white', 'Average against peak, by night']]],
-  ['Day and night', [['image.true_daynight', 'Cut filter'], ['image.true_daynight.af', 'Focus follows the filter'], ['image.easy_daynight', 'Day and night']]],
-  ['Colour', [['image.color', 'Saturation'], ['image.white_balance', 'White balance'], ['image.white_balance.r', 'Red'], ['image.white_balance.b', 'Blue']]],
   ['Light and detail', [['image.gamma', 'Gamma'], ['image.pedestal', 'Black level'], ['image.enhance', 'Sharpness'], ['image.3ddnr', 'Noise reduction'],
     ['image.lumx', 'Lift dark parts'], ['image.blc', 'Back light']]],
+  ['Day and night', [['image.true_daynight', 'Cut filter'], ['image.true_daynight.af', 'Focus follows the filter'], ['image.easy_daynight', 'Day and night']]],
+  ['Colour', [['image.color', 'Saturation'], ['image.white_balance', 'White balance'], ['image.white_balance.r', 'Red'], ['image.white_balance.b', 'Blue']]],
 ];
 
 const kNames = {};  // scene -> name; nobody can change one
@@ -75,17 +75,17 @@ function Scene() {
     await send([{ path: `camera.scene(${n}).status`, value: 'goto' }], `Scene ${n} is in force.`);
   };
   const reset = async () => {
-    if (await ask({ title: `Scene ${inForce} back to its factory state`, text: 'All its settings are overwritten, on flash too. This cannot be taken back.', yes: 'Put back', no: 'Leave', danger: true }))
+    if (await ask({ title: `Scene ${inForce} back to its factory state`, text: 'All its settings are overwritten, on flash too. This cannot be taken back.', yes: 'Put back', no: 'Cancel', danger: true }))
       await send([{ path: `camera.scene(${inForce}).status`, value: 'initialize' }], 'The scene is as the factory made it.');
   };
-  return html`<div class="grid two">
-    <${Card} title="Scenes" wide aside=${canGo && inForce && html`<span class="buttons"><button onClick=${reset}>Factory state …</button>
+  const card = ([title, items]) => html`<${Card} key=${title} title=${title}><div class="form">${items.map(([leaf, label]) =>
+    html`<${Field} key=${leaf + inForce} plain label=${label} path=${`camera.scene(${inForce}).${leaf}`} shows=${`camera.scene.${leaf}`} />`)}</div><//>`;
+  return html`<${Card} title="Scenes" aside=${canGo && inForce && html`<span class="buttons"><button onClick=${reset}>Factory state …</button>
         <button class="main" onClick=${() => send([{ path: `camera.scene(${inForce}).status`, value: 'save' }], 'Saved.')}>Save scene ${inForce}</button></span>`}>
       <div class="scenes" role="group" aria-label="Scenes">${kScenes.map((n) => html`<button key=${n} aria-pressed=${String(n) === inForce} disabled=${!canGo} onClick=${() => go(n)}><span class="faint">${n}</span>${names[n] ?? ''}</button>`)}</div>
       <p class="faint">${inForce !== undefined && (unsaved.length ? html`<span class="waits">Scene ${inForce} differs from what is saved in ${unsaved.length} ${unsaved.length === 1 ? 'setting' : 'settings'}</span>` : `Scene ${inForce} is in force as it is saved.`)}
         ${' '}A change is in the picture at once; saving keeps it.</p><//>
-    ${inForce !== undefined && kItems.map(([title, items]) => html`<${Card} key=${title} title=${title}><div class="form">${items.map(([leaf, label]) =>
-      html`<${Field} key=${leaf + inForce} plain label=${label} path=${`camera.scene(${inForce}).${leaf}`} shows=${`camera.scene.${leaf}`} />`)}</div><//>`)}</div>`;
+    ${inForce !== undefined && html`<${Stacks} columns=${[[0, 2], [1, 3]].map((column) => column.map((i) => card(kItems[i])))} />`}`;
 }
 
 // ---- areas
@@ -133,7 +133,7 @@ function AreaEditor({ area, inForce }) {
   return html`${area.columns
       ? html`<${FieldSheet} ...${area} name=${area.title} fields=${draft ? draft.value : fieldsOf(live, area.columns * area.rows)} change=${change} disabled=${disabled} />`
       : html`<${FrameSheet} name=${area.title} frame=${draft ? draft.value : frame.length === 4 ? frame : [0, 0, kWide, kHigh]} change=${change} disabled=${disabled} />`}
-    <p class="buttons">${draft && html`<button class="main" onClick=${write}>Set the area</button><button onClick=${() => setDraft(null)}>Leave</button>`}
+    <p class="buttons">${draft && html`<button class="main" onClick=${write}>Set the area</button><button onClick=${() => setDraft(null)}>Cancel</button>`}
       ${draft && draft.base !== live && html`<span class="warn">meanwhile changed elsewhere; setting it overwrites that</span>`}
       ${waiting && !draft && html`<span class="waits">in force, not saved</span>`}</p>`;
 }
@@ -153,22 +153,19 @@ function Position() {
     return send(items, 'Moved.');
   };
   const button = (sign, label, dx, dy) => html`<button aria-label=${label} disabled=${!able} onClick=${() => by(dx, dy)}>${sign}</button>`;
-  return html`<div class="grid two">
-    <${Card} title="View" aside=${html`<span class="faint">pan ${pan} · tilt ${tilt} · ×${zoom}</span>`}>
+  return html`<${Stacks} columns=${[[html`<${Card} title="View" aside=${html`<span class="faint">pan ${pan} · tilt ${tilt} · ×${zoom}</span>`}>
       <${ViewSheet} pan=${pan} tilt=${tilt} zoom=${zoom} go=${look} disabled=${!able} />
       <div class="sides"><div><h3>Move</h3><div class="pad" role="group" aria-label="Move">
           ${button('↖', 'left and up', -1, -1)}${button('↑', 'up', 0, -1)}${button('↗', 'right and up', 1, -1)}
           ${button('←', 'left', -1, 0)}<button aria-label="home" disabled=${!able} onClick=${() => send([{ path: 'camera.position(0).status', value: 'goto' }], 'At home.')}>⌂</button>${button('→', 'right', 1, 0)}
           ${button('↙', 'left and down', -1, 1)}${button('↓', 'down', 0, 1)}${button('↘', 'right and down', 1, 1)}</div>
-          <p><label class="faint">by <select value=${step} onChange=${(e) => setStep(Number(e.target.value))}>${[20, 100, 400].map((n) => html`<option key=${n} value=${n} selected=${n === step}>${n}</option>`)}</select></label></p></div>
+          <p><label class="faint">by <select onChange=${(e) => setStep(Number(e.target.value))}>${[20, 100, 400].map((n) => html`<option key=${n} value=${n} selected=${n === step}>${n}</option>`)}</select></label></p></div>
         <div class="grow form"><h3>Values</h3>${[['pan', 'Pan'], ['tilt', 'Tilt'], ['zoom', 'Zoom']].map(([leaf, label]) => html`<${Field} key=${leaf} plain label=${label} path=${`camera.motion.${leaf}`} />`)}
-          <${Field} plain label="Speed to a preset" path="camera.motion.position.speed" /></div></div><//>
-    <${Card} title="The last ten minutes"><${Plot} title="" height=${150} high=${1918} lines=${[{ path: 'camera.motion.pan', label: 'pan', color: '--curve1' }, { path: 'camera.motion.tilt', label: 'tilt', color: '--curve2' },
-      { path: 'camera.motion.zoom', label: 'zoom', color: '--curve3', right: true, high: 8 }]} />
-      <h3>Going back by itself</h3><div class="form"><${Field} plain label="Goes back" path="camera.motion.auto_return.status" /><${Field} plain label="to" path="camera.motion.auto_return.mode" /><${Field} plain label="after" path="camera.motion.auto_return.timeout" /></div><//>
-    <${Card} title="Presets"><${Presets} /><//>
-    <${Card} title="Patrol" aside=${stateDot(known.patrol === 'start', ['on its way', 'rests'])}>
-      <div class="form"><${Field} plain label="Patrol" path="camera.motion.auto_patrol(0).status" /></div><${PatrolSteps} /><//></div>`;
+          <${Field} plain label="Speed to a preset" path="camera.motion.position.speed" /></div></div><//>`, html`<${Card} title="Presets"><${Presets} /><//>`],
+    [html`<${Card} title="The last ten minutes"><${Plot} lines=${[{ path: 'camera.motion.pan', label: 'pan', curve: 1, high: kWide }, { path: 'camera.motion.tilt', label: 'tilt', curve: 2, high: kWide }, { path: 'camera.motion.zoom', label: 'zoom', curve: 3, right: true, high: 8 }]} />
+      <h3>Going back by itself</h3><div class="form"><${Field} plain label="Goes back" path="camera.motion.auto_return.status" /><${Field} plain label="to" path="camera.motion.auto_return.mode" /><${Field} plain label="after" path="camera.motion.auto_return.timeout" /></div><//>`,
+    html`<${Card} title="Patrol" aside=${stateDot(known.patrol === 'start', ['on its way', 'rests'])}>
+      <div class="form"><${Field} plain label="Patrol" path="camera.motion.auto_patrol(0).status" /></div><${PatrolSteps} /><//>`]]} />`;
 }
 
 const kPresets = Array.from({ length: 20 }, (_, n) => n);
@@ -189,7 +186,7 @@ function Preset({ n, registered, able }) {
   const { pan, tilt, zoom } = useTexts(registered ? { pan: `camera.position(${n}).pan`, tilt: `camera.position(${n}).tilt`, zoom: `camera.position(${n}).zoom` } : {});
   const path = `camera.position(${n}).status`;
   const forget = async () => {
-    if (await ask({ title: `Forget preset ${n}`, text: 'Its place and its name are lost.', yes: 'Forget', no: 'Leave' })) await send([{ path, value: 'initialize' }], 'Forgotten.');
+    if (await ask({ title: `Forget preset ${n}`, text: 'Its place and its name are lost.', yes: 'Forget', no: 'Cancel' })) await send([{ path, value: 'initialize' }], 'Forgotten.');
   };
   return html`<tr><td>${n}</td><td><${Field} plain label=${`Name of preset ${n}`} path=${`camera.position(${n}).comment`} /></td><td>${registered ? html`<code>${pan} ${tilt} ${zoom}</code>` : html`<span class="faint">free</span>`}</td>
     <td><span class="buttons">${registered && html`<button class="small main" disabled=${!able} onClick=${() => send([{ path, value: 'goto' }], `At preset ${n}.`)}>Go</button>`}
@@ -212,14 +209,11 @@ const kStepShapes = {
 
 // ---- the rest of the camera
 
-export const kMore = {
-  'Name and lamps': ['camera.id', 'camera.stealth', 'camera.identify'],
-  Focus: ['camera.focus', 'camera.focus.status', 'camera.focus.progress', 'camera.focus.adjust_mode', 'camera.focus.finefocus', 'camera.focus.nightfocus', 'camera.focus.assist.status', 'camera.focus.run_counter', 'camera.focus.date.status'],
-  Sensor: ['camera.defect_detect.static.status', 'camera.defect_detect.static.adjust', 'camera.defect_detect.static.adjust_detail', 'camera.fpn.adjust', 'camera.fpn.adjust_detail', 'camera.fpn.num',
-    'camera.image.true_daynight.ir_counter', 'camera.image.true_daynight.led_counter', 'camera.iris', 'camera.iris.lenstype'],
-  'Sound and analog picture': ['audio.input.gain', 'audio.input.powersupply.status', 'audio.input.halfduplex', 'audio.input.loopback', 'audio.output.volume', 'video.output.status', 'video.output.video_signal', 'peripheral.switch(1).status'],
-};
+const kMore = [
+  ['Name and lamps', ['camera.id', 'camera.stealth', 'camera.identify']],
+  ['Focus', ['camera.focus', 'camera.focus.status', 'camera.focus.progress', 'camera.focus.adjust_mode', 'camera.focus.finefocus', 'camera.focus.nightfocus', 'camera.focus.assist.status', 'camera.focus.run_counter', 'camera.focus.date.status']],
+  ['Sensor', ['camera.defect_detect.static.status', 'camera.defect_detect.static.adjust', 'camera.defect_detect.static.adjust_detail', 'camera.fpn.adjust', 'camera.fpn.adjust_detail', 'camera.fpn.num',
+    'camera.image.true_daynight.ir_counter', 'camera.image.true_daynight.led_counter', 'camera.iris', 'camera.iris.lenstype']],
+  ['Sound and analog picture', ['audio.input.gain', 'audio.input.powersupply.status', 'audio.input.halfduplex', 'audio.input.loopback', 'audio.output.volume', 'video.output.status', 'video.output.video_signal', 'peripheral.switch(1).status']],
+];
 
-function More() {
-  return html`<div class="grid two">${Object.entries(kMore).map(([title, paths]) => html`<${Card} key=${title} title=${title}><${Form} paths=${paths} /><//>`)}</div>`;
-}

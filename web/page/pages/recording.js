@@ -19,7 +19,7 @@ function Disk() {
     setChecked(answer.status === 200 ? answer.value : tree.refusal('storage.disk.check', answer));
   };
   const format = async () => {
-    if (!await ask({ title: 'Format the card', text: 'Everything on the card is lost.', yes: 'Format', no: 'Leave', danger: true })) return;
+    if (!await ask({ title: 'Format the card', text: 'Everything on the card is lost.', yes: 'Format', no: 'Cancel', danger: true })) return;
     const [answer] = await request([{ path: 'storage.disk(1).initialize', value: 'start' }]);
     if (answer.status >= 300) await tell('The camera refused', html`<p class="error">${tree.refusal('storage.disk.initialize', answer)}</p>`);
   };
@@ -32,7 +32,7 @@ export default function Recording() {
   const [n, choose] = useState(1);
   const base = `application.object(${n})`;
   return html`<h1>Recording</h1><div class="grid two"><${Disk} />
-    <${Card} title="What is recorded" aside=${html`<label class="faint">recording <select value=${n} onChange=${(e) => choose(Number(e.target.value))}>${kObjects.map((one) => html`<option key=${one} value=${one} selected=${one === n}>${one}</option>`)}</select></label>`}>
+    <${Card} title="What is recorded" aside=${html`<label class="faint">recording <select onChange=${(e) => choose(Number(e.target.value))}>${kObjects.map((one) => html`<option key=${one} value=${one} selected=${one === n}>${one}</option>`)}</select></label>`}>
       <${Form} key=${n} paths=${['source', 'framesize', 'framerate', 'prerec', 'postrec', 'overwrite.status'].map((leaf) => `${base}.${leaf}`)} /><//>
     <${Card} title="Clips" wide><div class="scroll"><table><thead><tr><th>no.</th><th>name</th><th>length, s</th><th>clip</th></tr></thead>
       <tbody>${kClips.map((one) => html`<tr key=${one}><td>${one}</td>${['name', 'time', 'status'].map((leaf) =>

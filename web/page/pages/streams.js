@@ -4,7 +4,7 @@ import { useTexts, useValue, text } from '../store.js';
 import { Card, Form, stateDot } from '../parts.js';
 import { Field } from '../field.js';
 import { Plot } from '../plot.js';
-import { streams } from './overview.js';
+import { streams, kServed } from './overview.js';
 
 const kChannels = [1, 2, 3];
 const kBudget = 20000;  // kbit/s of all live streams, beyond which a higher rate is refused
@@ -74,7 +74,7 @@ function Budget() {
       <rect class="barbed" width="1000" height="14" />${parts.length ? parts.map((part) => html`<rect class=${`bar${part.channel}`} x=${part.x} width=${Math.max(2, part.width - 2)} height="14"><title>${`${part.one['to.ip']}: ${part.one.bitrate}`}</title></rect>`)
         : html`<rect class="bar1" width=${(used / kBudget) * 1000} height="14" />`}</svg>
     <p class="faint">${kChannels.map((n) => html`<span key=${n} class=${`key curve${n}`}>channel ${n}</span> `)} Beyond ${kBudget / 1000} Mbit/s the camera refuses a higher rate (453).</p>
-    <${Plot} title="" height=${110} lines=${[{ path: 'system.session.total_bitrate', label: 'kbit/s', color: '--curve1', filled: true, least: 1000 }, { path: 'system.session.sending_count', label: 'streams', color: '--curve2', right: true, least: 22 }]} /><//>`;
+    <${Plot} lines=${kServed} /><//>`;
 }
 
 const kDestinations = ['Pictures of channel 1', 'Pictures of channel 2', 'Pictures of channel 3', 'Sound', 'Motion data'];
@@ -83,7 +83,7 @@ function Destination({ n, title }) {
   const base = `network.destination(${n})`;
   const status = text(useValue(`${base}.status`));
   return html`<${Card} title=${title} aside=${stateDot(status === 'on', ['sent', 'not sent'])}><div class="form">
-    ${[['host', 'Group'], ['port', 'Port'], ['framerate', 'Frame rate'], ['userdata', "Camera's data"], ['status', 'Stream']].map(([leaf, label]) =>
+    ${[['host', 'Group'], ['port', 'Port'], ...(n <= kChannels.length ? [['framerate', 'Frame rate']] : []), ['userdata', "Camera's data"], ['status', 'Stream']].map(([leaf, label]) =>
       html`<${Field} key=${leaf} plain label=${label} path=${`${base}.${leaf}`} />`)}</div><//>`;
 }
 

@@ -20,7 +20,7 @@ function Accounts({ kind, title, does }) {
     const own = me.user === name;
     const last = kind === 'admin' && kNumbers.filter(exists).length === 1;
     const words = own ? 'It is the account you are logged in with: this page will be closed to you.' : last ? 'It is the last administrator\'s account.' : `Whoever uses ${name} can no longer log in.`;
-    if (!await ask({ title: `Delete ${name}`, text: words, yes: 'Delete', no: 'Leave', danger: own || last })) return;
+    if (!await ask({ title: `Delete ${name}`, text: words, yes: 'Delete', no: 'Cancel', danger: own || last })) return;
     const path = `system.password.${kind}(${n}).status`;
     const [answer] = await request([{ path, value: 'initialize' }]);
     if (answer.status >= 300) await tell('The camera refused', html`<p class="error">${tree.refusal(path, answer)}</p>`);
