@@ -100,16 +100,15 @@ async function sendAndWatch(items, commit) {
   }
 }
 
-/** Where the camera is to be found behind a change of its address or ports; nothing when the page stays where it is. */
+/** Where the page is to be found behind a change of address or ports; nothing when it stays where it is, or is relayed. */
 function newAddress(items) {
   const next = new URL(location.href);
-  const to = (pattern) => items.find(({ path }) => pattern.test(path))?.new;
-  const address = to(/^network\.interface(\(1\))?\.ip$/);
-  if (address && /^[\d.]+$/.test(next.hostname) && !next.hostname.startsWith('127.')) next.hostname = address;
-  const secure = to(/^network\.https\(configuration\)\.status$/);
-  if (secure) next.protocol = secure === 'on' ? 'https:' : 'http:';
-  const port = to(next.protocol === 'https:' ? /^network\.https\b.*\.port$/ : /^network\.http\b.*\.port$/);
-  if (port && !next.hostname.startsWith('127.')) next.port = port;
+  if (next.hostname === 'localhost' || next.hostname.startsWith('127.')) return null;
+  const to = (path) => items.find((item) => tree.canonical(item.path) === path)?.new;
+  next.hostname = to('network.interface(1).ip') ?? next.hostname;
+  if (to('network.http(configuration).status') === 'off') next.protocol = 'https:';
+  if (to('network.https(configuration).status') === 'off') next.protocol = 'http:';
+  next.port = to(`network.${next.protocol.slice(0, -1)}(configuration).port`) ?? (next.protocol === location.protocol ? next.port : '');
   return next.origin === location.origin ? null : next.href;
 }
 

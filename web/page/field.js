@@ -1,6 +1,6 @@
 // One parameter as a line of a form: what it is, its control, what waits, and how a write went.
 import { html, createContext, useContext, useState, useMemo } from './vendor/preact-htm.js';
-import { state, useStore, useValue, text, request, announce } from './store.js';
+import { state, useStore, useValue, text, request, withScene, announce } from './store.js';
 import * as tree from './tree.js';
 import { Control, shapeOf, shown, sent } from './control.js';
 import { askToApply, ask, short } from './confirm.js';
@@ -27,7 +27,7 @@ async function send(path, typed, shape) {
   const value = sent(shape, typed);
   const parameter = tree.find(path);
   if (tree.isGuarded(parameter.commit)) return askToApply([{ path, value }], parameter.commit);
-  const [answer] = await request([{ path, value }]);
+  const [answer] = await request([{ path: await withScene(path), value }]);
   if (answer.status >= 300) return { bad: true, text: tree.refusal(path, answer) };
   const taken = answer.value !== undefined && answer.value !== value && shown(shape, answer.value) !== typed;
   if (taken && !/^[-+]/.test(typed) && answer.value.toLowerCase() !== value.toLowerCase()) return { text: `${typed || '“”'} was taken as ${answer.value || '“”'}` };

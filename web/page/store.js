@@ -153,6 +153,16 @@ export async function request(items) {
   return answers;
 }
 
+/**
+ * A path below the scenes with the number of the one in force: without a number a save means the scene that was named last,
+ * whoever named it.
+ */
+export async function withScene(path) {
+  if (!path.startsWith('camera.scene.')) return path;
+  const [{ value: inForce }] = await request([{ path: 'camera.scene.status' }]);
+  return path.replace('camera.scene.', `camera.scene(${inForce}).`);
+}
+
 /** Writes that are committed at once; with `confirm` they go back unless somebody confirms them. */
 export async function apply(items, commit, confirm) {
   const reply = await call('api/apply', { items, commit, ...(confirm && { confirm: true }) });

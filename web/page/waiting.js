@@ -1,6 +1,6 @@
 // The bar of the changes that wait: what is in force, what is not, and what brings the two together.
 import { html, useState } from './vendor/preact-htm.js';
-import { state, useStore, request, announce } from './store.js';
+import { state, useStore, request, withScene, announce } from './store.js';
 import * as tree from './tree.js';
 import { ask, tell, askToApply, consequences, Consequences, Change } from './confirm.js';
 
@@ -23,6 +23,11 @@ function mayCommit(commit) {
   return Boolean(parameter) && tree.mayWrite(parameter);
 }
 
+/** The camera's own save writes the picture into the scene that was named last, so the one in force is named in front of it. */
+async function whatItMeans(path) {
+  return path === 'camera.status' ? [{ path: await withScene('camera.scene.name') }] : [];
+}
+
 async function commit(group) {
   if (tree.isGuarded(group.commit)) {
     const items = group.items.map(({ path, live, typed, taken, kind }) => ({ path, value: kind === 'hidden' ? taken ?? typed : live }));
@@ -33,8 +38,8 @@ async function commit(group) {
   const what = consequences(group.commit);
   if (!await ask({ title: 'Commit', detail: html`<${Consequences} commit=${group.commit} ...${what} />`, yes: 'Commit', no: 'Cancel' })) return;
   const at = group.commit.lastIndexOf('=');
-  const [path, value] = [group.commit.slice(0, at), group.commit.slice(at + 1)];
-  const [answer] = await request([{ path, value }]);
+  const [path, value] = [await withScene(group.commit.slice(0, at)), group.commit.slice(at + 1)];
+  const answer = (await request([...await whatItMeans(path), { path, value }])).pop();
   if (answer.status < 300) return announce('Committed.');
   await tell('The camera refused', html`<p><code>${group.commit}</code></p><p class="error">${tree.refusal(path, answer)}</p>
     <p>What was staged may have been taken back by the camera; the bar shows what still waits.</p>`);

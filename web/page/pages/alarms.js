@@ -34,7 +34,7 @@ function Rules() {
   return html`<div class="grid two"><${Card} title="Rules" wide><div class="scenes" role="group" aria-label="Rules">${kRules.map((one) =>
       html`<button key=${one} aria-pressed=${one === n} onClick=${() => choose(one)}>Rule ${one} ${stateDot(states[one] === 'on')}</button>`)}</div><//>
     <${Card} title=${`Rule ${n}`}><${Form} key=${n} paths=${[`${base}.status`, `${base}.trigger`, `${base}.action`]} /><//>
-    <${Card} title=${`When rule ${n} holds`}><div class="scroll"><table><thead><tr><th>day</th><th>used</th><th>span</th><th>the rule holds</th></tr></thead>
+    <${Card} title=${`When rule ${n} holds`}><div class="scroll"><table class="rows"><thead><tr><th>day</th><th>used</th><th>span</th><th>the rule holds</th></tr></thead>
       <tbody>${kDays.map((day) => html`<tr key=${day + n}><td>${day}</td>${['status', 'time', 'type'].map((leaf) =>
         html`<td key=${leaf}><${Field} plain label=${`${day} ${leaf}`} path=${`${base}.filter(${day}).${leaf}`} /></td>`)}</tr>`)}</tbody></table></div>
       <p class="faint">"mask": the rule holds outside the span; "unmask": in it.</p><//></div>`;

@@ -14,7 +14,7 @@ async function command(word, question) {
 
 function Camera() {
   const able = tree.mayWrite(tree.find('system.status'));
-  return html`<${Card} title="Camera"><${Form} paths=${['system.hardware.cpu.clock', 'system.hardware.ddr.clock', 'system.software.revision', 'system.software.programid']} />
+  return html`<${Card} title="Versions and restart"><${Form} paths=${['system.hardware.cpu.clock', 'system.hardware.ddr.clock', 'system.software.revision', 'system.software.programid']} />
     ${able ? html`<div class="tools"><button onClick=${() => command('restart', { title: 'Restart the camera', yes: 'Restart' })}>Restart …</button>
       <button onClick=${() => command('initialize', { title: 'Back to the factory state', text: 'All settings and accounts are lost, and this page with them until the camera has an administrator again.', yes: 'Put back', danger: true })}>Factory state …</button></div>`
       : html`<p class="faint">Only administrators restart the camera.</p>`}<//>`;

@@ -74,9 +74,9 @@ function Now() {
   const values = useTexts(Object.fromEntries(kChannels.flatMap((n) => ['type', 'framesize', 'framerate'].map((leaf) => [`${leaf}${n}`, `encode(${n}).${leaf}`]))));
   return html`<${Card} title="Picture and streams">
     <p><a href="#/picture">Scene ${scene ?? '…'}</a> ${name && html`<b>${name}</b>`} <span class="faint">is in force</span></p>
-    <table><tbody>${kChannels.map((n) => html`<tr key=${n}><td><a href="#/streams">Channel ${n}</a></td>
+    <table class="channels"><tbody>${kChannels.map((n) => html`<tr key=${n}><td><a href="#/streams">Channel ${n}</a></td>
       <td>${values[`type${n}`] === 'off' ? stateDot(false) : html`<span class="dot on">${values[`type${n}`] ?? '…'}</span>`}</td>
-      <td>${values[`type${n}`] !== 'off' && values[`framesize${n}`]}</td><td class="num">${values[`type${n}`] !== 'off' && html`${values[`framerate${n}`]} <span class="unit">frames/s</span>`}</td></tr>`)}</tbody></table><//>`;
+      <td>${values[`type${n}`] !== 'off' && values[`framesize${n}`]}</td><td class="num">${values[`type${n}`] !== 'off' && html`${values[`framerate${n}`]} <span class="unit">fps</span>`}</td></tr>`)}</tbody></table><//>`;
 }
 
 function CardAndPins() {

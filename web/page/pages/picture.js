@@ -176,7 +176,7 @@ function Presets() {
   const kept = kPresets.filter((n) => all || states[n] === 'registered');
   const free = kPresets.find((n) => states[n] === 'unregistered');
   const able = may('camera.position.status');
-  return html`<div class="scroll"><table><thead><tr><th>no.</th><th>name</th><th>place</th><th><span class="aloud">does</span></th></tr></thead>
+  return html`<div class="scroll"><table class="rows"><thead><tr><th>no.</th><th>name</th><th>place</th><th><span class="aloud">does</span></th></tr></thead>
       <tbody>${kept.map((n) => html`<${Preset} key=${n} n=${n} registered=${states[n] === 'registered'} able=${able} />`)}</tbody></table></div>
     <div class="tools">${able && free !== undefined && html`<button onClick=${() => send([{ path: `camera.position(${free}).status`, value: 'save' }], 'Kept.')}>Keep the present view as ${free}</button>`}
       <button onClick=${() => setAll(!all)}>${all ? 'Only those that are kept' : 'Show all 20'}</button></div>`;

@@ -34,7 +34,7 @@ export default function Recording() {
   return html`<h1>Recording</h1><div class="grid two"><${Disk} />
     <${Card} title="What is recorded" aside=${html`<label class="faint">recording <select onChange=${(e) => choose(Number(e.target.value))}>${kObjects.map((one) => html`<option key=${one} value=${one} selected=${one === n}>${one}</option>`)}</select></label>`}>
       <${Form} key=${n} paths=${['source', 'framesize', 'framerate', 'prerec', 'postrec', 'overwrite.status'].map((leaf) => `${base}.${leaf}`)} /><//>
-    <${Card} title="Clips" wide><div class="scroll"><table><thead><tr><th>no.</th><th>name</th><th>length, s</th><th>clip</th></tr></thead>
+    <${Card} title="Clips" wide><div class="scroll"><table class="rows"><thead><tr><th>no.</th><th>name</th><th>length, s</th><th>clip</th></tr></thead>
       <tbody>${kClips.map((one) => html`<tr key=${one}><td>${one}</td>${['name', 'time', 'status'].map((leaf) =>
         html`<td key=${leaf}><${Field} plain label=${`Clip ${one}, ${leaf}`} path=${`application.audioplay(${one}).${leaf}`} /></td>`)}</tr>`)}</tbody></table></div><//></div>`;
 }

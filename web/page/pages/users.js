@@ -26,7 +26,7 @@ function Accounts({ kind, title, does }) {
     if (answer.status >= 300) await tell('The camera refused', html`<p class="error">${tree.refusal(path, answer)}</p>`);
     else announce(`${name} is deleted.`);
   };
-  return html`<${Card} title=${title} aside=${html`<span class="faint">${does}</span>`}><div class="scroll"><table><thead><tr><th>account</th><th>state</th><th>password</th><th><span class="aloud">does</span></th></tr></thead>
+  return html`<${Card} title=${title} aside=${html`<span class="faint">${does}</span>`}><div class="scroll"><table class="rows"><thead><tr><th>account</th><th>state</th><th>password</th><th><span class="aloud">does</span></th></tr></thead>
     <tbody>${kNumbers.map((n) => html`<tr key=${n}><td><b>${accountName(kind, n)}</b>${me?.user === accountName(kind, n) && html` <span class="faint">you</span>`}</td><td>${stateDot(exists(n), ['exists', 'none'])}</td>
       <td><${Field} plain label=${`Password of ${accountName(kind, n)}`} path=${`system.password.${kind}(${n})`} /></td>
       <td>${exists(n) && html`<button class="small" onClick=${() => remove(n)}>Delete …</button>`}</td></tr>`)}</tbody></table></div><//>`;
