@@ -76,6 +76,7 @@ Viewers::Result Viewers::look(const Account& account, const View& view) {
     viewer.values.clear();
     return Result::TooMuch;
   }
+  tell(viewer);  // what others look at too is known already
   readSoon(0s);
   return Result::Taken;
 }

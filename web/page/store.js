@@ -115,6 +115,10 @@ export function useTexts(named) {
 const watched = new Map();  // path -> how many look
 let viewer = null;          // the id of the event stream
 let viewTimer = 0;
+let hasValues = false;      // since the event stream was opened
+
+/** These take the camera a while, so they are looked at behind the first view. */
+const kSlow = ['system.session', 'system.log', 'system.hardware.cpu.utilization'];
 
 /** Looks at the paths until the function that comes back is called. */
 export function watch(paths) {
@@ -131,12 +135,12 @@ export function watch(paths) {
 
 function sendViewSoon() {
   clearTimeout(viewTimer);
-  viewTimer = setTimeout(sendView, 20);
+  viewTimer = setTimeout(sendView, 5);
 }
 
 function sendView() {
   if (!viewer) return;
-  const paths = [...watched.keys()].slice(0, kMostInView);
+  const paths = [...watched.keys()].filter((path) => hasValues || !kSlow.includes(path)).slice(0, kMostInView);
   call('api/view', { id: viewer, paths }).catch(() => {});
 }
 
@@ -186,10 +190,15 @@ let retryTimer = 0;
 const onEvent = {
   hello: ({ id }) => {
     viewer = id;
+    hasValues = false;
     set({ linked: true, lostAt: 0 });
     sendView();
   },
-  values: keep,
+  values: (changed) => {
+    keep(changed);
+    if (!hasValues) sendViewSoon();
+    hasValues = true;
+  },
   pending: (pending) => set({ pending: pending || [] }),
   confirm: (confirm) => set({ confirm: confirm && { ...confirm, until: Date.now() + confirm.seconds * 1000 } }),
   camera: ({ answers }) => set({ answers }),
