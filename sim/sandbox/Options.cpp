@@ -17,7 +17,7 @@ constexpr const char* usage =
     "             --model NAME       model name\n"
     "             --without FEATURE  switch a feature off (repeatable)\n"
     "             --without /bin/X   leave a program out, until the next up (repeatable)\n"
-    "             --tmxd FILE        the daemon of another build\n"
+    "             --daemon BUILD     the build of the daemon, when it is another\n"
     "             --tmxd-arg ARG     argument for the daemon (repeatable)\n"
     "             --env NAME=VALUE   variable for the daemon (repeatable)\n"
     "             --timeout SECONDS  give up waiting; 0: do not wait\n"
@@ -30,15 +30,15 @@ constexpr const char* usage =
     "  exec     run WORD... inside\n"
     "  flash    count | cut=N[:half|:lose] | fail=N:EINTR|EIO|ENOSPC|EROFS | full | off | show\n";
 
-constexpr std::array<option, 13> longOptions{{{"home", required_argument, nullptr, 'h'},
+constexpr std::array<option, 12> longOptions{{{"home", required_argument, nullptr, 'h'},
                                               {"build", required_argument, nullptr, 'b'},
+                                              {"daemon", required_argument, nullptr, 'd'},
                                               {"userland", required_argument, nullptr, 'u'},
                                               {"model", required_argument, nullptr, 'm'},
                                               {"without", required_argument, nullptr, 'w'},
                                               {"fresh", no_argument, nullptr, 'f'},
                                               {"quiet", no_argument, nullptr, 'q'},
                                               {"timeout", required_argument, nullptr, 't'},
-                                              {"tmxd", required_argument, nullptr, 'd'},
                                               {"tmxd-arg", required_argument, nullptr, 'a'},
                                               {"env", required_argument, nullptr, 'e'},
                                               {nullptr, 0, nullptr, 0}}};
@@ -50,6 +50,9 @@ bool take(Options& options, int option, const std::string& value) {
       return true;
     case 'b':
       options.build = value;
+      return true;
+    case 'd':
+      options.daemon = value;
       return true;
     case 'u':
       options.userland = value;
@@ -68,9 +71,6 @@ bool take(Options& options, int option, const std::string& value) {
       return true;
     case 't':
       options.timeoutSeconds = std::atoi(value.c_str());
-      return true;
-    case 'd':
-      options.daemon = value;
       return true;
     case 'a':
       options.daemonArguments.push_back(value);
@@ -98,8 +98,8 @@ void makeAbsolute(Options& options) {
     const Path shared = options.build.parent_path() / "build" / "userland";
     if (!std::filesystem::exists(options.userland, error)) options.userland = shared;
   }
+  if (options.daemon.empty()) options.daemon = options.build;
   for (Path* path : {&options.home, &options.build, &options.daemon, &options.userland}) {
-    if (path->empty()) continue;
     *path = std::filesystem::absolute(*path, error).lexically_normal();
     if (!path->has_filename()) *path = path->parent_path();
   }

@@ -45,9 +45,9 @@ void Root::enter() const {
 }
 
 void Root::skeleton() const {
-  for (const char* directory :
-       {"usr", "etc", "dev", "proc", "sys", "tmp", "mnt/flash", "mnt/sysinfo", "mnt/factory", "opt/camera",
-        "opt/factory", "root", "run/camera", "var/log", "var/lib/snmp", "var/cache", "var/www", "var/tmp"}) {
+  for (const char* directory : {"usr", "etc", "dev", "proc", "sys", "tmp", "mnt/flash", "mnt/sysinfo", "mnt/factory",
+                                "opt/camera", "opt/daemon", "opt/factory", "root", "run/camera", "var/log",
+                                "var/lib/snmp", "var/cache", "var/www", "var/tmp"}) {
     makeDirectory(directory);
   }
   link("/run", "var/run");
@@ -61,7 +61,9 @@ void Root::skeleton() const {
 void Root::userland() const {
   std::string layers;
   int count = 0;
-  for (const Path& layer : {holes(), m_options.build / "stand-ins" / "usr", m_options.userland / "usr", Path("/usr")}) {
+  std::vector<Path> folders{holes(), m_options.build / "stand-ins" / "usr", m_options.userland / "usr", "/usr"};
+  if (m_options.daemon != m_options.build) folders.insert(folders.begin() + 1, m_options.daemon / "stand-ins" / "usr");
+  for (const Path& layer : folders) {
     std::error_code error;
     if (!fs::is_directory(layer, error)) continue;
     const std::string name = ".layer" + std::to_string(count++);
@@ -165,7 +167,7 @@ void Root::state() const {
   bind(home / "syslog", "var/log/messages");
   bind(home / "factory", "opt/factory", true);
   bind(m_options.build, "opt/camera", true);
-  if (!m_options.daemon.empty()) bind(m_options.daemon, "opt/camera/bin/tmxd", true);
+  bind(m_options.daemon, "opt/daemon", true);
 }
 
 void Root::pivot() const {

@@ -57,7 +57,7 @@ class Running : public CameraTest {
  protected:
   static int shell(const std::string& script) { return camera().exec({"/bin/sh", "-c", script}); }
   /** Starts the daemon again by hand, as the start scripts do. */
-  static void startDaemon() { shell("/opt/camera/bin/tmxd"); }
+  static void startDaemon() { shell("tmxd"); }
   /** Ends the daemon by a signal, and waits until it is gone. */
   static void stopDaemon(const std::string& signal) {
     shell("pid=$(cat /var/run/tmxd.pid); kill -" + signal +
@@ -117,7 +117,7 @@ TEST_F(Running, TellsTheRecorderAndTheLamps) {
 
 TEST_F(Running, ASecondInstanceEndsAtOnce) {
   const auto before = std::filesystem::last_write_time(camera().path("tmp/request"));
-  EXPECT_EQ(shell("cp /var/run/tmxd.pid /tmp/before && /opt/camera/bin/tmxd && sleep 0.3 && "
+  EXPECT_EQ(shell("cp /var/run/tmxd.pid /tmp/before && tmxd && sleep 0.3 && "
                   "cmp /var/run/tmxd.pid /tmp/before && test $(pidof tmxd | wc -w) = 1"),
             0);
   EXPECT_EQ(std::filesystem::last_write_time(camera().path("tmp/request")), before);
