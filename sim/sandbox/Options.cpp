@@ -17,7 +17,7 @@ constexpr const char* usage =
     "             --model NAME       model name\n"
     "             --without FEATURE  switch a feature off (repeatable)\n"
     "             --without /bin/X   leave a program out, until the next up (repeatable)\n"
-    "             --daemon BUILD     with the daemon of a build for another machine\n"
+    "             --daemon BUILD     the build of the daemon, when it is another\n"
     "             --tmxd-arg ARG     argument for the daemon (repeatable)\n"
     "             --env NAME=VALUE   variable for the daemon (repeatable)\n"
     "             --timeout SECONDS  give up waiting; 0: do not wait\n"
@@ -98,8 +98,8 @@ void makeAbsolute(Options& options) {
     const Path shared = options.build.parent_path() / "build" / "userland";
     if (!std::filesystem::exists(options.userland, error)) options.userland = shared;
   }
+  if (options.daemon.empty()) options.daemon = options.build;
   for (Path* path : {&options.home, &options.build, &options.daemon, &options.userland}) {
-    if (path->empty()) continue;
     *path = std::filesystem::absolute(*path, error).lexically_normal();
     if (!path->has_filename()) *path = path->parent_path();
   }

@@ -26,6 +26,7 @@ Environment daemonEnvironment(Environment extra) {
   // The sanitizer's library comes behind the preloaded one; both work in that order.
   environment.emplace_back("ASAN_OPTIONS", "verify_asan_link_order=0:detect_leaks=1:log_path=/run/camera/sanitizer");
   environment.emplace_back("UBSAN_OPTIONS", "print_stacktrace=1:log_path=/run/camera/sanitizer");
+  environment.emplace_back("TSAN_OPTIONS", "log_path=/run/camera/sanitizer");
   for (auto& variable : extra)
     environment.push_back(std::move(variable));
   return environment;

@@ -62,7 +62,7 @@ void Root::userland() const {
   std::string layers;
   int count = 0;
   std::vector<Path> folders{holes(), m_options.build / "stand-ins" / "usr", m_options.userland / "usr", "/usr"};
-  if (!m_options.daemon.empty()) folders.insert(folders.begin() + 1, m_options.daemon / "stand-ins" / "usr");
+  if (m_options.daemon != m_options.build) folders.insert(folders.begin() + 1, m_options.daemon / "stand-ins" / "usr");
   for (const Path& layer : folders) {
     std::error_code error;
     if (!fs::is_directory(layer, error)) continue;
@@ -167,7 +167,7 @@ void Root::state() const {
   bind(home / "syslog", "var/log/messages");
   bind(home / "factory", "opt/factory", true);
   bind(m_options.build, "opt/camera", true);
-  if (!m_options.daemon.empty()) bind(m_options.daemon, "opt/daemon", true);
+  bind(m_options.daemon, "opt/daemon", true);
 }
 
 void Root::pivot() const {

@@ -9,8 +9,8 @@ namespace sim {
  *
  * /usr is the host's, read-only, under the packages that the host lacks and the stand-in programs; /bin, /sbin and /lib
  * lead into it. /mnt/flash, /mnt/sysinfo, /tmp and /run/camera are folders of the home. /etc, /var and /dev hold what
- * the camera's programs look for and nothing more. The build is at /opt/camera, a build for another
- * machine that has the daemon at /opt/daemon, the factory partition's tree at /opt/factory, all read-only.
+ * the camera's programs look for and nothing more. The build is at /opt/camera, the daemon's
+ * build, which may be another, at /opt/daemon, the factory partition's tree at /opt/factory, all read-only.
  *
  * The functions end the process when something cannot be done: there is no camera then.
  */

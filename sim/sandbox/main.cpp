@@ -70,14 +70,14 @@ std::string machineOf(const Path& program) {
   return std::string(head[4] == 1 ? "32-bit " : "64-bit ") + (machine == machines.end() ? "machine" : machine->second);
 }
 
-int status(const Options& options, const Home& home) {
+int status(const Options& /*options*/, const Home& home) {
   if (!Supervisor::isOn(home)) {
     std::puts("off");
     return 1;
   }
   const std::string program = readFile(home.run("program"));
   std::printf("on, with %s (%s%s)\n", program.c_str(), machineOf(program).c_str(),
-              program.starts_with(options.build.string() + "/") ? "" : ", emulated");
+              machineOf(program) == machineOf("/proc/self/exe") ? "" : ", emulated");
   return 0;
 }
 

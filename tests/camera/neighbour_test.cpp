@@ -354,7 +354,7 @@ TEST_F(Neighbours, TheCameraStartsWithoutThem) {
   EXPECT_EQ(
       camera().exec({"/bin/sh", "-c",
                      "pid=$(cat /var/run/tmxd.pid); kill $pid; while kill -0 $pid 2>/dev/null; do sleep 0.02; done; "
-                     "/opt/camera/bin/tmxd"}),
+                     "tmxd"}),
       0);
   EXPECT_TRUE(eventually([] { return camera().ask("system.model") == "system.model=KT-A10&200 OK"; }));
   EXPECT_TRUE(camera().isLogged("putLedCommand: orange off error"));
