@@ -127,7 +127,7 @@ class Pair {
 
   /** Gives the other what the one has of its own. */
   void makeTwins() {
-    m_native.camera.ask("system.guid");
+    both([](Side& side) { return side.camera.ask("system.guid"); });
     for (const char* file : {"flash/lighttpd/server.pem", "sysinfo/uuid"})
       m_other.camera.write(file, m_native.camera.read(file));
   }
