@@ -114,6 +114,7 @@ class Onvif : public Services {
   void TearDown() override {
     camera().tell("program nvt_apl normal");
     camera().ask("network.onvif.status=off");
+    EXPECT_TRUE(eventually([] { return !runs("nvt_apld.pid"); })) << "its end is no part of what the next test sees";
   }
 
   /** What the session daemon heard about the service. */
