@@ -61,8 +61,9 @@ void Root::skeleton() const {
 void Root::userland() const {
   std::string layers;
   int count = 0;
-  std::vector<Path> folders{holes(), m_options.build / "stand-ins" / "usr", m_options.userland / "usr", "/usr"};
-  if (m_options.daemon != m_options.build) folders.insert(folders.begin() + 1, m_options.daemon / "stand-ins" / "usr");
+  std::vector<Path> folders{holes(), standIns(m_options.build, "opt/stand-ins"), m_options.userland / "usr", "/usr"};
+  if (m_options.daemon != m_options.build)
+    folders.insert(folders.begin() + 1, standIns(m_options.daemon, "opt/stand-ins-of-daemon"));
   for (const Path& layer : folders) {
     std::error_code error;
     if (!fs::is_directory(layer, error)) continue;
@@ -86,6 +87,16 @@ Path Root::holes() const {
     makeDirectory(Path(hole).parent_path());
     must(mknod(hole.c_str(), S_IFCHR, 0) == 0, "hide " + program);
   }
+  return m_root / layer;
+}
+
+/** A copy of a build's stand-ins: no layer may lie inside another one, and those of an installed build lie in /usr. */
+Path Root::standIns(const Path& build, const std::string& layer) const {
+  makeDirectory(layer);
+  std::error_code error;
+  fs::copy(build / "stand-ins" / "usr", m_root / layer, fs::copy_options::recursive | fs::copy_options::copy_symlinks,
+           error);
+  must(!error, "copy the stand-ins of " + build.string());
   return m_root / layer;
 }
 

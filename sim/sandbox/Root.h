@@ -25,6 +25,7 @@ class Root {
   void skeleton() const;
   void userland() const;
   [[nodiscard]] Path holes() const;
+  [[nodiscard]] Path standIns(const Path& build, const std::string& layer) const;
   void etc() const;
   void var() const;
   void devices() const;
