@@ -1,5 +1,6 @@
 #include "cli/Client.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/time.h>
@@ -9,29 +10,14 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <utility>
+
+#include "local/FileDescriptor.h"
 
 namespace tmx {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-/** An answer longer than this is no answer of the daemon's; its largest is the system log. */
-constexpr std::uint32_t kMaxAnswer = 64U << 20;
-
-/** A descriptor that is closed with its owner. */
-class Descriptor {
- public:
-  explicit Descriptor(int fd) : m_fd(fd) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() {
-    if (m_fd >= 0) close(m_fd);
-  }
-  [[nodiscard]] int get() const { return m_fd; }
-
- private:
-  int m_fd;
-};
 
 std::chrono::milliseconds left(Clock::time_point deadline) {
   const auto rest = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
@@ -49,48 +35,6 @@ bool limitSending(int fd, std::chrono::milliseconds limit) {
   time.tv_sec = static_cast<time_t>(ms / 1000);
   time.tv_usec = static_cast<suseconds_t>(ms % 1000 * 1000);
   return setsockopt(fd, SOL_SOCKET, SO_SNDTIMEO, &time, sizeof time) == 0;
-}
-
-Reply connectTo(int fd, const std::string& path) {
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  if (path.size() >= sizeof address.sun_path) return {Outcome::kNoConnection, "the socket's path is too long"};
-  path.copy(address.sun_path, path.size());
-  if (connect(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0) return {Outcome::kAnswered, {}};
-  if (errno == EAGAIN) return timedOut();
-  return {Outcome::kNoConnection, std::strerror(errno)};
-}
-
-Reply sendAll(int fd, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t sent = send(fd, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-    if (sent >= 0) {
-      bytes.remove_prefix(static_cast<std::size_t>(sent));
-    } else if (errno == EAGAIN) {
-      return timedOut();
-    } else if (errno != EINTR) {
-      return broken();
-    }
-  }
-  return {Outcome::kAnswered, {}};
-}
-
-Reply receive(int fd, std::size_t count, Clock::time_point deadline) {
-  std::string bytes(count, '\0');
-  std::size_t have = 0;
-  while (have < count) {
-    pollfd ready{fd, POLLIN, 0};
-    const int polled = poll(&ready, 1, static_cast<int>(left(deadline).count()));
-    if (polled == 0) return timedOut();
-    const ssize_t got = polled < 0 ? -1 : read(fd, bytes.data() + have, count - have);
-    if (got == 0) return {Outcome::kNoAnswer, "the connection was closed without a whole answer"};
-    if (got > 0) {
-      have += static_cast<std::size_t>(got);
-    } else if (errno != EINTR) {
-      return broken();
-    }
-  }
-  return {Outcome::kAnswered, std::move(bytes)};
 }
 
 }  // namespace
@@ -118,18 +62,76 @@ Reply Client::exchange(UserClass user, LineEnd lineEnd, std::string_view text) c
   return exchangeFrame(requestFrame(user, lineEnd, text));
 }
 
+int connectTo(const std::string& socket, std::chrono::milliseconds timeout) {
+  FileDescriptor fd(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  if (!fd.isValid() || !limitSending(fd.get(), timeout)) return -1;
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  if (socket.size() >= sizeof address.sun_path) {
+    errno = ENAMETOOLONG;
+    return -1;
+  }
+  socket.copy(address.sun_path, socket.size());
+  return connect(fd.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 ? fd.release() : -1;
+}
+
+Exchange::Exchange(int descriptor, std::string frame, std::uint32_t maxAnswer)
+    : m_descriptor(descriptor), m_bytes(std::move(frame)), m_maxAnswer(maxAnswer) {
+  fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) | O_NONBLOCK);
+}
+
+short Exchange::events() const { return m_stage == Stage::kSending ? POLLOUT : POLLIN; }
+
+std::optional<Reply> Exchange::step() {
+  std::optional<Reply> reply;
+  if (m_stage == Stage::kSending) reply = send();
+  return reply || m_stage == Stage::kSending ? reply : receive();
+}
+
+std::optional<Reply> Exchange::send() {
+  while (m_done < m_bytes.size()) {
+    const ssize_t sent = ::send(m_descriptor, m_bytes.data() + m_done, m_bytes.size() - m_done, MSG_NOSIGNAL);
+    if (sent >= 0) {
+      m_done += static_cast<std::size_t>(sent);
+    } else if (errno == EAGAIN) {
+      return std::nullopt;
+    } else if (errno != EINTR) {
+      return broken();
+    }
+  }
+  m_stage = Stage::kLength;
+  m_bytes.assign(kLengthSize, '\0');
+  m_done = 0;
+  return std::nullopt;
+}
+
+std::optional<Reply> Exchange::receive() {
+  while (true) {
+    const ssize_t got = read(m_descriptor, m_bytes.data() + m_done, m_bytes.size() - m_done);
+    if (got == 0) return Reply{Outcome::kNoAnswer, "the connection was closed without a whole answer"};
+    if (got < 0 && errno == EAGAIN) return std::nullopt;
+    if (got < 0 && errno != EINTR) return broken();
+    if (got > 0) m_done += static_cast<std::size_t>(got);
+    if (m_done < m_bytes.size()) continue;
+    if (m_stage == Stage::kText) return Reply{Outcome::kAnswered, std::exchange(m_bytes, {})};
+    const std::uint32_t length = frameLength(m_bytes.data());
+    if (length == 0 || length > m_maxAnswer) return Reply{Outcome::kNoAnswer, "the answer has no possible length"};
+    m_stage = Stage::kText;
+    m_bytes.assign(length, '\0');
+    m_done = 0;
+  }
+}
+
 Reply Client::exchangeFrame(std::string_view frame) const {
   const auto deadline = Clock::now() + m_timeout;
-  const Descriptor fd(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-  if (fd.get() < 0 || !limitSending(fd.get(), m_timeout)) return {Outcome::kNoConnection, std::strerror(errno)};
-  if (Reply reply = connectTo(fd.get(), m_socket); reply.outcome != Outcome::kAnswered) return reply;
-  if (Reply reply = sendAll(fd.get(), frame); reply.outcome != Outcome::kAnswered) return reply;
-
-  Reply head = receive(fd.get(), kLengthSize, deadline);
-  if (head.outcome != Outcome::kAnswered) return head;
-  const std::uint32_t length = frameLength(head.text.data());
-  if (length == 0 || length > kMaxAnswer) return {Outcome::kNoAnswer, "the answer has no possible length"};
-  return receive(fd.get(), length, deadline);
+  const FileDescriptor fd(connectTo(m_socket, m_timeout));
+  if (!fd.isValid()) return errno == EAGAIN ? timedOut() : Reply{Outcome::kNoConnection, std::strerror(errno)};
+  Exchange exchange(fd.get(), std::string(frame));
+  while (true) {
+    if (std::optional<Reply> reply = exchange.step()) return *reply;
+    pollfd ready{fd.get(), exchange.events(), 0};
+    if (poll(&ready, 1, static_cast<int>(left(deadline).count())) == 0) return timedOut();
+  }
 }
 
 }  // namespace tmx

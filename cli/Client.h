@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -39,6 +40,35 @@ struct [[nodiscard]] Reply {
 
 /** The length that stands in the first kLengthSize bytes of a frame. */
 [[nodiscard]] std::uint32_t frameLength(const char* bytes);
+
+/** An answer longer than this is no answer of the daemon's; its largest is the system log. */
+inline constexpr std::uint32_t kMaxAnswer = 64U << 20;
+
+/** A connection to the daemon's socket, which waits where its backlog is full; below 0 with errno set. */
+[[nodiscard]] int connectTo(const std::string& socket, std::chrono::milliseconds timeout);
+
+/**
+ * One request and its answer over a connection, which it makes one that does not wait and leaves open: step() whenever
+ * poll() finds the events.
+ */
+class Exchange {
+ public:
+  Exchange(int descriptor, std::string frame, std::uint32_t maxAnswer = kMaxAnswer);
+
+  [[nodiscard]] short events() const;
+  /** Goes as far as it can; what became of it once that is known. */
+  [[nodiscard]] std::optional<Reply> step();
+
+ private:
+  [[nodiscard]] std::optional<Reply> send();
+  [[nodiscard]] std::optional<Reply> receive();
+
+  int m_descriptor;
+  std::string m_bytes;     ///< the frame, then the answer's length, then its text
+  std::size_t m_done = 0;  ///< of these
+  enum class Stage { kSending, kLength, kText } m_stage = Stage::kSending;
+  std::uint32_t m_maxAnswer;
+};
 
 /**
  * A client of the parameter daemon. One exchange is one connection: the daemon answers one request and closes. An

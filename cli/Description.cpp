@@ -12,7 +12,6 @@ namespace tmx {
 namespace {
 
 constexpr const char* kInstalled = "/usr/share/tmxd/parameters.json";
-constexpr int kVersion = 1;
 
 const std::string& textOf(const Parameter& json, const char* key) { return json.at(key).get_ref<const std::string&>(); }
 
@@ -117,7 +116,8 @@ std::optional<Description> Description::find() {
 std::optional<Description> Description::load() {
   std::optional<Description> description = find();
   if (!description) {
-    std::fprintf(stderr, "tmxctl: %s: no description of the parameters, version %d\n", fileName().c_str(), kVersion);
+    std::fprintf(stderr, "tmxctl: %s: no description of the parameters, version %d\n", fileName().c_str(),
+                 kDescriptionVersion);
   }
   return description;
 }
@@ -125,8 +125,8 @@ std::optional<Description> Description::load() {
 Description Description::parse(std::string_view text) {
   Description description;
   description.m_document = nlohmann::ordered_json::parse(text);
-  if (description.m_document.at("version") != kVersion) {
-    throw nlohmann::json::other_error::create(kVersion, "another version", &description.m_document);
+  if (description.m_document.at("version") != kDescriptionVersion) {
+    throw nlohmann::json::other_error::create(kDescriptionVersion, "another version", &description.m_document);
   }
   return description;
 }

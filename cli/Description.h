@@ -10,6 +10,9 @@
 
 namespace tmx {
 
+/** The version of the description that is known here, docs/description.schema.json. */
+inline constexpr int kDescriptionVersion = 1;
+
 /** A path with all its "(…)" taken out, as the description names it. */
 [[nodiscard]] std::string withoutSelectors(std::string_view path);
 

@@ -112,6 +112,16 @@ std::string unescapeValue(std::string_view wire) {
   return plain;
 }
 
+const char* faultOf(const Item& item) {
+  const std::string text = item.text();
+  const char* fault = nullptr;
+  if (item.path.empty()) fault = "the path is missing";
+  if (text.find('\0') != std::string::npos) fault = "a NUL byte cannot be sent";
+  if (text.find('&') != std::string::npos) fault = "a \"&\" would divide it";
+  if (text.size() > kMaxText) fault = "longer than the 1024 bytes that the daemon takes";
+  return fault;
+}
+
 std::vector<std::vector<Item>> splitRequests(const std::vector<Item>& items) {
   std::vector<std::vector<Item>> requests;
   std::size_t size = 0;

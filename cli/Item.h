@@ -42,6 +42,9 @@ struct Answer {
   [[nodiscard]] bool accepted() const { return status == 200 || status == 202; }
 };
 
+/** Why the daemon cannot be sent the item, in words; a null pointer when it can. */
+[[nodiscard]] const char* faultOf(const Item& item);
+
 /**
  * Cuts items into requests, in their order, so that none holds more than kMaxItems items or kMaxText bytes. An item
  * that is too long by itself is a request of its own, which the caller has to refuse.

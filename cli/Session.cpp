@@ -31,14 +31,9 @@ std::string Session::sent(std::string_view typed) const {
 
 bool Session::isSendable(const std::vector<Item>& items) const {
   for (const Item& item : items) {
-    const std::string text = item.text();
-    const char* fault = nullptr;
-    if (item.path.empty()) fault = "the path is missing";
-    if (text.find('\0') != std::string::npos) fault = "a NUL byte cannot be sent";
-    if (text.find('&') != std::string::npos) fault = "a \"&\" would divide it";
-    if (text.size() > kMaxText) fault = "longer than the 1024 bytes that the daemon takes";
+    const char* fault = faultOf(item);
     if (fault == nullptr) continue;
-    std::fprintf(stderr, "tmxctl: \"%.60s\": %s\n", text.c_str(), fault);
+    std::fprintf(stderr, "tmxctl: \"%.60s\": %s\n", item.text().c_str(), fault);
     return false;
   }
   return true;

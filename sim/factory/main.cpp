@@ -47,7 +47,7 @@ bool parse(int argc, char** argv, Order& order) {
 
 constexpr const char* webServer =
     "# The daemon writes the three included files before it starts the server.\n"
-    "server.modules = (\"mod_auth\", \"mod_authn_file\", \"mod_openssl\")\n"
+    "server.modules = (\"mod_auth\", \"mod_authn_file\", \"mod_openssl\", \"mod_scgi\")\n"
     "server.document-root = \"/var/www/\"\n"
     "server.pid-file = \"/var/run/lighttpd.pid\"\n"
     "server.errorlog = \"/var/log/lighttpd.log\"\n"  // in the syslog each of its lines would be an error
@@ -59,7 +59,15 @@ constexpr const char* webServer =
     "auth.backend = \"htpasswd\"\n"
     "auth.backend.htpasswd.userfile = \"/etc/lighttpd/.htpasswd\"\n"
     "auth.require = (\"/setup/\" => (\"method\" => \"basic\", \"realm\" => \"camera\", \"require\" => "
-    "\"valid-user\"))\n";
+    "\"valid-user\"),\n"
+    "  \"/console\" => (\"method\" => \"basic\", \"realm\" => \"camera\", \"require\" => \"valid-user\"))\n"
+    "scgi.server = (\"/console\" => ((\"bin-path\" => \"/usr/bin/tmx-console\", \"socket\" => "
+    "\"/var/run/console\",\n"
+    "  \"max-procs\" => 1, \"check-local\" => \"disable\")))\n"
+    "$HTTP[\"url\"] =~ \"^/console\" {\n"
+    "  server.stream-response-body = 2\n"  // events go out at once, and who does not take them is not waited for
+    "  server.max-request-size = 64\n"     // KiB
+    "}\n";
 
 void writeEverything(const Path& home) {
   const Path factory = home / "factory";

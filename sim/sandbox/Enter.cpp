@@ -6,7 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -15,21 +15,6 @@
 namespace sim {
 
 namespace {
-
-/** Joins the namespaces of the camera's first process; the user namespace comes first, as it gives the right. */
-bool join(const std::string& init) {
-  std::array<std::pair<const char*, Fd>, 6> spaces{
-      {{"user", Fd()}, {"pid", Fd()}, {"net", Fd()}, {"uts", Fd()}, {"ipc", Fd()}, {"mnt", Fd()}}};
-  for (auto& [name, descriptor] : spaces) {
-    if (std::string(name) == "user" && geteuid() == 0) continue;
-    descriptor = Fd(open(("/proc/" + init + "/ns/" + name).c_str(), O_RDONLY | O_CLOEXEC));
-    if (!descriptor.valid()) return false;
-  }
-  for (const auto& [name, descriptor] : spaces) {
-    if (descriptor.valid() && setns(descriptor.get(), 0) != 0) return false;
-  }
-  return chdir("/") == 0;
-}
 
 /** Gives the terminal to this process's group; without a terminal nothing happens. */
 void takeTerminal() {
@@ -40,9 +25,21 @@ void takeTerminal() {
 
 }  // namespace
 
-int runInside(const Home& home, const Command& command) {
+bool join(const Home& home, const std::vector<const char*>& spaces) {
   const int init = std::atoi(readFile(home.run("init.pid")).c_str());
-  if (init <= 0 || !join(std::to_string(init))) die("enter the camera");
+  if (init <= 0) return false;
+  std::vector<Fd> descriptors;
+  for (const char* space : spaces) {
+    if (std::string(space) == "user" && geteuid() == 0) continue;
+    const std::string file = "/proc/" + std::to_string(init) + "/ns/" + space;
+    descriptors.emplace_back(open(file.c_str(), O_RDONLY | O_CLOEXEC));
+  }
+  return std::all_of(descriptors.begin(), descriptors.end(),
+                     [](const Fd& descriptor) { return descriptor.valid() && setns(descriptor.get(), 0) == 0; });
+}
+
+int runInside(const Home& home, const Command& command) {
+  if (!join(home, {"user", "pid", "net", "uts", "ipc", "mnt"}) || chdir("/") != 0) die("enter the camera");
   const pid_t pid = fork();
   if (pid == 0) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);

@@ -28,6 +28,7 @@ constexpr const char* usage =
     "  status   exit status 0 when it runs\n"
     "  shell    a shell inside\n"
     "  exec     run WORD... inside\n"
+    "  relay    the web server at port WORD of the host's loopback address, by default any free one\n"
     "  flash    count | cut=N[:half|:lose] | fail=N:EINTR|EIO|ENOSPC|EROFS | full | off | show\n";
 
 constexpr std::array<option, 12> longOptions{{{"home", required_argument, nullptr, 'h'},

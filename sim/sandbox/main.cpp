@@ -15,6 +15,7 @@
 #include "sim/preload/FaultPage.h"
 #include "sim/sandbox/Enter.h"
 #include "sim/sandbox/Home.h"
+#include "sim/sandbox/Relay.h"
 #include "sim/sandbox/Supervisor.h"
 #include "sim/sandbox/Watch.h"
 
@@ -146,6 +147,10 @@ const std::map<std::string, Action> actions{
        return runInside(home, {"/bin/sh", "-i"});
      }},
     {"exec", runWords},
+    {"relay",
+     [](const Options& options, const Home& home) {
+       return relay(home, options.words.empty() ? 0 : std::atoi(options.words[0].c_str()));
+     }},
     {"flash", flash},
 };
 

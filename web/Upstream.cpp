@@ -1,0 +1,96 @@
+#include "web/Upstream.h"
+
+#include <poll.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <utility>
+
+#include "web/Opener.h"
+
+namespace console {
+namespace {
+
+/** A neighbour of the daemon's may keep it waiting for seconds. */
+constexpr std::chrono::seconds kAnswerLimit{30};
+/** An answer longer than this is none for a page. */
+constexpr std::uint32_t kMaxAnswer = 262144;
+
+/** The web server starts both anew. */
+[[noreturn]] void endWithoutOpener() {
+  std::fputs("tmx-console: the opener has gone\n", stderr);
+  std::exit(EXIT_FAILURE);
+}
+
+}  // namespace
+
+void Upstream::run(Priority priority, tmx::UserClass user, const std::vector<tmx::Item>& items, Done done) {
+  m_waiting.at(static_cast<std::size_t>(priority))
+      .push_back({.user = user, .requests = tmx::splitRequests(items), .done = std::move(done)});
+  if (!m_job) begin();
+}
+
+void Upstream::begin() {
+  for (const Priority priority : {Priority::Person, Priority::Reader}) {
+    auto& waiting = m_waiting.at(static_cast<std::size_t>(priority));
+    if (waiting.empty()) continue;
+    m_priority = priority;
+    m_job = std::move(waiting.front());
+    waiting.pop_front();
+    m_begin = Clock::now();
+    if (!requestConnection(m_opener)) endWithoutOpener();
+    m_reactor.watch(m_opener, POLLIN, [this](short) { connected(); });
+    return;
+  }
+}
+
+void Upstream::connected() {
+  m_reactor.forget(m_opener);
+  m_connection = takeConnection(m_opener);
+  if (!m_connection.isValid()) {
+    if (errno == EPIPE) endWithoutOpener();
+    end({tmx::Outcome::kNoConnection, std::strerror(errno)});
+    return;
+  }
+  m_exchange.emplace(
+      m_connection.get(),
+      tmx::requestFrame(m_job->user, tmx::LineEnd::kPlain, tmx::requestText(m_job->requests[m_job->next])), kMaxAnswer);
+  m_reactor.watch(m_connection.get(), m_exchange->events(), [this](short) { step(); });
+  m_limit = m_reactor.after(kAnswerLimit, [this] { end({tmx::Outcome::kTimedOut, "no answer in time"}); });
+  step();
+}
+
+void Upstream::step() {
+  if (const std::optional<tmx::Reply> reply = m_exchange->step()) {
+    end(*reply);
+  } else {
+    m_reactor.setEvents(m_connection.get(), m_exchange->events());
+  }
+}
+
+void Upstream::end(const tmx::Reply& reply) {
+  m_exchange.reset();
+  if (m_connection.isValid()) m_reactor.forget(m_connection.get());
+  m_connection.reset();
+  m_reactor.cancel(std::exchange(m_limit, 0));
+
+  const bool isAnswered = reply.outcome == tmx::Outcome::kAnswered;
+  if (m_heard) m_heard(isAnswered, Clock::now() - m_begin);
+  Job job = std::move(*m_job);
+  m_job.reset();
+  if (isAnswered) {
+    for (tmx::Answer& answer : tmx::parseAnswers(job.requests[job.next], reply.text))
+      job.answers.push_back(std::move(answer));
+    ++job.next;
+  }
+  if (isAnswered && job.next < job.requests.size()) {
+    m_waiting.at(static_cast<std::size_t>(m_priority)).push_back(std::move(job));
+  } else {
+    job.done(job.answers, isAnswered ? std::string() : reply.text);
+  }
+  if (!m_job) begin();
+}
+
+}  // namespace console
