@@ -72,7 +72,7 @@ export function Field({ path, shows = path, label, shape, plain, only }) {
 
   const writable = tree.mayWrite(parameter) && !parameter.servedBy && (only !== 'read');
   const changedElsewhere = draft && draft.base !== undefined && value !== undefined && draft.base !== value;
-  const title = label || parameter.summary.replace(/\.$/, '');
+  const title = label || parameter.summary.replace(/[;.].*/, '');
   return html`<div class=${`field ${note?.bad ? 'bad' : ''} ${busy ? 'busy' : ''}`} data-path=${path}>
     <div class="what">
       <span class="label">${title}${parameter.unit && html` <span class="unit">${parameter.unit}</span>`}
@@ -153,7 +153,7 @@ function About({ parameter, path, value, form }) {
     <dt>Prompt</dt><dd><${Copyable} line=${line} /></dd></dl>`;
 }
 
-export function Copyable({ line }) {
+function Copyable({ line }) {
   const [copied, setCopied] = useState(false);
   const copy = async () => {
     await copyText(line);

@@ -82,7 +82,7 @@ function keep(changed) {
 }
 
 /** The answers of several paths, looked at as long as the component stands. */
-export function useValues(paths) {
+function useValues(paths) {
   const [, redraw] = useReducer((n) => n + 1, 0);
   const names = paths.join('\n');
   useEffect(() => {

@@ -48,6 +48,8 @@ async function commit(group) {
 /** The value that was there before, which a discard writes back. */
 const before = ({ kind, live, stored }) => (kind === 'hidden' ? live : stored);
 
+const putBack = async (item) => ({ path: await withScene(item.path), value: before(item) });
+
 async function discard(group) {
   const able = group.items.filter((item) => before(item) !== undefined && tree.mayWrite(tree.find(item.path) || { rights: {} }));
   const unable = group.items.filter((item) => !able.includes(item));
@@ -56,7 +58,7 @@ async function discard(group) {
     ${unable.length > 0 && html`<p class="error">These cannot be put back from here:</p><ul>${unable.map((item) => html`<li key=${item.path}><code>${item.path}</code></li>`)}</ul>`}`;
   if (!able.length) return tell('Nothing can be put back', detail);
   if (!await ask({ title: 'Discard', detail, yes: 'Discard', no: 'Cancel' })) return undefined;
-  const answers = await request(able.map((item) => ({ path: item.path, value: before(item) })));
+  const answers = await request(await Promise.all(able.map(putBack)));
   const refused = answers.filter(({ status }) => status >= 300);
   if (!refused.length) return announce('Discarded.');
   return tell('Not all could be put back', html`<ul>${refused.map((answer) =>

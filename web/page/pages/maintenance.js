@@ -43,8 +43,8 @@ export default function Maintenance() {
   useStore();
   const visible = tree.all().filter((parameter) => tree.mayRead(parameter) || tree.mayWrite(parameter));
   const roots = [...new Set(visible.map(({ path }) => path.split('.')[0]))];
-  return html`<h1>Maintenance</h1><${Stacks} columns=${[[html`<${Camera} />`], [html`<${Card} title="Every parameter"><p>All ${tree.all().length} parameters stand below, as the camera's tree has them.
-      <kbd>/</kbd> searches them. A parameter's path opens what is known of it, with the line that does the same at a prompt.</p><//>`]]} /><${Log} />
+  return html`<h1>Maintenance</h1><${Stacks} columns=${[[html`<${Camera} />`], [html`<${Card} title="Every parameter"><p>All ${tree.all().length} parameters stand below, as the camera's tree has them. <kbd>/</kbd> searches
+      them. A parameter's path opens what is known of it, with the line that does the same at a prompt.</p><//>`]]} /><${Log} />
     <${Stacks} columns=${[roots.slice(0, 3), roots.slice(3)].map((column) => column.map((root) => html`<${Card} key=${root} title=${root}>${branches(root, visible).map(([name, list]) =>
       html`<${Fold} key=${name} title=${name} count=${list.length}>${() => html`<div class="form">${list.map((parameter) => html`<${Lines} key=${parameter.path} parameter=${parameter} />`)}</div>`}<//>`)}<//>`))} />`;
 }
