@@ -1,6 +1,6 @@
 // One parameter as a line of a form: what it is, its control, what waits, and how a write went.
 import { html, createContext, useContext, useState, useMemo } from './vendor/preact-htm.js';
-import { state, useStore, useValue, text, request, withScene, announce } from './store.js';
+import { state, useStore, useValue, value as stored, text, request, withScene, announce } from './store.js';
 import * as tree from './tree.js';
 import { Control, shapeOf, shown, sent } from './control.js';
 import { askToApply, ask, short } from './confirm.js';
@@ -31,8 +31,7 @@ async function send(path, typed, shape) {
   if (answer.status >= 300) return { bad: true, text: tree.refusal(path, answer) };
   const taken = answer.value !== undefined && answer.value !== value && shown(shape, answer.value) !== typed;
   if (taken && !/^[-+]/.test(typed) && answer.value.toLowerCase() !== value.toLowerCase()) return { text: `${typed || '“”'} was taken as ${answer.value || '“”'}` };
-  if (answer.status === 202) return { text: parameter.kept === 'commit' && parameter.when?.startsWith('at once') ? 'in force, not saved' : 'waits for its commit' };
-  return { text: 'done', brief: true };
+  return answer.status === 202 ? null : { text: 'done', brief: true };  // what waits is told by the camera
 }
 
 /**
@@ -61,7 +60,7 @@ export function Field({ path, shows = path, label, shape, plain, only }) {
     setBusy(true);
     try {
       const outcome = await send(path, typed, form);
-      setNote(outcome);
+      setNote(outcome && { ...outcome, beside: shown(form, text(stored(shows))) });
       if (outcome?.text) announce(`${label || parameter.summary} ${outcome.text}`);
       if (!outcome?.bad) setDraftText(null);
     } catch (failure) {
@@ -81,7 +80,7 @@ export function Field({ path, shows = path, label, shape, plain, only }) {
     </div>
     <div class="how">
       ${writable
-        ? html`<${Control} shape=${form} value=${value} draft=${draft ? draft.text : gathered} setDraft=${collect || setDraft} send=${collect || write} disabled=${busy || answer?.status >= 400}
+        ? html`<${Control} shape=${form} value=${value} draft=${draft ? draft.text : gathered} setDraft=${collect || setDraft} send=${collect || write} disabled=${answer?.status >= 400}
             name=${title} describedBy=${`${name}n`} />
           ${draft && html`<button class="small main" onClick=${() => write(draft.text)}>Set</button>
             <button class="small" onClick=${() => { setDraftText(null); setNote(null); }}>Cancel</button>`}
@@ -89,7 +88,7 @@ export function Field({ path, shows = path, label, shape, plain, only }) {
         : html`<${ReadOnly} parameter=${parameter} answer=${answer} value=${value} />`}
     </div>
     <div class="notes" id=${`${name}n`}>
-      <${Notes} answer=${answer} path=${path} note=${note} changed=${changedElsewhere && value} gathered=${gathered !== undefined && gathered !== value ? value : undefined} />
+      <${Notes} answer=${answer} path=${path} note=${note?.bad || note?.beside === value ? note : null} changed=${changedElsewhere && value} gathered=${gathered !== undefined && gathered !== value ? value : undefined} />
     </div>
     ${open && html`<${About} parameter=${parameter} path=${path} value=${value} form=${form} />`}
   </div>`;
@@ -108,7 +107,7 @@ function Notes({ answer, path, note, changed, gathered }) {
     ${changed && html`<span class="warn">meanwhile changed elsewhere to ${changed}</span>`}
     ${gathered !== undefined && html`<span class="warn">now ${gathered || 'empty'}; not sent yet</span>`}
     ${waiting && html`<span class="waits">${waitingText(waiting)}</span>`}
-    ${note && !(waiting && !note.bad && !/taken as/.test(note.text)) && html`<span class=${note.bad ? 'error' : note.brief ? 'ok' : 'warn'}>${note.text}</span>`}`;
+    ${note && html`<span class=${note.bad ? 'error' : note.brief ? 'ok' : 'warn'}>${note.text}</span>`}`;
 }
 
 /** What waits at a parameter, in a few words. */
