@@ -20,8 +20,6 @@ function shownAs(parameter) {
   return shape.kind === 'switch' && !tree.isLookedAt(parameter) ? { ...shape, kind: 'words' } : shape;
 }
 
-export const waitingAt = (path) => state.pending.find((item) => tree.canonical(item.path) === tree.canonical(path));
-
 /** Writes one value and says what became of it. */
 async function send(path, typed, shape) {
   const value = sent(shape, typed);
@@ -101,7 +99,7 @@ function ReadOnly({ parameter, answer, value }) {
 }
 
 function Notes({ answer, path, note, changed, gathered }) {
-  const waiting = waitingAt(path);
+  const waiting = tree.waitingAt(path);
   return html`
     ${answer && answer.status !== 200 && html`<span class="faint">${tree.refusal(path, answer)}</span>`}
     ${changed && html`<span class="warn">meanwhile changed elsewhere to ${changed}</span>`}

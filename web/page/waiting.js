@@ -7,9 +7,9 @@ import { ask, tell, askToApply, consequences, Consequences, Change } from './con
 const kKinds = { live: 'in force, not saved', shown: 'staged, and shown', hidden: 'staged, not shown' };
 
 /** The changes that wait, by the commit that takes them over. */
-function groups(pending) {
+function groups() {
   const byCommit = new Map();
-  for (const item of pending) {
+  for (const item of tree.waiting()) {
     const key = tree.family(item.commit);
     if (!byCommit.has(key)) byCommit.set(key, { commit: item.commit, items: [] });
     byCommit.get(key).items.push(item);
@@ -23,6 +23,11 @@ function mayCommit(commit) {
   return Boolean(parameter) && tree.mayWrite(parameter);
 }
 
+/** The value that was there before, which a discard writes back. */
+const before = ({ kind, live, stored }) => (kind === 'hidden' ? live : stored);
+
+const putBack = async (item) => ({ path: await withScene(item.path), value: before(item) });
+
 /** The camera's own save writes the picture into the scene that was named last, so the one in force is named in front of it. */
 async function whatItMeans(path) {
   return path === 'camera.status' ? [{ path: await withScene('camera.scene.name') }] : [];
@@ -31,7 +36,8 @@ async function whatItMeans(path) {
 async function commit(group) {
   if (tree.isGuarded(group.commit)) {
     const items = group.items.map(({ path, live, typed, taken, kind }) => ({ path, value: kind === 'hidden' ? taken ?? typed : live }));
-    const outcome = await askToApply(items.filter(({ value }) => value !== undefined), group.commit);
+    const shown = await Promise.all(group.items.filter((item) => item.kind !== 'hidden' && item.stored !== undefined).map(putBack));
+    const outcome = await askToApply(items.filter(({ value }) => value !== undefined), group.commit, shown);
     if (outcome?.bad) await tell('The camera refused', html`<p class="error">${outcome.text}</p>`);
     return;
   }
@@ -44,11 +50,6 @@ async function commit(group) {
   await tell('The camera refused', html`<p><code>${group.commit}</code></p><p class="error">${tree.refusal(path, answer)}</p>
     <p>What was staged may have been taken back by the camera; the bar shows what still waits.</p>`);
 }
-
-/** The value that was there before, which a discard writes back. */
-const before = ({ kind, live, stored }) => (kind === 'hidden' ? live : stored);
-
-const putBack = async (item) => ({ path: await withScene(item.path), value: before(item) });
 
 async function discard(group) {
   const able = group.items.filter((item) => before(item) !== undefined && tree.mayWrite(tree.find(item.path) || { rights: {} }));
@@ -76,27 +77,29 @@ function Group({ group, run }) {
 }
 
 export function WaitingList({ empty }) {
-  const { pending } = useStore();
+  useStore();
   const [problem, setProblem] = useState('');
   const run = (act, group) => {
     setProblem('');
     Promise.resolve(act(group)).catch((failure) => setProblem(failure.message));
   };
-  if (!pending.length) return empty || null;
+  const all = groups();
+  if (!all.length) return empty || null;
   return html`${problem && html`<p class="error" role="alert">${problem}</p>`}
-    ${groups(pending).map((group) => html`<${Group} key=${tree.family(group.commit)} group=${group} run=${run} />`)}`;
+    ${all.map((group) => html`<${Group} key=${tree.family(group.commit)} group=${group} run=${run} />`)}`;
 }
 
 /** The bar at the page's foot; it opens upwards. */
 export function WaitingBar() {
-  const { pending } = useStore();
+  useStore();
   const [open, setOpen] = useState(false);
-  if (!pending.length) return null;
-  const commits = groups(pending).length;
-  const words = `${pending.length} ${pending.length === 1 ? 'change waits' : 'changes wait'}`;
+  const all = groups();
+  const count = tree.waiting().length;
+  if (!count) return null;
+  const words = `${count} ${count === 1 ? 'change waits' : 'changes wait'}`;
   return html`<aside class="waiting" aria-label="Changes that wait">
     ${open && html`<div class="list" id="waiting-list"><${WaitingList} /></div>`}
     <button class="bar" aria-expanded=${open} aria-controls="waiting-list" onClick=${() => setOpen(!open)}>
       <span class="mark" aria-hidden="true"></span><b role="status">${words}</b>
-      <span class="faint">${commits === 1 ? groups(pending)[0].commit : `for ${commits} commits`}</span><span class="more">${open ? 'close' : 'look'}</span></button></aside>`;
+      <span class="faint">${all.length === 1 ? all[0].commit : `for ${all.length} commits`}</span><span class="more">${open ? 'close' : 'look'}</span></button></aside>`;
 }

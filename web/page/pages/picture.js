@@ -3,7 +3,7 @@ import { html, useState, useEffect } from '../vendor/preact-htm.js';
 import { useStore, useTexts, useValue, text, request, announce } from '../store.js';
 import * as tree from '../tree.js';
 import { Card, Tabs, Forms, Fold, Stacks, stateDot } from '../parts.js';
-import { Field, waitingText, waitingAt } from '../field.js';
+import { Field, waitingText } from '../field.js';
 import { ask, tell } from '../confirm.js';
 import { FieldSheet, FrameSheet, ViewSheet, fieldsOf, digitsOf, kWide, kHigh } from '../sheet.js';
 import { Plot, numberIn } from '../plot.js';
@@ -63,10 +63,10 @@ function useSceneNames(inForce) {
 }
 
 function Scene() {
-  const { pending } = useStore();
+  useStore();
   const inForce = text(useValue('camera.scene.status'));
   const names = useSceneNames(inForce);
-  const unsaved = pending.filter(({ path }) => /^camera\.scene\b/.test(path));
+  const unsaved = tree.waiting().filter(({ path }) => /^camera\.scene\b/.test(path));
   const canGo = may('camera.scene.status');
   const go = async (n) => {
     if (String(n) === inForce) return;
@@ -129,7 +129,7 @@ function AreaEditor({ area, inForce }) {
   };
   if (live === undefined) return html`<p class="faint">…</p>`;
   const frame = frameOf(live);
-  const waiting = waitingAt(area.path);
+  const waiting = tree.waitingAt(area.path);
   return html`${area.columns
       ? html`<${FieldSheet} ...${area} name=${area.title} fields=${draft ? draft.value : fieldsOf(live, area.columns * area.rows)} change=${change} disabled=${disabled} />`
       : html`<${FrameSheet} name=${area.title} frame=${draft ? draft.value : frame.length === 4 ? frame : [0, 0, kWide, kHigh]} change=${change} disabled=${disabled} />`}
