@@ -24,7 +24,7 @@ function shownAs(parameter) {
 async function send(path, typed, shape) {
   const value = sent(shape, typed);
   const parameter = tree.find(path);
-  if (tree.isGuarded(parameter.commit)) return askToApply([{ path, value }], parameter.commit);
+  if (tree.isGuarded(parameter.commit) && tree.mayCommit(parameter.commit)) return askToApply([{ path, value }], parameter.commit);
   const [answer] = await request([{ path: await withScene(path), value }]);
   if (answer.status >= 300) return { bad: true, text: tree.refusal(path, answer) };
   const taken = answer.value !== undefined && answer.value !== value && shown(shape, answer.value) !== typed;
@@ -101,7 +101,7 @@ function ReadOnly({ parameter, answer, value }) {
 function Notes({ answer, path, note, changed, gathered }) {
   const waiting = tree.waitingAt(path);
   return html`
-    ${answer && answer.status !== 200 && html`<span class="faint">${tree.refusal(path, answer)}</span>`}
+    ${answer && answer.status !== 200 && html`<span class="faint">${tree.refusal(path, answer, true)}</span>`}
     ${changed && html`<span class="warn">meanwhile changed elsewhere to ${changed}</span>`}
     ${gathered !== undefined && html`<span class="warn">now ${gathered || 'empty'}; not sent yet</span>`}
     ${waiting && html`<span class="waits">${waitingText(waiting)}</span>`}
@@ -146,7 +146,7 @@ function About({ parameter, path, value, form }) {
     ${parameter.default !== undefined && html`<dt>Built in</dt><dd>${parameter.default || 'empty'}</dd>`}
     <dt>Who</dt><dd>${who.join(', ') || 'nobody'}</dd>
     ${parameter.when && html`<dt>When</dt><dd>${parameter.when}</dd>`}
-    ${(parameter.conditions || []).map((one) => html`<dt>Only</dt><dd>${one.text} (${one.of})</dd>`)}
+    ${(parameter.conditions || []).map((one) => html`<dt>Possible</dt><dd>${one.text} (${one.of})</dd>`)}
     <dt>Prompt</dt><dd><${Copyable} line=${line} /></dd></dl>`;
 }
 

@@ -17,12 +17,6 @@ function groups() {
   return [...byCommit.values()];
 }
 
-/** Who may send the request; the daemon judges again. */
-function mayCommit(commit) {
-  const parameter = tree.find(commit.slice(0, commit.lastIndexOf('=')));
-  return Boolean(parameter) && tree.mayWrite(parameter);
-}
-
 /** The value that was there before, which a discard writes back. */
 const before = ({ kind, live, stored }) => (kind === 'hidden' ? live : stored);
 
@@ -67,7 +61,7 @@ async function discard(group) {
 }
 
 function Group({ group, run }) {
-  const may = mayCommit(group.commit);
+  const may = tree.mayCommit(group.commit);
   const stops = consequences(group.commit).stops;
   return html`<section class="group" aria-label=${group.commit}>
     <header><code>${group.commit}</code>${stops.length > 0 && html`<span class="warn">stops ${stops.join(', ')}</span>`}
