@@ -81,10 +81,10 @@ function Scene() {
   const card = ([title, items]) => html`<${Card} key=${title} title=${title}><div class="form">${items.map(([leaf, label]) =>
     html`<${Field} key=${leaf + inForce} plain label=${label} path=${`camera.scene(${inForce}).${leaf}`} shows=${`camera.scene.${leaf}`} />`)}</div><//>`;
   return html`<${Card} title="Scenes" aside=${canGo && inForce && html`<span class="buttons"><button onClick=${reset}>Factory state …</button>
-        <button class="main" onClick=${() => send([{ path: `camera.scene(${inForce}).status`, value: 'save' }], 'Saved.')}>Save scene ${inForce}</button></span>`}>
+        <button class=${unsaved.length ? 'main' : ''} onClick=${() => send([{ path: `camera.scene(${inForce}).status`, value: 'save' }], 'Saved.')}>Save scene ${inForce}</button></span>`}>
       <div class="scenes" role="group" aria-label="Scenes">${kScenes.map((n) => html`<button key=${n} aria-pressed=${String(n) === inForce} disabled=${!canGo} onClick=${() => go(n)}><span class="faint">${n}</span>${names[n] ?? ''}</button>`)}</div>
       <p class="faint">${inForce !== undefined && (unsaved.length ? html`<span class="waits">Scene ${inForce} differs from what is saved in ${unsaved.length} ${unsaved.length === 1 ? 'setting' : 'settings'}</span>` : `Scene ${inForce} is in force as it is saved.`)}
-        ${' '}A change is in the picture at once; saving keeps it.</p><//>
+        ${' '}A change is in the picture at once; saving keeps it, and the choice of the scene too.</p><//>
     ${inForce !== undefined && html`<${Stacks} columns=${[[0, 2], [1, 3]].map((column) => column.map((i) => card(kItems[i])))} />`}`;
 }
 
