@@ -124,6 +124,8 @@ test("another client's change appears, and leaves alone what is being typed", as
   await field(page, path).getByRole('button', { name: 'Cancel' }).click();
   assert.equal(await box.inputValue(), '60');
   await page.getByRole('button', { name: 'Save scene 0' }).click();
+  await page.getByRole('dialog').getByText('camera.scene.image.color').waitFor();
+  await page.getByRole('dialog').getByRole('button', { name: 'Commit' }).click();
   await bar(page).waitFor({ state: 'detached' });
   await page.context().close();
 });

@@ -6,12 +6,25 @@ import * as tree from './tree.js';
 let showDialog = () => {};
 
 /** Asks; what comes back is whether the answer was yes. `detail` is drawn below the text. */
-export function ask({ title, text: words, yes = 'Yes', no = 'No', detail, danger }) {
+export function ask({ title, text: words, yes = 'Yes', no = 'Cancel', detail, danger }) {
   return new Promise((done) => showDialog({ title, words, yes, no, detail, danger, done }));
 }
 
 /** Shows something with a button to close it. */
 export const tell = (title, detail) => ask({ title, detail, yes: 'Close', no: null });
+
+export const notSent = (failure) => tell('It was not sent', html`<p class="error">${failure.message}</p>`);
+
+/** Sends items; a dialog says which were refused. */
+export async function send(items, done) {
+  try {
+    const refused = (await request(items)).filter(({ status }) => status >= 300);
+    if (!refused.length) return announce(done);
+    return tell('The camera refused', html`<ul>${refused.map((one) => html`<li key=${one.path}><code>${one.path}</code> <span class="error">${tree.refusal(one.path, one)}</span></li>`)}</ul>`);
+  } catch (failure) {
+    return notSent(failure);
+  }
+}
 
 export function Dialogs() {
   const [current, setCurrent] = useState(null);
@@ -88,7 +101,7 @@ export async function askToApply(items, commit, first = []) {
   const detail = html`<ul>${items.map(({ path, value: next }) => html`<li key=${path}><${Change} kind="hidden" path=${path} live=${nowAt(path)} typed=${next} by=${state.me.user} /></li>`)}</ul>
     <${Consequences} commit=${commit} ...${what} />
     <p>Behind it you have 90 seconds to confirm; otherwise everything goes back, also when the page has lost the camera.</p>`;
-  if (!await ask({ title: 'Apply and confirm', detail, yes: 'Apply', no: 'Cancel' })) return { text: 'not sent' };
+  if (!await ask({ title: 'Apply and confirm', detail, yes: 'Apply' })) return { text: 'not sent' };
   if (first.length) await request(first);
   return sendAndWatch(items, commit);
 }

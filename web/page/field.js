@@ -3,7 +3,7 @@ import { html, createContext, useContext, useState, useMemo } from './vendor/pre
 import { state, useStore, useValue, value as stored, text, request, withScene, announce } from './store.js';
 import * as tree from './tree.js';
 import { Control, shapeOf, shown, sent } from './control.js';
-import { askToApply, ask, short } from './confirm.js';
+import { askToApply, ask, consequences, Consequences, short } from './confirm.js';
 
 /** Inside, what is typed is gathered by `set(path, value)` instead of being sent; `get(path)` shows it, nothing as a value drops it. */
 export const Gather = createContext(null);
@@ -116,12 +116,15 @@ export function waitingText({ kind, stored, typed, taken, live }) {
   return `${taken ?? typed ?? 'a value'} waits, in force is ${live || 'empty'}`;
 }
 
+const kForGood = ['initialize', 'delete'];
+
 function Commands({ parameter, path, setNote }) {
   if (!parameter.commands || /\.scene\.status$/.test(parameter.path)) return null;
-  const run = async ({ word, stops }) => {
-    const sure = !stops && !['initialize', 'delete'].includes(word)
-      || await ask({ title: `${path}=${word}`, text: stops ? `This stops ${stops}.` : 'This cannot be taken back.', yes: word });
-    if (!sure) return;
+  const run = async ({ word }) => {
+    const what = consequences(`${path}=${word}`);
+    const text = kForGood.includes(word) ? 'This cannot be taken back.' : undefined;
+    const detail = html`<${Consequences} commit=${`${path}=${word}`} ...${what} />`;
+    if ((text || what.stops.length || what.along.length) && !await ask({ title: 'Are you sure?', text, detail, yes: word })) return;
     try {
       const [answer] = await request([{ path, value: word }]);
       setNote(answer.status < 300 ? { text: `${word}: done`, brief: true } : { bad: true, text: tree.refusal(path, answer) });

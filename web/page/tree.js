@@ -100,7 +100,7 @@ export const family = (commit) => bare(commit);
 
 /** A commit also writes what belongs to others: the file that a scene's save writes holds all settings of the picture. */
 export function takesAlong(commit, other) {
-  const picture = /^camera\.(scene|status|detection)\b/;
+  const picture = /^camera\.(scene|status|detection)\b.*=save$/;
   return family(commit) === family(other) || (picture.test(commit) && picture.test(other));
 }
 

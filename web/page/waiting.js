@@ -2,7 +2,7 @@
 import { html, useState } from './vendor/preact-htm.js';
 import { state, useStore, request, withScene, announce } from './store.js';
 import * as tree from './tree.js';
-import { ask, tell, askToApply, consequences, Consequences, Change } from './confirm.js';
+import { ask, tell, send, notSent, askToApply, consequences, Consequences, Change } from './confirm.js';
 
 const kKinds = { live: 'in force, not saved', shown: 'staged, and shown', hidden: 'staged, not shown' };
 
@@ -27,7 +27,8 @@ async function whatItMeans(path) {
   return path === 'camera.status' ? [{ path: await withScene('camera.scene.name') }] : [];
 }
 
-async function commit(group) {
+/** Shows what a commit takes along and stops, and sends it. */
+export async function commit(group) {
   if (tree.isGuarded(group.commit)) {
     const items = group.items.map(({ path, live, typed, taken, kind }) => ({ path, value: kind === 'hidden' ? taken ?? typed : live }));
     const shown = await Promise.all(group.items.filter((item) => item.kind !== 'hidden' && item.stored !== undefined).map(putBack));
@@ -36,7 +37,7 @@ async function commit(group) {
     return;
   }
   const what = consequences(group.commit);
-  if (!await ask({ title: 'Commit', detail: html`<${Consequences} commit=${group.commit} ...${what} />`, yes: 'Commit', no: 'Cancel' })) return;
+  if (!await ask({ title: 'Commit', detail: html`<${Consequences} commit=${group.commit} ...${what} />`, yes: 'Commit' })) return;
   const at = group.commit.lastIndexOf('=');
   const [path, value] = [await withScene(group.commit.slice(0, at)), group.commit.slice(at + 1)];
   const answer = (await request([...await whatItMeans(path), { path, value }])).pop();
@@ -52,12 +53,8 @@ async function discard(group) {
       <ul>${able.map((item) => html`<li key=${item.path}><code>${item.path}</code> = <b>${before(item) || 'empty'}</b> <span class="faint">${item.by ? `changed by ${item.by}` : 'changed by another client'}</span></li>`)}</ul>`}
     ${unable.length > 0 && html`<p class="error">These cannot be put back from here:</p><ul>${unable.map((item) => html`<li key=${item.path}><code>${item.path}</code></li>`)}</ul>`}`;
   if (!able.length) return tell('Nothing can be put back', detail);
-  if (!await ask({ title: 'Discard', detail, yes: 'Discard', no: 'Cancel' })) return undefined;
-  const answers = await request(await Promise.all(able.map(putBack)));
-  const refused = answers.filter(({ status }) => status >= 300);
-  if (!refused.length) return announce('Discarded.');
-  return tell('Not all could be put back', html`<ul>${refused.map((answer) =>
-    html`<li key=${answer.path}><code>${answer.path}</code> <span class="error">${tree.refusal(answer.path, answer)}</span></li>`)}</ul>`);
+  if (!await ask({ title: 'Discard', detail, yes: 'Discard' })) return undefined;
+  return send(await Promise.all(able.map(putBack)), 'Discarded.');
 }
 
 function Group({ group, run }) {
@@ -72,15 +69,10 @@ function Group({ group, run }) {
 
 export function WaitingList({ empty }) {
   useStore();
-  const [problem, setProblem] = useState('');
-  const run = (act, group) => {
-    setProblem('');
-    Promise.resolve(act(group)).catch((failure) => setProblem(failure.message));
-  };
+  const run = (act, group) => act(group).catch(notSent);
   const all = groups();
   if (!all.length) return empty || null;
-  return html`${problem && html`<p class="error" role="alert">${problem}</p>`}
-    ${all.map((group) => html`<${Group} key=${tree.family(group.commit)} group=${group} run=${run} />`)}`;
+  return html`${all.map((group) => html`<${Group} key=${tree.family(group.commit)} group=${group} run=${run} />`)}`;
 }
 
 /** The bar at the page's foot; it opens upwards. */

@@ -1,15 +1,14 @@
 // Restart, factory state, the log, and every parameter of the tree in forms made from its description.
 import { html } from '../vendor/preact-htm.js';
-import { useStore, useValue, text, request } from '../store.js';
+import { useStore, useValue, text } from '../store.js';
 import * as tree from '../tree.js';
 import { Card, Fold, Form, Lines, Stacks } from '../parts.js';
-import { ask, tell, consequences, Consequences } from '../confirm.js';
+import { ask, send, consequences, Consequences } from '../confirm.js';
 
 async function command(word, question) {
   const commit = `system.status=${word}`;
-  if (!await ask({ ...question, detail: html`<${Consequences} commit=${commit} ...${consequences(commit)} />`, no: 'Cancel' })) return;
-  const answers = await request([{ path: 'system.status', value: word }]).catch(() => []);
-  if (answers[0]?.status >= 300) await tell('The camera refused', html`<p class="error">${tree.refusal('system.status', answers[0])}</p>`);
+  if (await ask({ ...question, detail: html`<${Consequences} commit=${commit} ...${consequences(commit)} />` }))
+    await send([{ path: 'system.status', value: word }], 'The camera restarts.');
 }
 
 function Camera() {
