@@ -5,10 +5,13 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <functional>
+#include <optional>
 #include <utility>
 
 #include "cli/Description.h"
 #include "cli/Json.h"
+#include "web/Guard.h"
 
 namespace console {
 namespace {
@@ -17,6 +20,7 @@ using namespace std::chrono_literals;
 
 constexpr auto kPeriod = 2s;
 constexpr auto kSlowPeriod = 10s;
+constexpr auto kComparePeriod = 4s;
 constexpr auto kSignPeriod = 15s;
 constexpr std::size_t kMaxViewers = 64;
 constexpr std::size_t kMaxValues = 3000;
@@ -24,7 +28,8 @@ constexpr std::size_t kMaxValues = 3000;
 /** What takes the daemon time, or changes with each read. */
 bool isSlow(std::string_view path) {
   const std::string bare = tmx::withoutSelectors(path);
-  return bare == "system.hardware.cpu.utilization" || bare == "system.session" || bare == "system.log";
+  return bare == "system.hardware.cpu.utilization" || bare == "system.session" || bare == "system.log" ||
+         bare == "system.model" || bare.starts_with("application.audioplay.");
 }
 
 std::string newId() {
@@ -55,6 +60,12 @@ bool Viewers::add(const std::shared_ptr<Connection>& connection, const Account& 
   connection->beginStream();
   connection->stream(eventText("hello", tmx::JsonObject().text("id", id).str()));
   if (!m_answers) connection->stream(eventText("camera", cameraEvent(false)));
+  tellPending(m_viewers[id]);
+  if (m_isConfirmTold) {
+    connection->stream(eventText("confirm", confirmText()));
+  } else {
+    tellWaiting();
+  }
   if (m_nextSign == 0) m_nextSign = m_reactor.after(kSignPeriod, [this] { keepAlive(); });
   readSoon(0s);
   return true;
@@ -88,13 +99,24 @@ const char* Viewers::faultOf(std::string_view path) {
   return nullptr;
 }
 
+void Viewers::tellWaiting() {
+  for (auto& [id, viewer] : m_viewers)
+    tellPending(viewer);
+  const bool isWaiting = m_file.exists();
+  if (std::exchange(m_isConfirmTold, isWaiting) != isWaiting) tellAll("confirm", isWaiting ? confirmText() : "null");
+}
+
 void Viewers::noteAnswer(bool isAnswered) {
-  if (std::exchange(m_answers, isAnswered) != isAnswered) tellAll("camera", cameraEvent(isAnswered));
+  if (std::exchange(m_answers, isAnswered) == isAnswered) return;
+  if (!isAnswered) m_waiting.noteRestart();
+  tellAll("camera", cameraEvent(isAnswered));
+  tellWaiting();
 }
 
 void Viewers::remove(const std::string& id) {
   m_viewers.erase(id);
   if (!m_viewers.empty()) return;
+  m_compared = {};
   m_reactor.cancel(std::exchange(m_nextRead, 0));
   m_reactor.cancel(std::exchange(m_nextSign, 0));
   m_values.clear();
@@ -121,7 +143,7 @@ void Viewers::readAll() {
   m_isReadAgain = false;
   for (const tmx::UserClass user : {tmx::UserClass::kAdmin, tmx::UserClass::kOperator, tmx::UserClass::kUser})
     readOf(user);
-  if (m_underWay == 0) readSoon(kPeriod);
+  compareWaiting();
 }
 
 void Viewers::readOf(tmx::UserClass user) {
@@ -143,6 +165,26 @@ void Viewers::readOf(tmx::UserClass user) {
                  });
 }
 
+void Viewers::compareWaiting() {
+  if (Clock::now() - m_compared < kComparePeriod) {
+    if (m_underWay == 0) readSoon(kPeriod);
+    return;
+  }
+  m_compared = Clock::now();
+  ++m_underWay;
+  m_upstream.run(Priority::Reader, tmx::UserClass::kAdmin, m_waiting.reads(),
+                 [this, begin = Clock::now()](const std::vector<tmx::Answer>& answers, const std::string& /*failure*/) {
+                   m_waiting.compare(answers, begin);
+                   tellWaiting();
+                   endRound();
+                 });
+}
+
+void Viewers::endRound() {
+  --m_underWay;
+  if (m_underWay == 0 && !m_viewers.empty()) readSoon(m_isReadAgain ? 0s : kPeriod);
+}
+
 void Viewers::take(const std::vector<std::shared_ptr<Value>>& values, const std::vector<tmx::Answer>& answers) {
   for (std::size_t i = 0; i < answers.size(); ++i) {
     Value& value = *values[i];
@@ -155,11 +197,9 @@ void Viewers::take(const std::vector<std::shared_ptr<Value>>& values, const std:
     value.text = std::move(text);
     value.changed = ++m_changes;
   }
-  --m_underWay;
-  if (m_viewers.empty()) return;
   for (auto& [id, viewer] : m_viewers)
     tell(viewer);
-  if (m_underWay == 0) readSoon(m_isReadAgain ? 0s : kPeriod);
+  endRound();
 }
 
 /** A new view is told as a whole, once all of it has been read. */
@@ -178,6 +218,28 @@ void Viewers::tell(Viewer& viewer) const {
   viewer.seen = m_changes;
   const auto connection = viewer.connection.lock();
   if (isNew && connection) connection->stream(eventText("values", values.str()));
+}
+
+void Viewers::tellPending(Viewer& viewer) const {
+  const std::string list = m_waiting.list(viewer.account.user == tmx::UserClass::kUser);
+  const std::size_t hash = std::hash<std::string>()(list);
+  const auto connection = viewer.connection.lock();
+  if (std::exchange(viewer.pending, hash) != hash && connection) connection->stream(eventText("pending", list));
+}
+
+std::string Viewers::confirmText() const {
+  const std::optional<Applied> change = m_file.read();
+  if (!change) return "null";
+  std::string items;
+  for (const Applied::Item& item : change->items) {
+    items += (items.empty() ? "" : ", ") +
+             tmx::JsonObject().text("path", item.path).text("old", item.before).text("new", item.after).str();
+  }
+  return tmx::JsonObject()
+      .text("by", change->account.name)
+      .number("seconds", secondsLeft(kConfirmTime))
+      .member("items", "[" + items + "]")
+      .str();
 }
 
 void Viewers::keepAlive() {
