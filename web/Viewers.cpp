@@ -87,6 +87,7 @@ Viewers::Result Viewers::look(const Account& account, const View& view) {
     viewer.values.clear();
     return Result::TooMuch;
   }
+  tell(viewer);  // what others look at too is known already
   readSoon(0s);
   return Result::Taken;
 }
@@ -102,13 +103,14 @@ void Viewers::tellWaiting() {
   for (auto& [id, viewer] : m_viewers)
     tellPending(viewer);
   const bool isWaiting = m_file.exists();
-  if (std::exchange(m_isConfirmTold, isWaiting) != isWaiting) tellAll("confirm", isWaiting ? confirmText() : "null");
+  if (std::exchange(m_isConfirmTold, isWaiting) != isWaiting)
+    streamToAll(eventText("confirm", isWaiting ? confirmText() : "null"));
 }
 
 void Viewers::noteAnswer(bool isAnswered) {
   if (std::exchange(m_answers, isAnswered) == isAnswered) return;
   if (!isAnswered) m_waiting.noteRestart();
-  tellAll("camera", cameraEvent(isAnswered));
+  streamToAll(eventText("camera", cameraEvent(isAnswered)));
   tellWaiting();
 }
 
@@ -243,19 +245,13 @@ std::string Viewers::confirmText() const {
 
 void Viewers::keepAlive() {
   m_nextSign = m_reactor.after(kSignPeriod, [this] { keepAlive(); });
-  std::vector<std::shared_ptr<Connection>> connections;
-  for (const auto& [id, viewer] : m_viewers)
-    connections.push_back(viewer.connection.lock());
-  for (const auto& connection : connections)
-    if (connection) connection->stream(": \n\n");
+  streamToAll(": \n\n");
 }
 
-void Viewers::tellAll(const std::string& event, const std::string& data) const {
-  std::vector<std::shared_ptr<Connection>> connections;
-  for (const auto& [id, viewer] : m_viewers)
-    connections.push_back(viewer.connection.lock());
-  for (const auto& connection : connections)
-    if (connection) connection->stream(eventText(event, data));
+void Viewers::streamToAll(std::string_view text) const {
+  for (const auto& [id, viewer] : m_viewers) {
+    if (const auto connection = viewer.connection.lock()) connection->stream(text);
+  }
 }
 
 }  // namespace console

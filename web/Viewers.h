@@ -76,7 +76,7 @@ class Viewers {
   void tellPending(Viewer& viewer) const;
   [[nodiscard]] std::string confirmText() const;
   void keepAlive();
-  void tellAll(const std::string& event, const std::string& data) const;
+  void streamToAll(std::string_view text) const;
 
   Reactor& m_reactor;
   Upstream& m_upstream;

@@ -1,0 +1,54 @@
+// Takes the pictures of the documentation anew: screenshots.mjs FOLDER
+import { mkdir } from 'node:fs/promises';
+import { join } from 'node:path';
+import { Camera, openBrowser, visit } from './Camera.mjs';
+
+const folder = process.argv[2];
+
+const kParts = ['overview', 'picture/scene', 'picture/areas', 'picture/position', 'streams', 'network', 'alarms', 'recording', 'users', 'maintenance', 'journal', 'search/rate'];
+const kPhoneParts = ['overview', 'picture/scene', 'network'];
+const kDesk = { width: 1280, height: 860 };
+const kPhone = { width: 390, height: 800 };
+const kSettling = 2500;   // ms until the values of a part are there
+const kWatching = 20000;  // ms in which the curves grow
+
+const name = (part) => part.replace(/\/(scene)?/, '-').replace(/-$/, '');
+
+/** A camera at work: streams, areas, presets, and changes that wait. */
+async function busy(camera) {
+  await camera.script('tell', 'session', 'add', 'jpeg', '2600', 'http', 'ip=192.168.0.40', 'port=80', 'fps=5', 'session=http', 'encode=0');
+  await camera.script('tell', 'session', 'add', 'h264high', '4200', 'rtsp', 'ip=192.168.0.31', 'port=5004', 'fps=15', 'session=unicast', 'encode=1');
+  const rows = ['0000', 'c003', 'e007', 'e007'].map((row) => row.padEnd(6, '0'));
+  await camera.ctl('encode(2).type=h264high', 'encode(2).cbr_mode=vbr', 'encode(2).status=save', `camera.detection(motion).area=${'00'.repeat(4)}${rows.join('')}${'00'.repeat(1)}`.slice(0, 200));
+  await camera.ctl('camera.motion.pan=s1240', 'camera.motion.tilt=s420', 'camera.position(1).status=save', 'camera.position(1).comment=Gate', 'camera.motion.pan=s610', 'camera.position(2).status=save', 'camera.position(2).comment=Yard');
+  await camera.ctl('camera.scene(0).image.color=62', 'encode(1).framerate=12', 'camera.scene(0).image.enhance=40');
+}
+
+async function take(page, part, file) {
+  await page.goto(`${page.url().split('#')[0]}#/${part}`);
+  await page.waitForTimeout(kSettling);
+  await page.screenshot({ path: join(folder, `${file}.png`) });
+}
+
+const camera = await Camera.boot();
+const browser = await openBrowser();
+try {
+  await mkdir(folder, { recursive: true });
+  await busy(camera);
+  for (const theme of ['light', 'dark']) {
+    const page = await visit(browser, camera, 'admin', 'picture/position', { colorScheme: theme, viewport: kDesk });
+    await camera.ctl('camera.position(1).status=goto');
+    await page.waitForTimeout(kWatching / 2);
+    await camera.ctl('camera.position(2).status=goto');
+    await page.goto(`${camera.page}#/overview`);
+    await page.waitForTimeout(kWatching / 2);
+    for (const part of kParts) await take(page, part, `${name(part)}-${theme}`);
+    await page.context().close();
+    const phone = await visit(browser, camera, 'admin', 'overview', { colorScheme: theme, viewport: kPhone });
+    for (const part of kPhoneParts) await take(phone, part, `phone-${name(part)}-${theme}`);
+    await phone.context().close();
+  }
+} finally {
+  await browser.close();
+  await camera.end();
+}
