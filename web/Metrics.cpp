@@ -71,8 +71,7 @@ void Metrics::serve(const std::shared_ptr<Connection>& client) {
   m_clients.push_back(client);
   if (m_clients.size() > 1) return;
   if (Clock::now() - m_read < kPeriod) return take({});
-  const auto compared = [this](const std::vector<tmx::Answer>& answers, Clock::time_point begin) {
-    m_waiting.compare(answers, begin);
+  m_waiting.compare(m_upstream, [this] {
     std::vector<tmx::Item> reads;
     for (const char* path : kPaths)
       reads.push_back(tmx::Item::read(path));
@@ -82,11 +81,7 @@ void Metrics::serve(const std::shared_ptr<Connection>& client) {
                      m_read = Clock::now();
                      take(values);
                    });
-  };
-  m_upstream.run(Priority::Reader, tmx::UserClass::kAdmin, m_waiting.reads(),
-                 [compared, begin = Clock::now()](const auto& answers, const std::string& /*failure*/) {
-                   compared(answers, begin);
-                 });
+  });
 }
 
 void Metrics::noteAnswer(bool isAnswered, Clock::duration time) {

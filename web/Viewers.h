@@ -71,7 +71,7 @@ class Viewers {
   void readOf(tmx::UserClass user);
   void compareWaiting();
   void endRound();
-  void take(const std::vector<std::shared_ptr<Value>>& values, const std::vector<tmx::Answer>& answers);
+  void take(Value& value, const tmx::Answer& answer);
   void tell(Viewer& viewer) const;
   void tellPending(Viewer& viewer) const;
   [[nodiscard]] std::string confirmText() const;
