@@ -87,8 +87,8 @@ class DescriptionReader : public nlohmann::json_sax<nlohmann::json> {
     if (paths.size() != m_stored.size()) return;
     for (std::size_t i = 0; i < paths.size(); ++i) {
       const std::size_t colon = m_stored[i].find(':');
-      m_catalogue.m_rows[paths[i]] = {m_stored[i].substr(0, colon), m_stored[i].substr(colon + 1)};
-      if (m_parameter->isForceful && m_parameter->showsStored) m_catalogue.m_comparable.push_back(paths[i]);
+      const std::string& file = *m_catalogue.m_files.insert(m_stored[i].substr(0, colon)).first;
+      m_catalogue.m_rows[paths[i]] = {&file, m_stored[i].substr(colon + 1)};
     }
   }
 

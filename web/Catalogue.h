@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,10 +25,8 @@ struct Parameter {
 
 /** A row of a configuration file. */
 struct Row {
-  std::string file;
-  std::string key;
-
-  [[nodiscard]] bool operator==(const Row&) const = default;
+  const std::string* file = nullptr;  ///< of the catalogue's
+  std::string key = {};
 };
 
 /** The parameters by their paths without selectors, taken from the description that tmx-describe made. */
@@ -51,14 +50,21 @@ class Catalogue {
   /** What a request "PATH=WORD" interrupts, in words; empty for nothing. */
   [[nodiscard]] std::string stops(std::string_view request) const;
 
-  /** The paths whose value is in force before it is stored, and shown as it is stored: the two can be compared. */
-  [[nodiscard]] const std::vector<std::string>& comparable() const { return m_comparable; }
+  /** Calls with each path whose value is in force before it is stored, and shown as it is stored: the two can differ.
+   */
+  template <class Visit>
+  void forEachComparable(const Visit& visit) const {
+    for (const auto& [path, row] : m_rows) {
+      const Parameter* parameter = find(path);
+      if (parameter->isForceful && parameter->showsStored) visit(path);
+    }
+  }
 
  private:
   friend class DescriptionReader;
   std::map<std::string, Parameter, std::less<>> m_parameters;
   std::map<std::string, Row, std::less<>> m_rows;  ///< by paths with their selectors
-  std::vector<std::string> m_comparable;
+  std::set<std::string> m_files;
 };
 
 }  // namespace console

@@ -9,6 +9,7 @@
 #include "cli/Json.h"
 #include "web/Body.h"
 #include "web/Files.h"
+#include "web/Journal.h"
 
 namespace console {
 namespace {
@@ -17,7 +18,6 @@ namespace {
 constexpr std::size_t kMaxConnections = 128;
 
 constexpr std::string_view kRoot = "/console";
-constexpr const char* kJournal = "/run/camera/journal.jsonl";
 
 /** The path below kRoot, as "/api/me"; empty for one that is not below it. */
 std::string pathOf(const Request& request) {
@@ -35,8 +35,12 @@ Gateway::Gateway(Reactor& reactor, FileDescriptor server, int opener, std::strin
       m_upstream(reactor, opener),
       m_waiting(catalogue),
       m_viewers(reactor, m_upstream, m_waiting, file),
-      m_changes(m_upstream, catalogue, m_waiting, file, [this] { m_viewers.tellWaiting(); }) {
-  m_upstream.onAnswer([this](bool isAnswered, Clock::duration /*time*/) { m_viewers.noteAnswer(isAnswered); });
+      m_changes(m_upstream, catalogue, m_waiting, file, [this] { m_viewers.tellWaiting(); }),
+      m_metrics(m_upstream, m_waiting) {
+  m_upstream.onAnswer([this](bool isAnswered, Clock::duration time) {
+    m_metrics.noteAnswer(isAnswered, time);
+    m_viewers.noteAnswer(isAnswered);
+  });
   m_reactor.watch(m_server.get(), POLLIN, [this](short /*events*/) { accept(); });
 }
 
@@ -67,14 +71,18 @@ void Gateway::get(const Client& client, const Request& request, const Account& a
   if (path.empty()) {
     client->answer({.status = 301, .type = "", .headers = "Location: /console/\r\n"});
   } else if (path == "/api/me") {
-    const bool isSimulated = access(kJournal, R_OK) == 0;
     client->answer(json(tmx::JsonObject()
                             .text("user", account.name)
                             .text("class", className(account.user))
-                            .member("simulated", isSimulated ? "true" : "false")
+                            .member("simulated", hasJournal() ? "true" : "false")
                             .str()));
   } else if (path == "/api/events") {
     if (!m_viewers.add(client, account)) client->answer(refusal(503, "too many pages are open"));
+  } else if (path == "/api/journal") {
+    const bool isRefused = account.user == tmx::UserClass::kUser;  // it shows what this class may not read
+    client->answer(isRefused ? refusal(403, "not for the class user") : journalBehind(request.header("QUERY_STRING")));
+  } else if (path == "/metrics") {
+    m_metrics.serve(client);
   } else if (path.starts_with("/api/")) {
     client->answer(refusal(405, "only by POST"));
   } else {

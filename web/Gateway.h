@@ -10,6 +10,7 @@
 #include "web/Changes.h"
 #include "web/ConfirmFile.h"
 #include "web/Connection.h"
+#include "web/Metrics.h"
 #include "web/Reactor.h"
 #include "web/Upstream.h"
 #include "web/Viewers.h"
@@ -44,6 +45,7 @@ class Gateway {
   Waiting m_waiting;
   Viewers m_viewers;
   Changes m_changes;
+  Metrics m_metrics;
   std::map<const Connection*, Client> m_connections;
 };
 

@@ -7,8 +7,8 @@
 namespace console {
 
 std::optional<std::string> Rows::text(const Row& row) {
-  auto file = m_files.find(row.file);
-  if (file == m_files.end()) file = m_files.emplace(row.file, read(row.file)).first;
+  auto file = m_files.find(*row.file);
+  if (file == m_files.end()) file = m_files.emplace(*row.file, read(*row.file)).first;
   const auto found = file->second.find(row.key);
   return found == file->second.end() ? std::nullopt : std::optional(found->second);
 }

@@ -103,13 +103,14 @@ void Viewers::tellWaiting() {
   for (auto& [id, viewer] : m_viewers)
     tellPending(viewer);
   const bool isWaiting = m_file.exists();
-  if (std::exchange(m_isConfirmTold, isWaiting) != isWaiting) tellAll("confirm", isWaiting ? confirmText() : "null");
+  if (std::exchange(m_isConfirmTold, isWaiting) != isWaiting)
+    streamToAll(eventText("confirm", isWaiting ? confirmText() : "null"));
 }
 
 void Viewers::noteAnswer(bool isAnswered) {
   if (std::exchange(m_answers, isAnswered) == isAnswered) return;
   if (!isAnswered) m_waiting.noteRestart();
-  tellAll("camera", cameraEvent(isAnswered));
+  streamToAll(eventText("camera", cameraEvent(isAnswered)));
   tellWaiting();
 }
 
@@ -159,10 +160,17 @@ void Viewers::readOf(tmx::UserClass user) {
   }
   if (values.empty()) return;
   ++m_underWay;
-  m_upstream.run(Priority::Reader, user, items,
-                 [this, values](const std::vector<tmx::Answer>& answers, const std::string& /*failure*/) {
-                   take(values, answers);
-                 });
+  m_upstream.run(
+      Priority::Reader, user, items,
+      [this](const auto& /*answers*/, const std::string& /*failure*/) {
+        for (auto& [id, viewer] : m_viewers)
+          tell(viewer);
+        endRound();
+      },
+      [this, values, next = std::size_t{0}](const std::vector<tmx::Answer>& answers) mutable {
+        for (const tmx::Answer& answer : answers)
+          take(*values[next++], answer);
+      });
 }
 
 void Viewers::compareWaiting() {
@@ -172,12 +180,10 @@ void Viewers::compareWaiting() {
   }
   m_compared = Clock::now();
   ++m_underWay;
-  m_upstream.run(Priority::Reader, tmx::UserClass::kAdmin, m_waiting.reads(),
-                 [this, begin = Clock::now()](const std::vector<tmx::Answer>& answers, const std::string& /*failure*/) {
-                   m_waiting.compare(answers, begin);
-                   tellWaiting();
-                   endRound();
-                 });
+  m_waiting.compare(m_upstream, [this] {
+    tellWaiting();
+    endRound();
+  });
 }
 
 void Viewers::endRound() {
@@ -185,21 +191,14 @@ void Viewers::endRound() {
   if (m_underWay == 0 && !m_viewers.empty()) readSoon(m_isReadAgain ? 0s : kPeriod);
 }
 
-void Viewers::take(const std::vector<std::shared_ptr<Value>>& values, const std::vector<tmx::Answer>& answers) {
-  for (std::size_t i = 0; i < answers.size(); ++i) {
-    Value& value = *values[i];
-    const tmx::Answer& answer = answers[i];
-    value.read = Clock::now();
-    std::string text = tmx::unescapeValue(answer.value);
-    if (value.status == answer.status && value.hasText == answer.hasValue && value.text == text) continue;
-    value.status = answer.status;
-    value.hasText = answer.hasValue;
-    value.text = std::move(text);
-    value.changed = ++m_changes;
-  }
-  for (auto& [id, viewer] : m_viewers)
-    tell(viewer);
-  endRound();
+void Viewers::take(Value& value, const tmx::Answer& answer) {
+  value.read = Clock::now();
+  std::string text = tmx::unescapeValue(answer.value);
+  if (value.status == answer.status && value.hasText == answer.hasValue && value.text == text) return;
+  value.status = answer.status;
+  value.hasText = answer.hasValue;
+  value.text = std::move(text);
+  value.changed = ++m_changes;
 }
 
 /** A new view is told as a whole, once all of it has been read. */
@@ -244,19 +243,13 @@ std::string Viewers::confirmText() const {
 
 void Viewers::keepAlive() {
   m_nextSign = m_reactor.after(kSignPeriod, [this] { keepAlive(); });
-  std::vector<std::shared_ptr<Connection>> connections;
-  for (const auto& [id, viewer] : m_viewers)
-    connections.push_back(viewer.connection.lock());
-  for (const auto& connection : connections)
-    if (connection) connection->stream(": \n\n");
+  streamToAll(": \n\n");
 }
 
-void Viewers::tellAll(const std::string& event, const std::string& data) const {
-  std::vector<std::shared_ptr<Connection>> connections;
-  for (const auto& [id, viewer] : m_viewers)
-    connections.push_back(viewer.connection.lock());
-  for (const auto& connection : connections)
-    if (connection) connection->stream(eventText(event, data));
+void Viewers::streamToAll(std::string_view text) const {
+  for (const auto& [id, viewer] : m_viewers) {
+    if (const auto connection = viewer.connection.lock()) connection->stream(text);
+  }
 }
 
 }  // namespace console

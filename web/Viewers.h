@@ -71,12 +71,12 @@ class Viewers {
   void readOf(tmx::UserClass user);
   void compareWaiting();
   void endRound();
-  void take(const std::vector<std::shared_ptr<Value>>& values, const std::vector<tmx::Answer>& answers);
+  void take(Value& value, const tmx::Answer& answer);
   void tell(Viewer& viewer) const;
   void tellPending(Viewer& viewer) const;
   [[nodiscard]] std::string confirmText() const;
   void keepAlive();
-  void tellAll(const std::string& event, const std::string& data) const;
+  void streamToAll(std::string_view text) const;
 
   Reactor& m_reactor;
   Upstream& m_upstream;

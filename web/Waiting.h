@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -10,6 +11,7 @@
 #include "web/Catalogue.h"
 #include "web/Reactor.h"
 #include "web/Rows.h"
+#include "web/Upstream.h"
 
 namespace console {
 
@@ -19,7 +21,7 @@ namespace console {
  */
 class Waiting {
  public:
-  explicit Waiting(const Catalogue& catalogue);
+  explicit Waiting(const Catalogue& catalogue) : m_catalogue(catalogue) {}
 
   /** A write that was accepted, and what a read shows behind it, on the wire; nothing where it cannot be read. */
   void note(const Account& account, const tmx::Item& item, const tmx::Answer& answer,
@@ -27,10 +29,8 @@ class Waiting {
   /** The daemon was gone: what was staged is lost. */
   void noteRestart();
 
-  /** The reads for a comparison, to be done as an administrator. */
-  [[nodiscard]] const std::vector<tmx::Item>& reads() const { return m_reads; }
-  /** Compares the answers to these reads, which were begun at that time, with flash. */
-  void compare(const std::vector<tmx::Answer>& answers, Clock::time_point begin);
+  /** Reads all that can differ from flash, and compares it. */
+  void compare(Upstream& upstream, std::function<void()> done);
 
   /** The list as JSON; with or without what only administrators and operators may read. */
   [[nodiscard]] std::string list(bool isForUsers) const;
@@ -54,11 +54,11 @@ class Waiting {
     int rounds = 1;  ///< comparisons that have found it
   };
 
+  void take(const std::vector<tmx::Answer>& answers, Clock::time_point begin);
   [[nodiscard]] std::string entry(const std::string& path, const Written* written, const Difference* difference) const;
   [[nodiscard]] static bool isShown(const Difference& difference);
 
   const Catalogue& m_catalogue;
-  std::vector<tmx::Item> m_reads;
   std::map<std::string, Written> m_written;         ///< by path
   std::map<std::string, Difference> m_differences;  ///< by path
 };

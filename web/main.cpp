@@ -5,6 +5,7 @@
  *     tmx-console guard [OPTION…]   started with the camera: puts back what nobody confirms
  */
 #include <getopt.h>
+#include <malloc.h>
 #include <sys/prctl.h>
 #include <syslog.h>
 #include <unistd.h>
@@ -43,6 +44,7 @@ constexpr const char* kUsage =
     "  --user NAME         the user to run as\n"
     "  --socket SOCKET     the parameter daemon's\n"
     "  --seconds N         guard: the time in which a change must be confirmed\n";
+constexpr int kLargeBytes = 32768;
 constexpr const char* kRunFolder = "/run/console";
 
 bool parseOptions(int argc, char** argv, Options& options) {
@@ -98,6 +100,8 @@ bool parseOptions(int argc, char** argv, Options& options) {
     prctl(PR_SET_NAME, "console-guard");
     guard(file, opener.get(), std::chrono::seconds(options.seconds));
   }
+  mallopt(M_MMAP_THRESHOLD, kLargeBytes);  // what a burst of requests took goes back
+  mallopt(M_TRIM_THRESHOLD, kLargeBytes);
   prctl(PR_SET_PDEATHSIG, SIGTERM);  // the web server that comes behind one that was killed starts another
   Catalogue catalogue;
   if (!catalogue.load(options.description)) die("read " + options.description);

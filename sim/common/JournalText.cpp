@@ -35,7 +35,7 @@ std::string wordFor(const Table& table, const std::string& number) {
 }
 
 std::string timeOfDay(const std::string& stamp) {
-  const std::time_t seconds = std::strtoll(stamp.c_str(), nullptr, 10);
+  const auto seconds = static_cast<std::time_t>(std::strtoll(stamp.c_str(), nullptr, 10));
   std::tm local{};
   localtime_r(&seconds, &local);
   std::array<char, 16> text{};

@@ -62,7 +62,7 @@ std::string PtzSequencer::answer(std::string_view request) {
 
 /** Makes up for the time since the last message: steady moves, patrol, and the return after a time without moves. */
 void PtzSequencer::advance() {
-  const Time now = Loop::Clock::now();
+  const Time now = this->now();
   for (Axis& axis : m_axes) {
     if (!axis.moving) continue;
     const double way = axis.fullSpeed * axis.speed / 100 * secondsBetween(m_lastUpdate, now);
@@ -98,7 +98,7 @@ void PtzSequencer::advancePatrol(Time now) {
 void PtzSequencer::startPatrol() {
   m_patrolling = true;
   m_step = m_patrol.size() - 1;
-  m_stepEnd = Loop::Clock::now();
+  m_stepEnd = now();
   advancePatrol(m_stepEnd);
 }
 
@@ -152,7 +152,7 @@ bool PtzSequencer::writeAxis(Axis& axis, const std::string& item, const std::str
     if (!place || *place < axis.lowest || *place > axis.highest) return false;
     stopMoves();
     m_view.*axis.place = *place;
-    m_lastMove = Loop::Clock::now();
+    m_lastMove = now();
     return true;
   }
   if (item == "status") {
@@ -175,7 +175,7 @@ bool PtzSequencer::writeReturn(const std::string& item, const std::string& value
     m_returnMode = value;
     return true;
   }
-  m_lastMove = Loop::Clock::now();
+  m_lastMove = now();
   return item == "status" && (setSwitch(m_returns, value, "on", "off") || setSwitch(m_returns, value, "start", "stop"));
 }
 
@@ -219,7 +219,7 @@ bool PtzSequencer::writePosition(const std::string& path, const std::string& val
   if (value != "goto" || !position) return false;
   stopMoves();
   m_view = *position;
-  m_lastMove = Loop::Clock::now();
+  m_lastMove = now();
   return true;
 }
 
@@ -233,13 +233,14 @@ bool PtzSequencer::centre(const std::string& value) {
   stopMoves();
   m_view.pan = *x;
   m_view.tilt = *y;
-  m_lastMove = Loop::Clock::now();
+  m_lastMove = now();
   return true;
 }
 
 bool PtzSequencer::set(const std::string& key, const std::string& value) {
   if (key == "pan") return setNumber(m_view.pan, value);
   if (key == "tilt") return setNumber(m_view.tilt, value);
+  if (key == "time") return setSwitch(m_timeStands, value, "stop", "run");
   return key == "zoom" && setNumber(m_view.zoom, value);
 }
 

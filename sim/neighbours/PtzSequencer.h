@@ -63,6 +63,8 @@ class PtzSequencer : public Neighbour {
     double speed = 0;
   };
 
+  /** A time that was told to stand still is the last one that was asked for. */
+  [[nodiscard]] Time now() const { return m_timeStands ? m_lastUpdate : Loop::Clock::now(); }
   void advance();
   void advancePatrol(Time now);
   [[nodiscard]] std::optional<std::string> read(const std::string& path) const;
@@ -91,6 +93,7 @@ class PtzSequencer : public Neighbour {
   std::string m_returnMode = "home";
   int m_returnSeconds = 60;
 
+  bool m_timeStands = false;
   Time m_lastUpdate = Loop::Clock::now();
   Time m_lastMove = m_lastUpdate;
 };

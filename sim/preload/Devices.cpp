@@ -117,6 +117,24 @@ int nanosleep(const timespec* time, timespec* left) {
   return CAMERA_REAL(nanosleep)(time, left);
 }
 
+#if __TIMESIZE == 32
+// What a program calls that has a time_t of 64 bits where the machine began with one of 32. Nothing here has the other.
+// NOLINTBEGIN(bugprone-reserved-identifier)
+struct WideTime {
+  std::int64_t seconds;
+  std::int32_t nanoseconds;
+};
+
+int __nanosleep64(const WideTime* time, WideTime* left);
+int __nanosleep64(const WideTime* time, WideTime* left) {
+  sim::countWait(static_cast<unsigned>(time->seconds * 1'000'000 + time->nanoseconds / 1000));
+  return CAMERA_REAL(__nanosleep64)(time, left);
+}
+
+int __ioctl_time64(int descriptor, unsigned long number, ...) __attribute__((alias("ioctl")));
+// NOLINTEND(bugprone-reserved-identifier)
+#endif
+
 int usleep(useconds_t microseconds) {
   sim::countWait(microseconds);
   return CAMERA_REAL(usleep)(microseconds);

@@ -34,6 +34,8 @@ int pntpd(const Arguments& arguments);
 int dhcpcd(const Arguments& arguments);
 int count(const Arguments& arguments);
 int upreset(const Arguments& arguments);
+/** The parameter daemon itself, where it was built for another machine. */
+int tmxd(const Arguments& arguments);
 
 // Tools that run to their end.
 int date(const Arguments& arguments);

@@ -14,10 +14,10 @@ namespace {
 using Program = int (*)(const Arguments&);
 
 const std::map<std::string, Program> programs{
-    {"rtpd", rtpd},         {"rtspd", rtspd},      {"nvt_apl", nvtApl}, {"amx_beacond", amxBeacond},
-    {"pntpd", pntpd},       {"dhcpcd", dhcpcd},    {"count", count},    {"upreset", upreset},
-    {"date", date},         {"SdTestPrg", sdTest}, {"macman", macman},  {"flash_eraseall", flashEraseall},
-    {"mount", mountFactory}};
+    {"rtpd", rtpd},          {"rtspd", rtspd},      {"nvt_apl", nvtApl}, {"amx_beacond", amxBeacond},
+    {"pntpd", pntpd},        {"dhcpcd", dhcpcd},    {"count", count},    {"upreset", upreset},
+    {"date", date},          {"SdTestPrg", sdTest}, {"macman", macman},  {"flash_eraseall", flashEraseall},
+    {"mount", mountFactory}, {"tmxd", tmxd}};
 
 }  // namespace
 

@@ -124,6 +124,7 @@ void Home::power() const {
     std::error_code error;
     fs::remove(run(leaving), error);
   }
+  writeFile(run("program"), m_options.daemon / "bin" / "tmxd");
   std::error_code error;
   for (const char* file : {"syslog", "journal.jsonl"}) {
     if (!fs::exists(path(file), error)) writeFile(path(file), "");

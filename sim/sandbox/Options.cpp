@@ -17,6 +17,7 @@ constexpr const char* usage =
     "             --model NAME       model name\n"
     "             --without FEATURE  switch a feature off (repeatable)\n"
     "             --without /bin/X   leave a program out, until the next up (repeatable)\n"
+    "             --daemon BUILD     the build of the daemon, when it is another\n"
     "             --tmxd-arg ARG     argument for the daemon (repeatable)\n"
     "             --env NAME=VALUE   variable for the daemon (repeatable)\n"
     "             --guard-arg ARG    argument for the console's guard (repeatable)\n"
@@ -33,6 +34,7 @@ constexpr const char* usage =
 
 constexpr std::array<option, 13> longOptions{{{"home", required_argument, nullptr, 'h'},
                                               {"build", required_argument, nullptr, 'b'},
+                                              {"daemon", required_argument, nullptr, 'd'},
                                               {"userland", required_argument, nullptr, 'u'},
                                               {"model", required_argument, nullptr, 'm'},
                                               {"without", required_argument, nullptr, 'w'},
@@ -51,6 +53,9 @@ bool take(Options& options, int option, const std::string& value) {
       return true;
     case 'b':
       options.build = value;
+      return true;
+    case 'd':
+      options.daemon = value;
       return true;
     case 'u':
       options.userland = value;
@@ -99,7 +104,8 @@ void makeAbsolute(Options& options) {
     const Path shared = options.build.parent_path() / "build" / "userland";
     if (!std::filesystem::exists(options.userland, error)) options.userland = shared;
   }
-  for (Path* path : {&options.home, &options.build, &options.userland}) {
+  if (options.daemon.empty()) options.daemon = options.build;
+  for (Path* path : {&options.home, &options.build, &options.daemon, &options.userland}) {
     *path = std::filesystem::absolute(*path, error).lexically_normal();
     if (!path->has_filename()) *path = path->parent_path();
   }

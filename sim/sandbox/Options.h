@@ -14,6 +14,7 @@ struct Options {
   std::string command;
   Path home = ".camera";
   Path build;     ///< has bin/ and lib/; by default the build this program belongs to
+  Path daemon;    ///< the build whose daemon runs: this one, one with sanitizers, or one for another machine
   Path userland;  ///< unpacked packages that the host lacks; need not exist
   std::string model;
   std::vector<std::string> without;  ///< features that are switched off

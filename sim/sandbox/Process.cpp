@@ -21,10 +21,12 @@ Environment cameraEnvironment() {
 
 Environment daemonEnvironment(Environment extra) {
   Environment environment = cameraEnvironment();
-  environment.emplace_back("LD_PRELOAD", "/opt/camera/lib/libcamera_preload.so");
+  // By its name alone, by which every machine's programs find the one that is theirs.
+  environment.emplace_back("LD_PRELOAD", "libcamera_preload.so");
   // The sanitizer's library comes behind the preloaded one; both work in that order.
   environment.emplace_back("ASAN_OPTIONS", "verify_asan_link_order=0:detect_leaks=1:log_path=/run/camera/sanitizer");
   environment.emplace_back("UBSAN_OPTIONS", "print_stacktrace=1:log_path=/run/camera/sanitizer");
+  environment.emplace_back("TSAN_OPTIONS", "log_path=/run/camera/sanitizer");
   for (auto& variable : extra)
     environment.push_back(std::move(variable));
   return environment;

@@ -45,9 +45,9 @@ void Root::enter() const {
 }
 
 void Root::skeleton() const {
-  for (const char* directory :
-       {"usr", "etc", "dev", "proc", "sys", "tmp", "mnt/flash", "mnt/sysinfo", "mnt/factory", "opt/camera",
-        "opt/factory", "root", "run/camera", "var/log", "var/lib/snmp", "var/cache", "var/www", "var/tmp"}) {
+  for (const char* directory : {"usr", "etc", "dev", "proc", "sys", "tmp", "mnt/flash", "mnt/sysinfo", "mnt/factory",
+                                "opt/camera", "opt/daemon", "opt/factory", "root", "run/camera", "var/log",
+                                "var/lib/snmp", "var/cache", "var/www", "var/tmp"}) {
     makeDirectory(directory);
   }
   link("/run", "var/run");
@@ -61,7 +61,10 @@ void Root::skeleton() const {
 void Root::userland() const {
   std::string layers;
   int count = 0;
-  for (const Path& layer : {holes(), m_options.build / "stand-ins" / "usr", m_options.userland / "usr", Path("/usr")}) {
+  std::vector<Path> folders{holes(), standIns(m_options.build, "opt/stand-ins"), m_options.userland / "usr", "/usr"};
+  if (m_options.daemon != m_options.build)
+    folders.insert(folders.begin() + 1, standIns(m_options.daemon, "opt/stand-ins-of-daemon"));
+  for (const Path& layer : folders) {
     std::error_code error;
     if (!fs::is_directory(layer, error)) continue;
     const std::string name = ".layer" + std::to_string(count++);
@@ -84,6 +87,16 @@ Path Root::holes() const {
     makeDirectory(Path(hole).parent_path());
     must(mknod(hole.c_str(), S_IFCHR, 0) == 0, "hide " + program);
   }
+  return m_root / layer;
+}
+
+/** A copy of a build's stand-ins: no layer may lie inside another one, and those of an installed build lie in /usr. */
+Path Root::standIns(const Path& build, const std::string& layer) const {
+  makeDirectory(layer);
+  std::error_code error;
+  fs::copy(build / "stand-ins" / "usr", m_root / layer, fs::copy_options::recursive | fs::copy_options::copy_symlinks,
+           error);
+  must(!error, "copy the stand-ins of " + build.string());
   return m_root / layer;
 }
 
@@ -166,6 +179,7 @@ void Root::state() const {
   bind(home / "syslog", "var/log/messages");
   bind(home / "factory", "opt/factory", true);
   bind(m_options.build, "opt/camera", true);
+  bind(m_options.daemon, "opt/daemon", true);
 }
 
 void Root::pivot() const {

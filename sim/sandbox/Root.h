@@ -9,8 +9,8 @@ namespace sim {
  *
  * /usr is the host's, read-only, under the packages that the host lacks and the stand-in programs; /bin, /sbin and /lib
  * lead into it. /mnt/flash, /mnt/sysinfo, /tmp and /run/camera are folders of the home. /etc, /var and /dev hold what
- * the camera's programs look for and nothing more. The build is at /opt/camera, the factory partition's tree at
- * /opt/factory, both read-only.
+ * the camera's programs look for and nothing more. The build is at /opt/camera, the daemon's
+ * build, which may be another, at /opt/daemon, the factory partition's tree at /opt/factory, all read-only.
  *
  * The functions end the process when something cannot be done: there is no camera then.
  */
@@ -25,6 +25,7 @@ class Root {
   void skeleton() const;
   void userland() const;
   [[nodiscard]] Path holes() const;
+  [[nodiscard]] Path standIns(const Path& build, const std::string& layer) const;
   void etc() const;
   void var() const;
   void devices() const;

@@ -62,6 +62,26 @@ int reboot(const Options& options, const Home& home) {
   return options.timeoutSeconds == 0 || waitForAnswer(home, next, options.timeoutSeconds) ? 0 : 1;
 }
 
+/** For which machine a program was built, by the head of its file. */
+std::string machineOf(const Path& program) {
+  const std::map<char, std::string> machines{{3, "i386"}, {40, "ARM"}, {62, "x86-64"}, {'\xb7', "AArch64"}};
+  const std::string head = readFile(program).substr(0, 20);
+  if (head.size() < 20) return "not there any more";
+  const auto machine = machines.find(head[18]);
+  return std::string(head[4] == 1 ? "32-bit " : "64-bit ") + (machine == machines.end() ? "machine" : machine->second);
+}
+
+int status(const Options& /*options*/, const Home& home) {
+  if (!Supervisor::isOn(home)) {
+    std::puts("off");
+    return 1;
+  }
+  const std::string program = readFile(home.run("program"));
+  std::printf("on, with %s (%s%s)\n", program.c_str(), machineOf(program).c_str(),
+              machineOf(program) == machineOf("/proc/self/exe") ? "" : ", emulated");
+  return 0;
+}
+
 int runWords(const Options& options, const Home& home) {
   if (options.words.empty()) return complain("no command given");
   return runInside(home, options.words);
@@ -121,7 +141,7 @@ const std::map<std::string, Action> actions{
     {"down", [](const Options&, const Home& home) { return switchOff(home, "down"); }},
     {"cut", [](const Options&, const Home& home) { return switchOff(home, "cut"); }},
     {"reboot", reboot},
-    {"status", [](const Options&, const Home& home) { return Supervisor::isOn(home) ? 0 : 1; }},
+    {"status", status},
     {"shell",
      [](const Options&, const Home& home) {
        return runInside(home, {"/bin/sh", "-i"});

@@ -83,9 +83,8 @@ int32_t Config::set(Row row, const std::string& value, int32_t table) {
 int32_t Config::checkValue(Row row, std::string_view value, int32_t table) {
   constexpr std::string_view kEndsLine("\r\n\0", 3);
   if (value.find_first_of(kEndsLine) != std::string_view::npos) return -status::kNotUnderstood;
-  const size_t longest = row.family == Family::Patrol ? kLongestPatrolLine : kLongestWrittenLine;
   const size_t line = rowKey(row, table).size() + std::string_view("=\n").size() + value.size();
-  return line > longest ? -status::kInvalidRange : 0;
+  return line > longestRow(row.family) ? -status::kInvalidRange : 0;
 }
 
 bool Config::adopt(const Config& other, std::span<const Row> rows, int32_t table) {

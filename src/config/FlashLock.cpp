@@ -20,6 +20,9 @@ constexpr std::chrono::milliseconds kPause{10};
 // lock apart from the first.
 bool isLocked = false;
 
+// Of a wait without end, the attempts behind the first ones are no news.
+int failurePriority = LOG_ERR;
+
 int setRecordLock(int descriptor, int command, short type) {
   struct flock range = {};
   range.l_type = type;
@@ -32,11 +35,11 @@ int setRecordLock(int descriptor, int command, short type) {
 int32_t Config::lockFlashOne() {
   const int descriptor = ::open(kLockFile, O_RDWR | O_CREAT | O_CLOEXEC, 0400);
   if (descriptor < 0) {
-    TMX_LOG(LOG_ERR, "Config: Failed to open flash lock file.");
+    TMX_LOG(failurePriority, "Config: Failed to open flash lock file.");
     return descriptor;
   }
   if (setRecordLock(descriptor, F_SETLKW, F_WRLCK) < 0) {
-    TMX_LOG(LOG_ERR, "Config: Failed to lock /mnt/flash.:errno(%m)");
+    TMX_LOG(failurePriority, "Config: Failed to lock /mnt/flash.:errno(%m)");
     ::close(descriptor);
     return kFailed;
   }
@@ -56,7 +59,7 @@ int32_t Config::lockFlash() {
       TMX_LOG(LOG_DEBUG, " Successed to GetlockFlash");
       return descriptor;
     }
-    TMX_LOG(LOG_ERR, " Failed to Get lockFlash ");
+    TMX_LOG(failurePriority, " Failed to Get lockFlash ");
     std::this_thread::sleep_for(kPause);
   }
   return kFailed;
@@ -83,9 +86,11 @@ int32_t Config::unlockFlash(int32_t descriptor) {
 FlashLock::FlashLock(Patience patience) : m_descriptor(Config::lockFlash()) {
   constexpr std::chrono::milliseconds kRetry{100};
   while (patience == Patience::Endless && !isHeld()) {
+    failurePriority = LOG_DEBUG;
     std::this_thread::sleep_for(kRetry);
     m_descriptor = Config::lockFlash();
   }
+  failurePriority = LOG_ERR;
 }
 
 FlashLock::~FlashLock() {

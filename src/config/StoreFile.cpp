@@ -28,11 +28,11 @@ int openFile(const std::string& path, int flags) {
 }
 
 /** Takes the lines of the file into the tables and closes it; one that cannot be read to its end counts as failed. */
-StoreParse takeFile(int descriptor, std::span<ConfigTable> tables) {
+StoreParse takeFile(Family family, int descriptor, std::span<ConfigTable> tables) {
   const FileDescriptor file(descriptor);
   std::string bytes;
   const bool isComplete = readAll(file.get(), bytes);
-  StoreParse parse = parseStore(bytes, tables);
+  StoreParse parse = parseStore(bytes, tables, longestRow(family));
   if (!isComplete && parse.end == StoreEnd::EndOfFile) parse.end = StoreEnd::StreamFailed;
   return parse;
 }
@@ -60,7 +60,7 @@ int32_t writeLineByLine(int descriptor, const std::string& path, std::span<const
   bool isWritten = true;
   for (const ConfigTable& table : tables) {
     for (const ConfigItem& item : table) {
-      isWritten = isWritten && writeAll(descriptor, composeLine(item, kLongestPatrolLine), path);
+      isWritten = isWritten && writeAll(descriptor, composeLine(item), path);
     }
   }
   const int synced = syncFile(descriptor);
@@ -121,7 +121,7 @@ int32_t Config::readConfig(Family family, int32_t index) {
     if (m_copyFactoryConfig(path) != kDone) return endLoadConfig(kFailed, lock, path);
     descriptor = openFile(path, O_RDONLY);
   }
-  const StoreParse parse = takeFile(descriptor, tables);
+  const StoreParse parse = takeFile(family, descriptor, tables);
   if (parse.end == StoreEnd::StreamFailed) {
     TMX_LOG(LOG_ERR, "failbit cnt=%ld", static_cast<long>(parse.matched));
     if (!hasFactoryCopy(path)) return heal(family, index, lock);
@@ -132,8 +132,8 @@ int32_t Config::readConfig(Family family, int32_t index) {
     TMX_LOG(LOG_ERR, "Config: Failed to unlock /mnt/flash");
     return kLockFailed;
   }
-  // File and tables disagree: the file gets the keys that it lacks and loses those that no table knows.
-  const bool isWhole = parse.end == StoreEnd::EndOfFile && !parse.hasUnknownKey;
+  // File and tables disagree: the file gets the rows that it lacks and loses the lines that no row takes.
+  const bool isWhole = parse.end == StoreEnd::EndOfFile && !parse.hasStrayLine;
   const bool isComplete = isWhole && static_cast<size_t>(parse.matched) == countRows(tables);
   if (!isComplete && writeConfig(family, index) < 0) {
     TMX_LOG(LOG_ERR, "Config: file:%s :write error", path.c_str());

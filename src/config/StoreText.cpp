@@ -1,12 +1,13 @@
 #include "config/StoreText.h"
 
 #include "config/Rows.h"
+#include "request/Log.h"
 
 namespace {
 
 // A file never holds more than this, in bytes; the longest table with every line at its longest stays below it.
 constexpr size_t kLongestFile = 140800;
-static_assert(static_cast<size_t>(network_row::kCount) * kLongestWrittenLine <= kLongestFile);
+static_assert(static_cast<size_t>(network_row::kCount) * longestRow(Family::Network) <= kLongestFile);
 
 ConfigItem* findRow(std::span<ConfigTable> tables, std::string_view key) {
   for (ConfigTable& table : tables) {
@@ -19,7 +20,7 @@ ConfigItem* findRow(std::span<ConfigTable> tables, std::string_view key) {
 
 }  // namespace
 
-StoreParse parseStore(std::string_view bytes, std::span<ConfigTable> tables) {
+StoreParse parseStore(std::string_view bytes, std::span<ConfigTable> tables, size_t longest) {
   StoreParse parse;
   for (;;) {
     const size_t length = bytes.find('\n');
@@ -35,30 +36,31 @@ StoreParse parseStore(std::string_view bytes, std::span<ConfigTable> tables) {
       parse.end = StoreEnd::BadFormat;
       return parse;
     }
-    if (ConfigItem* item = findRow(tables, line.substr(0, separator))) {
+    ConfigItem* item = findRow(tables, line.substr(0, separator));
+    const bool isTooLong = item != nullptr && length + 1 > longest;
+    if (isTooLong)
+      TMX_LOG(LOG_WARNING, "Config: %s: a line too long for its row is left out", std::string(item->key).c_str());
+    if (item == nullptr || isTooLong) {
+      parse.hasStrayLine = true;
+    } else {
       item->value = line.substr(separator + 1);
       ++parse.matched;
-    } else {
-      parse.hasUnknownKey = true;
     }
     bytes.remove_prefix(length + 1);
   }
 }
 
-std::string composeLine(const ConfigItem& item, size_t longest) {
+std::string composeLine(const ConfigItem& item) {
   std::string line;
   line.reserve(item.key.size() + item.value.size() + 2);
-  // A line end inside a value would make lines of its own, which the next start could not read.
-  line.append(item.key).append("=").append(item.value, 0, item.value.find('\n')).append("\n");
-  if (line.size() > longest) line.resize(longest);
-  return line;
+  return line.append(item.key).append("=").append(item.value).append("\n");
 }
 
 std::string composeStore(std::span<const ConfigTable> tables) {
   std::string text;
   for (const ConfigTable& table : tables) {
     for (const ConfigItem& item : table)
-      text += composeLine(item, kLongestWrittenLine);
+      text += composeLine(item);
   }
   return text;
 }

@@ -13,12 +13,11 @@
  * the line. Nothing here touches a file.
  */
 
-/** The longest line that is read. */
+/** The longest line that a file may have, without its line end. */
 inline constexpr size_t kLongestLine = 1023;
-/** Where a written line is cut; a cut line loses its line end with the rest. */
-inline constexpr size_t kLongestWrittenLine = 549;
-/** The patrol's lines are composed one by one, in a buffer that is one shorter. */
-inline constexpr size_t kLongestPatrolLine = kLongestWrittenLine - 1;
+
+/** The longest line that a row may stand in, with its line end: more is neither taken nor written. */
+[[nodiscard]] constexpr size_t longestRow(Family family) { return family == Family::Patrol ? 548 : 549; }
 
 enum class StoreEnd {
   EndOfFile,     ///< all lines were read; a last one without a line end is dropped
@@ -28,15 +27,17 @@ enum class StoreEnd {
 
 struct StoreParse {
   StoreEnd end = StoreEnd::StreamFailed;
-  int32_t matched = 0;  ///< lines that found their row; a key that stands twice counts twice
-  bool hasUnknownKey = false;
+  int32_t matched = 0;        ///< lines that found their row; a key that stands twice counts twice
+  bool hasStrayLine = false;  ///< one of no row, or longer than its row may be
 };
 
-/** Assigns the values of the lines to the rows of the tables that have their keys, the first such row each. */
-[[nodiscard]] StoreParse parseStore(std::string_view bytes, std::span<ConfigTable> tables);
+/**
+ * Assigns the values of the lines to the rows of the tables that have their keys, the first such row each. A line
+ * longer than `longest` is logged and left out: what is in memory can always be written, and read back.
+ */
+[[nodiscard]] StoreParse parseStore(std::string_view bytes, std::span<ConfigTable> tables, size_t longest);
 
-/** One row as its line, cut at `longest` characters, and its value at the first line end in it. */
-[[nodiscard]] std::string composeLine(const ConfigItem& item, size_t longest);
+[[nodiscard]] std::string composeLine(const ConfigItem& item);
 
 /** The whole file: the lines of the tables in their order. */
 [[nodiscard]] std::string composeStore(std::span<const ConfigTable> tables);

@@ -57,9 +57,8 @@ int32_t CGuid::fetch(const Request& /*request*/, std::string& text) {
     if (round > 0) {
       FlashLock flash(FlashLock::Patience::Endless);
       // The camera keeps what it once has told: the whole line, and on flash before it is read.
-      static_cast<void>(
-          std::system("/usr/bin/uuidgen > /mnt/sysinfo/uuid.new && "
-                      "mv -f /mnt/sysinfo/uuid.new /mnt/sysinfo/uuid"));
+      if (std::system("/usr/bin/uuidgen > /mnt/sysinfo/uuid.new && mv -f /mnt/sysinfo/uuid.new /mnt/sysinfo/uuid") < 0)
+        TMX_LOG(LOG_ERR, "system(%m)");
       sync();
       static_cast<void>(flash.release());
       usleep(10'000);
@@ -122,7 +121,7 @@ int32_t CHardware::CCpu::CUtilization::fetch(const Request& /*request*/, std::st
 }
 
 int32_t COzmMac::act(Request& request) {
-  static_cast<void>(std::system(("/bin/macman " + request.value).c_str()));
+  if (std::system(("/bin/macman " + request.value).c_str()) < 0) TMX_LOG(LOG_ERR, "system(%m)");
   return 0;
 }
 

@@ -87,7 +87,7 @@ int32_t CLog::execRead(ExecArgs* args) {
   const auto text = compose(parameter);
   if (!text) return RuleEngine::answerStatus(parameter, status::kInternalError);
   const int32_t result = parameter.setMultiLineResponse(*text);
-  static_cast<void>(std::system("rm -f /tmp/user.info"));
+  if (std::system("rm -f /tmp/user.info") < 0) TMX_LOG(LOG_ERR, "system(%m)");
   return result;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdlib>
+#include <sstream>
 #include <string>
 
 namespace test {
@@ -17,6 +19,21 @@ inline constexpr const char* k458 = "&458 Parameter Is Read Only";
 inline constexpr const char* k461 = "&461 Command Not Found";
 inline constexpr const char* k500 = "&500 Internal Server Error";
 inline constexpr const char* k501 = "&501 Not Implemented";
+
+/** The status of the last line of an answer; 0 without one. */
+inline int statusOf(const std::string& answer) {
+  const size_t sign = answer.rfind('&');
+  return sign == std::string::npos ? 0 : std::atoi(answer.c_str() + sign + 1);
+}
+
+/** Whether every line of the answer says so. */
+inline bool isTaken(const std::string& answer) {
+  std::istringstream lines(answer);
+  for (std::string line; std::getline(lines, line);) {
+    if (statusOf(line) != 200 && statusOf(line) != 202) return false;
+  }
+  return !answer.empty();
+}
 
 /** A read that shows the text. */
 inline std::string shows(const std::string& text) { return "=" + text + kOk; }

@@ -102,8 +102,10 @@ int Camera::sandbox(std::vector<std::string> words) const {
   return run(words, output.c_str());
 }
 
-bool Camera::up() {
+std::vector<std::string> Camera::upWords() const {
   std::vector<std::string> words{"up", "--quiet"};
+  const char* daemon = std::getenv("TMX_DAEMON");
+  if (daemon != nullptr && !m_options.isNative) words.insert(words.end(), {"--daemon", daemon});
   if (!m_options.model.empty()) words.insert(words.end(), {"--model", m_options.model});
   for (const std::string& feature : m_options.without) {
     words.insert(words.end(), {"--without", feature});
@@ -111,10 +113,16 @@ bool Camera::up() {
   for (const std::string& argument : m_options.daemonArguments) {
     words.insert(words.end(), {"--tmxd-arg", argument});
   }
-  return sandbox(words) == 0;
+  return words;
 }
 
-void Camera::start() { sandbox({"up", "--quiet", "--timeout", "0"}); }
+bool Camera::up() { return sandbox(upWords()) == 0; }
+
+void Camera::start() {
+  std::vector<std::string> words = upWords();
+  words.insert(words.end(), {"--timeout", "0"});
+  sandbox(words);
+}
 
 void Camera::down() { sandbox({"down"}); }
 

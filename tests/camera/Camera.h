@@ -26,6 +26,7 @@ struct CameraOptions {
   std::string model = {};
   std::vector<std::string> without = {};
   std::vector<std::string> daemonArguments = {};
+  bool isNative = false;  ///< with this machine's daemon, also where TMX_DAEMON names another's build
 };
 
 /** A simulated camera in a home of its own, spoken to as a client does; gone with the object. */
@@ -103,7 +104,8 @@ class Camera {
   std::string shell(const std::string& line) const;
 
  private:
-  int sandbox(std::vector<std::string> words) const;
+  [[nodiscard]] Texts upWords() const;
+  int sandbox(Texts words) const;
   [[nodiscard]] unsigned flashCount(const std::string& what) const;
 
   CameraOptions m_options;

@@ -48,11 +48,9 @@ class BuiltIn {
     if (first == m_first.end()) return {};
     Rows rows = m_rows.at(first->second);
     const auto differing = m_differing.find(path);
-    for (auto& [key, value] : rows) {
-      if (differing == m_differing.end()) break;
-      const auto other = differing->second.find(key);
-      if (other != differing->second.end()) value = other->second;
-    }
+    if (differing == m_differing.end()) return rows;
+    for (const auto& [key, value] : differing->second)
+      std::ranges::find(rows, key, &Rows::value_type::first)->second = value;
     return rows;
   }
 

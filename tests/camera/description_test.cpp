@@ -5,6 +5,7 @@
 #include <set>
 
 #include "cli/Description.h"
+#include "tests/camera/Answers.h"
 #include "tests/camera/Camera.h"
 #include "tests/camera/Description.h"
 
@@ -12,13 +13,6 @@ namespace test {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-int statusOf(const std::string& answer) {
-  const size_t sign = answer.rfind('&');
-  return sign == std::string::npos ? 0 : std::atoi(answer.c_str() + sign + 1);
-}
-
-bool isTaken(int status) { return status == 200 || status == 202; }
 
 /** What a read shows; empty where it is refused. */
 std::string value(Camera& camera, const std::string& path) {
@@ -63,10 +57,9 @@ bool isWritable(const Json& parameter) {
 void expectWalk(Camera& camera, const Json& parameter, const std::string& path) {
   for (const Drawn& drawn : draw(parameter)) {
     const std::string answer = camera.ask(path + "=" + drawn.value);
-    const int status = statusOf(answer);
-    const tmx::Verdict wrong = isTaken(status) ? tmx::Verdict::kRefused : tmx::Verdict::kTaken;
+    const tmx::Verdict wrong = isTaken(answer) ? tmx::Verdict::kRefused : tmx::Verdict::kTaken;
     EXPECT_NE(tmx::judge(parameter, drawn.value), wrong) << path << "=" << drawn.value;
-    EXPECT_TRUE(drawn.status == 0 ? isTaken(status) : status == drawn.status)
+    EXPECT_TRUE(drawn.status == 0 ? isTaken(answer) : statusOf(answer) == drawn.status)
         << path << "=" << drawn.value.substr(0, 60) << ": " << answer.substr(0, 200) << ", not " << drawn.status;
   }
 }
@@ -181,7 +174,7 @@ void expectToStand(Camera& camera, const std::map<std::string, std::string>& val
   std::map<std::string, std::string> shown;
   for (const auto& [path, value] : values) {
     const std::string answer = camera.ask(path + "=" + value);
-    EXPECT_TRUE(isTaken(statusOf(answer))) << path << "=" << value << ": " << answer;
+    EXPECT_TRUE(isTaken(answer)) << path << "=" << value << ": " << answer;
     isRestartedBehind = isRestartedBehind || hint(answer) == restart;
     if (hint(answer) == restart && known.at(path)->at("takes").value("grid", false))
       continue;  // another number is kept
@@ -248,7 +241,7 @@ TEST(Description, WhateverIsTakenCanBeWrittenAndReadBack) {
       ++sent;
       EXPECT_EQ(answer.find_first_of("\r\n"), std::string::npos) << path << ": " << answer;
       EXPECT_EQ(value(camera, path).find_first_of("\r\n"), std::string::npos) << path;
-      if (isTaken(statusOf(answer)) && round < kRounds) rounds[round++][path] = hostile;
+      if (isTaken(answer) && round < kRounds) rounds[round++][path] = hostile;
     }
   }
   RecordProperty("sent", std::to_string(sent));

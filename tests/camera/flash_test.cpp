@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
-#include <sstream>
 #include <thread>
 
 #include "tests/camera/Answers.h"
@@ -27,14 +26,6 @@ Texts spread(const Texts& all, const std::string& name) {
   for (size_t i = name.size() % stride; i < all.size(); i += stride)
     some.push_back(all[i]);
   return some;
-}
-
-bool isTaken(const std::string& answer) {
-  std::istringstream lines(answer);
-  bool isGood = !answer.empty();
-  for (std::string line; std::getline(lines, line);)
-    isGood = isGood && (line.find(kOk) != std::string::npos || line.find("&202 Accepted") != std::string::npos);
-  return isGood;
 }
 
 /** A camera that goes through saves and starts, undisturbed first, then with each of its disturbances. */
@@ -106,10 +97,7 @@ class Walker {
     if (!isGood) expectNothingElse();
     if (isGood && m_save.undo.empty()) return;
     if (isGood) undo();
-    prepareWorld();
-    const std::string again = request();
-    EXPECT_TRUE(isTaken(again)) << again;
-    expectAfter("again: " + again);
+    expectAfter("again: " + repeat());
     undo();
   }
 
@@ -122,9 +110,7 @@ class Walker {
     judge();
     if (m_save.undo.empty()) return expectNextSave();
     undo();
-    prepareWorld();
-    const std::string again = request();
-    EXPECT_TRUE(isTaken(again)) << again;
+    repeat();
     undo();
   }
 
@@ -152,6 +138,14 @@ class Walker {
     EXPECT_TRUE(isTaken(answer)) << m_save.name << ": " << answer;
     noteRun();
     undo();
+  }
+
+  /** The same request again, which saves. */
+  std::string repeat() {
+    prepareWorld();
+    const std::string answer = request();
+    EXPECT_TRUE(isTaken(answer)) << answer;
+    return answer;
   }
 
   void prepareWorld() {

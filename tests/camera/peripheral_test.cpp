@@ -115,8 +115,11 @@ TEST_F(PeripheralTest, TheSerialDaemonsCodeIsTheAnswer) {
                     "peripheral.serial(1).", {"baud=4800", "parity=none"});
   camera().shell("mv /dev/ttyS1 /dev/ttyS9");
   expectAnswers(camera(), {{"peripheral.serial(1).rts_offset=5", k500}});
-  camera().shell("mv /dev/ttyS9 /dev/ttyS1");
   EXPECT_TRUE(camera().isLogged("/dev/ttyS1 open err"));
+  camera().shell("ln -s null /dev/ttyS1");  // which no driver of a port stands behind
+  expectAnswers(camera(), {{"peripheral.serial(1).rts_offset=5", k500}});
+  EXPECT_TRUE(camera().isLogged("ioctl err"));
+  camera().shell("mv /dev/ttyS9 /dev/ttyS1");
   EXPECT_EQ(camera().read(kSerial), before);
 }
 

@@ -2,10 +2,10 @@
 // a trace where nothing changes.
 
 #include <algorithm>
-#include <map>
 #include <sstream>
 
 #include "tests/camera/Camera.h"
+#include "tests/camera/PowerCut.h"
 
 namespace test {
 namespace {
@@ -37,18 +37,6 @@ class RoundTrip : public CameraTest {
         << camera().read("summary");
   }
 
-  /** Every file that a restart leaves. */
-  static std::map<std::string, std::string> files() {
-    std::map<std::string, std::string> files;
-    for (const char* folder : {"flash", "sysinfo"}) {
-      for (const auto& file : std::filesystem::recursive_directory_iterator(camera().path(folder))) {
-        const std::string name = file.path().lexically_relative(camera().path(""));
-        if (file.is_regular_file()) files[name] = camera().read(name);
-      }
-    }
-    return files;
-  }
-
   static Texts errors() {
     Texts lines = linesOf(camera().log());
     std::erase_if(lines, [](const std::string& line) { return line.find("<err>") == std::string::npos; });
@@ -58,9 +46,9 @@ class RoundTrip : public CameraTest {
 
 TEST_F(RoundTrip, AFreshCameraTakesItsSettingsBackUnchanged) {
   const std::string settings = dump();
-  const auto before = files();
+  const auto before = filesOf(camera());
   load(settings);
-  EXPECT_EQ(files(), before);
+  EXPECT_EQ(filesOf(camera()), before);
   ASSERT_TRUE(camera().reboot());
   EXPECT_EQ(dump(), settings);
   EXPECT_EQ(errors(), Texts()) << "in the log of the first start or behind it";
@@ -89,18 +77,18 @@ constexpr const char* kOthers =
 
 TEST_F(RoundTrip, OtherSettingsComeAndGo) {
   const std::string settings = dump();
-  const auto before = files();
+  const auto before = filesOf(camera());
   load(kOthers);
   const Texts changed = linesOf(dump());
   for (const std::string& line : linesOf(kOthers))
     EXPECT_EQ(std::ranges::count(changed, line), 1) << line;
   load(settings);
   EXPECT_EQ(dump(), settings);
-  EXPECT_EQ(files(), before);
+  EXPECT_EQ(filesOf(camera()), before);
 }
 
 TEST_F(RoundTrip, ARefusedLineKeepsTheCommitsWaiting) {
-  const auto before = files();
+  const auto before = filesOf(camera());
   camera().write("load", "camera.id=other\nencode(1).framerate=99\nnetwork.dns.ip=10.0.0.1\n");
   EXPECT_EQ(camera().ctl("load --commit load > answers 2> summary"), 1);
   EXPECT_EQ(linesOf(camera().read("answers")).back(), "network.dns.ip&202 Accepted(network.dns.status=restart)");
@@ -110,7 +98,7 @@ TEST_F(RoundTrip, ARefusedLineKeepsTheCommitsWaiting) {
       camera().read("summary").ends_with(" 'camera.status=save' 'network.dns.status=restart'\n"
                                          "3 lines: 2 accepted, 1 refused; 0 commits, 2 wait\n"))
       << camera().read("summary");
-  EXPECT_EQ(files(), before);
+  EXPECT_EQ(filesOf(camera()), before);
 }
 
 }  // namespace

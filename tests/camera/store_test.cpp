@@ -34,6 +34,7 @@ TEST_F(Store, DamagedFilesHeal) {
       {"no line end: the last row is lost", "UI_ENC3_CBRMODE_MPEG4=vbr", whole},
       {"unknown key", whole + "UI_ENC9=x\n", whole},
       {"a key twice: the last wins", whole + changed, other},
+      {"a line too long to be written", whole + "UI_ENC1_CBRMODE_JPEG=" + std::string(600, 'x') + "\n", whole},
       {"cut in the middle", other.substr(0, other.size() - 12), whole},
       {"any order", changed + whole.substr(0, whole.size() - changed.size()), ""},  // complete: left as it stands
   };

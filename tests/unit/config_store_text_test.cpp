@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <random>
 #include <span>
 #include <string>
@@ -13,119 +12,68 @@
 
 namespace {
 
+constexpr size_t kLongestRow = longestRow(Family::Network);
+
 std::vector<ConfigTable> smallTables() {
   return {{{0, "A", "a"}, {1, "BB", "b"}}, {{0, "C", "c"}, {1, "A", "second"}}};
 }
 
-std::vector<std::string> valuesOf(const std::vector<ConfigTable>& tables) {
-  std::vector<std::string> values;
+/** The values of all rows, a blank behind each. */
+std::string valuesOf(std::span<const ConfigTable> tables) {
+  std::string values;
   for (const ConfigTable& table : tables) {
     for (const ConfigItem& item : table)
-      values.push_back(item.value);
+      values += item.value + " ";
   }
   return values;
 }
 
-struct ParseCase {
-  const char* name;
-  std::string bytes;
-  StoreEnd end;
-  int32_t matched;
-  bool hasUnknownKey;
-  std::vector<std::string> values;
-};
+const std::string kLongestValue(kLongestRow - std::string_view("A=\n").size(), 'x');
+const std::string kLongest = "X=" + std::string(kLongestLine - 2, 'x');
 
-class ParseStore : public testing::TestWithParam<ParseCase> {};
-
-TEST_P(ParseStore, TakesWhatStandsInFrontOfTheFirstFault) {
-  const ParseCase& expected = GetParam();
-  std::vector<ConfigTable> tables = smallTables();
-  const StoreParse parse = parseStore(expected.bytes, tables);
-  EXPECT_EQ(parse.end, expected.end);
-  EXPECT_EQ(parse.matched, expected.matched);
-  EXPECT_EQ(parse.hasUnknownKey, expected.hasUnknownKey);
-  EXPECT_EQ(valuesOf(tables), expected.values);
+TEST(ParseStore, TakesWhatStandsInFrontOfTheFirstFault) {
+  const std::string unchanged = "a b c second ";
+  const StoreEnd whole = StoreEnd::EndOfFile;
+  const struct {
+    std::string bytes;
+    StoreEnd end;
+    int32_t matched;
+    bool hasStrayLine;
+    std::string values;
+  } cases[] = {
+      {"", whole, 0, false, unchanged},
+      {"C=3\nA=1\n", whole, 2, false, "1 b 3 second "},
+      {"A=1\nBB=2", whole, 1, false, "1 b c second "},
+      {"A=1\nBB", whole, 1, false, "1 b c second "},
+      {"A=1=2==\n", whole, 1, false, "1=2== b c second "},
+      {"A=\n", whole, 1, false, " b c second "},
+      {"A=1\nA=2\n", whole, 2, false, "2 b c second "},
+      {"A= 1 \n", whole, 1, false, " 1  b c second "},
+      {"A=1\r\n", whole, 1, false, "1\r b c second "},
+      {{"A=1\0002\n", 6}, whole, 1, false, {"1\0002 b c second ", 15}},
+      {"a=1\nB=2\nBBB=3\n A=4\n", whole, 0, true, unchanged},
+      {"=1\n", whole, 0, true, unchanged},
+      {"A=1\n\nC=3\n", StoreEnd::BadFormat, 1, false, "1 b c second "},
+      {"X=0\nA=1\nBB\n", StoreEnd::BadFormat, 1, true, "1 b c second "},
+      {"A=" + kLongestValue + "\n", whole, 1, false, kLongestValue + " b c second "},
+      {"A=" + kLongestValue + "x\nC=3\n", whole, 1, true, "a b 3 second "},
+      {kLongest + "\nC=3\n", whole, 1, true, "a b 3 second "},
+      {kLongest, whole, 0, false, unchanged},
+      {"C=3\n" + kLongest + "x\nBB=2\n", StoreEnd::StreamFailed, 1, false, "a b 3 second "},
+      {kLongest + "x", StoreEnd::StreamFailed, 0, false, unchanged},
+  };
+  for (const auto& c : cases) {
+    std::vector<ConfigTable> tables = smallTables();
+    const StoreParse parse = parseStore(c.bytes, tables, kLongestRow);
+    EXPECT_EQ(parse.end, c.end) << c.bytes;
+    EXPECT_EQ(parse.matched, c.matched) << c.bytes;
+    EXPECT_EQ(parse.hasStrayLine, c.hasStrayLine) << c.bytes;
+    EXPECT_EQ(valuesOf(tables), c.values) << c.bytes;
+  }
 }
-
-const std::vector<std::string> kUnchanged = {"a", "b", "c", "second"};
-const std::string kLongest = "A=" + std::string(kLongestLine - 2, 'x');
-
-INSTANTIATE_TEST_SUITE_P(
-    Files, ParseStore,
-    testing::Values(
-        ParseCase{"Empty", "", StoreEnd::EndOfFile, 0, false, kUnchanged},
-        ParseCase{"AnyOrder", "C=3\nA=1\n", StoreEnd::EndOfFile, 2, false, {"1", "b", "3", "second"}},
-        ParseCase{"CutLastLineIsDropped", "A=1\nBB=2", StoreEnd::EndOfFile, 1, false, {"1", "b", "c", "second"}},
-        ParseCase{"ValueHoldsEquals", "A=1=2==\n", StoreEnd::EndOfFile, 1, false, {"1=2==", "b", "c", "second"}},
-        ParseCase{"EmptyValue", "A=\n", StoreEnd::EndOfFile, 1, false, {"", "b", "c", "second"}},
-        ParseCase{"LastOfTwoWins", "A=1\nA=2\n", StoreEnd::EndOfFile, 2, false, {"2", "b", "c", "second"}},
-        ParseCase{"BlanksBelongToTheValue", "A= 1 \n", StoreEnd::EndOfFile, 1, false, {" 1 ", "b", "c", "second"}},
-        ParseCase{
-            "CarriageReturnBelongsToTheValue", "A=1\r\n", StoreEnd::EndOfFile, 1, false, {"1\r", "b", "c", "second"}},
-        ParseCase{"NulIsACharacter",
-                  std::string("A=1\0002\n", 6),
-                  StoreEnd::EndOfFile,
-                  1,
-                  false,
-                  {std::string("1\0002", 3), "b", "c", "second"}},
-        ParseCase{"KeysAreExact", "a=1\nB=2\nBBB=3\n A=4\n", StoreEnd::EndOfFile, 0, true, kUnchanged},
-        ParseCase{"EmptyKeyIsUnknown", "=1\n", StoreEnd::EndOfFile, 0, true, kUnchanged},
-        ParseCase{"EmptyLine", "A=1\n\nC=3\n", StoreEnd::BadFormat, 1, false, {"1", "b", "c", "second"}},
-        ParseCase{"LineWithoutEquals", "X=0\nA=1\nBB\n", StoreEnd::BadFormat, 1, true, {"1", "b", "c", "second"}},
-        ParseCase{"CutLineWithoutEquals", "A=1\nBB", StoreEnd::EndOfFile, 1, false, {"1", "b", "c", "second"}},
-        ParseCase{"LongestLine",
-                  kLongest + "\nC=3\n",
-                  StoreEnd::EndOfFile,
-                  2,
-                  false,
-                  {std::string(kLongestLine - 2, 'x'), "b", "3", "second"}},
-        ParseCase{"LongestLineCut", kLongest, StoreEnd::EndOfFile, 0, false, kUnchanged},
-        ParseCase{"LineTooLong",
-                  "C=3\n" + kLongest + "x\nBB=2\n",
-                  StoreEnd::StreamFailed,
-                  1,
-                  false,
-                  {"a", "b", "3", "second"}},
-        ParseCase{"LastLineTooLong", kLongest + "x", StoreEnd::StreamFailed, 0, false, kUnchanged}),
-    [](const auto& test) { return std::string(test.param.name); });
 
 TEST(ComposeStore, WritesTheTablesInTheirOrder) {
   EXPECT_EQ(composeStore(smallTables()), "A=a\nBB=b\nC=c\nA=second\n");
-}
-
-TEST(ComposeStore, ALineTooLongLosesItsLineEnd) {
-  struct Case {
-    size_t valueLength;
-    bool hasLineEnd;
-  };
-  for (const Case& item : {Case{546, true}, Case{547, false}, Case{700, false}}) {
-    const std::string value(item.valueLength, 'v');
-    const std::vector<ConfigTable> tables = {{{0, "A", value}, {1, "B", "b"}}};
-    const std::string line = ("A=" + value + "\n").substr(0, kLongestWrittenLine);
-    EXPECT_EQ(line.back() == '\n', item.hasLineEnd) << item.valueLength;
-    EXPECT_EQ(composeStore(tables), line + "B=b\n") << item.valueLength;
-  }
-}
-
-/** What a power cut leaves of a file reads as the rows in front of the cut, and never fails. */
-TEST(ComposeStore, EveryPrefixReadsBack) {
-  std::vector<ConfigTable> written = makeTables(Family::Network);
-  int32_t number = 0;
-  for (ConfigItem& item : written[0])
-    item.value = "value=" + std::to_string(number++);
-  const std::string whole = composeStore(written);
-  const std::vector<ConfigTable> defaults = makeTables(Family::Network);
-  for (size_t size = 0; size <= whole.size(); ++size) {
-    const std::string cut = whole.substr(0, size);
-    std::vector<ConfigTable> tables = defaults;
-    const StoreParse parse = parseStore(cut, tables);
-    ASSERT_EQ(parse.end, StoreEnd::EndOfFile);
-    ASSERT_EQ(parse.matched, std::count(cut.begin(), cut.end(), '\n'));
-    for (size_t row = 0; row < tables[0].size(); ++row) {
-      const bool isRead = row < static_cast<size_t>(parse.matched);
-      ASSERT_EQ(tables[0][row].value, (isRead ? written : defaults)[0][row].value);
-    }
-  }
 }
 
 class Store : public Config {};
@@ -156,53 +104,32 @@ TEST(ComposeStore, WhatTheSettersTakeReadsBack) {
         refused += isTaken ? 0 : 1;
       }
     }
-    const bool isPatrol = family == Family::Patrol;
-    const size_t perFile = isPatrol ? tables.size() : 1;
+    const size_t perFile = family == Family::Patrol ? tables.size() : 1;
     for (size_t first = 0; first < tables.size(); first += perFile) {
       const std::span<ConfigTable> written = std::span(tables).subspan(first, perFile);
-      std::string bytes = isPatrol ? "" : composeStore(written);
-      for (size_t step = 0; isPatrol && step < perFile; ++step) {
-        for (const ConfigItem& item : written[step])
-          bytes += composeLine(item, kLongestPatrolLine);
-      }
       std::vector<ConfigTable> all = makeTables(family);
       const std::span<ConfigTable> read = std::span(all).subspan(first, perFile);
-      const StoreParse parse = parseStore(bytes, read);
-      EXPECT_TRUE(parse.end == StoreEnd::EndOfFile && !parse.hasUnknownKey) << familyPath(family, 0);
+      const StoreParse parse = parseStore(composeStore(written), read, longestRow(family));
+      EXPECT_TRUE(parse.end == StoreEnd::EndOfFile && !parse.hasStrayLine) << familyPath(family, 0);
       EXPECT_EQ(static_cast<size_t>(parse.matched), countRows(read)) << familyPath(family, 0);
-      EXPECT_EQ(valuesOf({read.begin(), read.end()}), valuesOf({written.begin(), written.end()}));
+      EXPECT_EQ(valuesOf(read), valuesOf(written));
     }
   }
   EXPECT_GT(refused, 100);
 }
 
 TEST(VersionStep, ExposureReferenceGetsItsNewScale) {
-  struct Case {
-    const char* text;
-    int32_t value;
-  };
-  constexpr Case kCases[] = {
-      {"-5", -125},
-      {"-4", -100},
-      {"-3", -75},
-      {"-2", -50},
-      {"-1", -25},
-      {"0", 0},
-      {"1", 16},
-      {"2", 32},
-      {"3", 48},
-      {"4", 64},
-      {"5", 80},
-      {"-6", -125},
-      {"6", 80},
-      {"99999999999999999999", 80},
-      {"-99999999999999999999", -125},
-      {"", 0},
-      {"abc", 0},
-      {"3.9", 48},
-  };
-  for (const Case& item : kCases)
-    EXPECT_EQ(convertExposureReference(item.text), item.value) << item.text;
+  for (int32_t step = 0; step <= 5; ++step) {
+    EXPECT_EQ(convertExposureReference(std::to_string(step)), step * 16);
+    EXPECT_EQ(convertExposureReference(std::to_string(-step)), step * -25);
+  }
+  for (const char* beyond : {"6", "99999999999999999999"}) {
+    EXPECT_EQ(convertExposureReference(beyond), 80);
+    EXPECT_EQ(convertExposureReference(std::string("-") + beyond), -125);
+  }
+  EXPECT_EQ(convertExposureReference("3.9"), 48);
+  EXPECT_EQ(convertExposureReference(""), 0);
+  EXPECT_EQ(convertExposureReference("abc"), 0);
 }
 
 }  // namespace
