@@ -12,7 +12,7 @@ export const root = join(dirname(fileURLToPath(import.meta.url)), '../..');
 export const installed = createRequire(join(root, 'build/page-tests/package.json'));
 
 const run = promisify(execFile);
-const kTools = '/usr/bin/chromium';
+const kChromium = '/usr/bin/chromium';
 export const kPassword = 'secret-of-test';
 
 export class Camera {
@@ -54,14 +54,21 @@ export class Camera {
 /** Chromium lets root run it without its own sandbox only; it sees nothing but this machine. */
 export async function openBrowser() {
   const { chromium } = installed('playwright-core');
-  return chromium.launch({ executablePath: kTools, args: process.getuid() === 0 ? ['--no-sandbox'] : [] });
+  return chromium.launch({ executablePath: kChromium, args: process.getuid() === 0 ? ['--no-sandbox'] : [] });
 }
+
+/** What the pages' programs and the browser said against them; a camera that restarts is no fault of theirs. */
+export const complaints = [];
 
 /** A part of the page as one account sees it. */
 export async function visit(browser, camera, user, part, options = {}) {
   const context = await browser.newContext({ httpCredentials: { username: user, password: kPassword }, viewport: { width: 1280, height: 860 }, ...options });
   const page = await context.newPage();
   page.setDefaultTimeout(20000);
+  page.on('pageerror', (error) => complaints.push(error.stack));
+  page.on('console', (message) => {
+    if (message.type() === 'error' && !/Failed to load resource|ERR_/.test(message.text())) complaints.push(message.text());
+  });
   await page.goto(`${camera.page}#/${part}`);
   await page.locator('main h1').waitFor();
   return page;
