@@ -132,7 +132,9 @@ test("another client's change appears, and leaves alone what is being typed", as
 
 test('a refused commit says why', async () => {
   const page = await visit(browser, camera, 'admin', 'search/encode.type');
-  await camera.ctl('encode(2).type=h264high', 'encode(2).cbr_mode=afs');
+  await field(page, 'encode(2).type').locator('select').selectOption('h264high');
+  await page.goto(`${camera.page}#/search/encode.cbr_mode`);
+  await field(page, 'encode(2).cbr_mode').getByText('afs').click();
   await bar(page).click();
   await page.locator('.waiting').getByRole('button', { name: 'Commit' }).click();
   await page.getByRole('dialog').getByRole('button', { name: 'Commit' }).click();
@@ -194,7 +196,7 @@ test('nothing stands against an assistive program', async () => {
 async function apply(page, card) {
   await page.getByRole('region', { name: card, exact: true }).getByRole('button', { name: 'Apply' }).click();
   await page.getByRole('dialog').getByRole('button', { name: 'Apply' }).click();
-  await page.getByText('It goes back in').waitFor();
+  await page.getByRole('heading', { name: 'It goes back in' }).waitFor();
 }
 
 test('a change of the address is confirmed', async () => {
@@ -204,7 +206,7 @@ test('a change of the address is confirmed', async () => {
   await page.getByText('The camera cannot be reached').waitFor();  // it restarts
   await page.getByText('The camera cannot be reached').waitFor({ state: 'detached', timeout: 60000 });
   await page.getByRole('button', { name: 'Keep the change' }).click();
-  await page.getByText('It goes back in').waitFor({ state: 'detached' });
+  await page.getByRole('heading', { name: 'It goes back in' }).waitFor({ state: 'detached' });
   assert.equal(await read('network.interface(1).ip'), '192.168.0.77');
   await page.context().close();
 });
@@ -216,7 +218,7 @@ test('HTTPS is switched on, not confirmed, and goes back', async () => {
   await apply(page, 'Web server, encrypted');
   await page.waitForFunction(() => /in force is|off|on/.test(document.body.textContent));
   assert.equal(await read(path), 'on');
-  await page.getByText('It goes back in').waitFor({ state: 'detached', timeout: 120000 });
+  await page.getByRole('heading', { name: 'It goes back in' }).waitFor({ state: 'detached', timeout: 120000 });
   assert.equal(await read(path), 'off');
   await page.context().close();
 });
