@@ -122,16 +122,21 @@ std::optional<Reply> Exchange::receive() {
   }
 }
 
+Reply exchangeOver(int descriptor, std::string_view frame, std::chrono::milliseconds timeout) {
+  const auto deadline = Clock::now() + timeout;
+  Exchange exchange(descriptor, std::string(frame));
+  while (true) {
+    if (std::optional<Reply> reply = exchange.step()) return *reply;
+    pollfd ready{descriptor, exchange.events(), 0};
+    if (poll(&ready, 1, static_cast<int>(left(deadline).count())) == 0) return timedOut();
+  }
+}
+
 Reply Client::exchangeFrame(std::string_view frame) const {
   const auto deadline = Clock::now() + m_timeout;
   const FileDescriptor fd(connectTo(m_socket, m_timeout));
   if (!fd.isValid()) return errno == EAGAIN ? timedOut() : Reply{Outcome::kNoConnection, std::strerror(errno)};
-  Exchange exchange(fd.get(), std::string(frame));
-  while (true) {
-    if (std::optional<Reply> reply = exchange.step()) return *reply;
-    pollfd ready{fd.get(), exchange.events(), 0};
-    if (poll(&ready, 1, static_cast<int>(left(deadline).count())) == 0) return timedOut();
-  }
+  return exchangeOver(fd.get(), frame, left(deadline));
 }
 
 }  // namespace tmx

@@ -70,6 +70,9 @@ class Exchange {
   std::uint32_t m_maxAnswer;
 };
 
+/** Carries an exchange over the connection out, from its begin to its end. */
+[[nodiscard]] Reply exchangeOver(int descriptor, std::string_view frame, std::chrono::milliseconds timeout);
+
 /**
  * A client of the parameter daemon. One exchange is one connection: the daemon answers one request and closes. An
  * object holds nothing but the address and the time-out, so it may be copied and used for any number of exchanges.

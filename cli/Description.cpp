@@ -175,21 +175,29 @@ std::vector<Node> Description::below(std::string_view path) const {
   return nodes;
 }
 
-std::vector<std::string> expandSelectors(const Parameter& parameter) {
-  std::vector<std::string> paths = {textOf(parameter, "path")};
-  const Parameter& selectors = parameter.at("selectors");
+std::vector<std::string> expandPath(const std::string& path, const std::vector<Selectable>& layers) {
+  std::vector<std::string> paths = {path};
   // From behind, so that the places in front stay where they are.
-  for (auto selector = selectors.rbegin(); selector != selectors.rend(); ++selector) {
-    if (meansTheMoment(*selector)) continue;
-    const std::size_t end = textOf(*selector, "layer").size();
+  for (auto layer = layers.rbegin(); layer != layers.rend(); ++layer) {
     std::vector<std::string> longer;
-    for (const std::string value : selector->at("values")) {
-      for (const std::string& path : paths)
-        longer.push_back(value.empty() ? path : path.substr(0, end) + "(" + value + ")" + path.substr(end));
+    for (const std::string& value : layer->values) {
+      for (const std::string& shorter : paths) {
+        longer.push_back(
+            value.empty() ? shorter : shorter.substr(0, layer->end) + "(" + value + ")" + shorter.substr(layer->end));
+      }
     }
     paths = std::move(longer);
   }
   return paths;
+}
+
+std::vector<std::string> expandSelectors(const Parameter& parameter) {
+  std::vector<Selectable> layers;
+  for (const Parameter& selector : parameter.at("selectors")) {
+    if (meansTheMoment(selector)) continue;
+    layers.push_back({textOf(selector, "layer").size(), selector.at("values").get<std::vector<std::string>>()});
+  }
+  return expandPath(textOf(parameter, "path"), layers);
 }
 
 bool mayRead(const Parameter& parameter, UserClass user) { return may(parameter, user, 0); }

@@ -51,6 +51,15 @@ class Description {
   nlohmann::ordered_json m_document;
 };
 
+/** One layer of a path that takes selectors: where it ends in the path without them, and all that it takes. */
+struct Selectable {
+  std::size_t end = 0;
+  std::vector<std::string> values;  ///< one empty text stands for a layer that stays without
+};
+
+/** The path with every selector, the last layer's changing first. */
+[[nodiscard]] std::vector<std::string> expandPath(const std::string& path, const std::vector<Selectable>& layers);
+
 /**
  * The parameter's path with every selector that its layers take: "network.destination.host" becomes five paths. A layer
  * that means something of its own without brackets, the scene in force, stays without.

@@ -159,6 +159,24 @@ std::string_view kept(const Rule& rule) {
   return isWritten ? "at once" : "never";
 }
 
+/** Whether a read shows the text of the row that a commit writes, as it stands there or escaped. */
+bool showsRow(const Rule& rule) {
+  const Shows& shows = rule.shows;
+  return rule.fetch == nullptr && rule.peer.ask == nullptr && shows.fixed.empty() && shows.number == nullptr &&
+         shows.words == nullptr && shows.prefix.empty() && shows.suffix.empty();
+}
+
+/** The selectors of the paths as a client goes through them: a layer that means the moment's stays without. */
+Choices pathsOf(const Leaf& leaf) {
+  Choices paths = leaf.choices;
+  for (size_t i = 0; i < leaf.layers.size(); ++i) {
+    const Selector* selector = leaf.layers[i].selector;
+    if (selector == nullptr || selector->without.empty()) continue;
+    if (std::ranges::find(paths[i], selector->without) == paths[i].end()) paths[i] = {""};
+  }
+  return paths;
+}
+
 /** Both in one line. */
 std::string when(const Rule& rule, const std::string& commit) {
   const std::string_view stays = kept(rule);
@@ -317,6 +335,11 @@ class Document {
       json["when"] = when(rule, commit);
       json["commit"] = commit;
       if (const std::string_view what = commitStops(commit); !what.empty()) json["commitStops"] = what;
+      json["force"] = isForceful(rule) ? "at once" : "commit";
+      if (const auto stored = rowOfEach(rule.place, pathsOf(leaf)); !stored.empty()) {
+        json["stored"] = stored;
+        json["showsStored"] = showsRow(rule);
+      }
     }
     json["kept"] = kept(rule);
     json["setting"] = isSetting(*leaf.node, rule);

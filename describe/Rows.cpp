@@ -66,6 +66,20 @@ std::vector<std::string> rows(const Place& place, const Choices& choices) {
   return names;
 }
 
+std::vector<std::string> rowOfEach(const Place& place, const Choices& choices) {
+  std::vector<std::string> names;
+  if (!place.row.exists()) return names;
+  bool isKnown = true;
+  forEachPath(choices, [&](const Selectors& selectors) {
+    const Cell cell = place.cell(selectors);
+    names.push_back(familyPath(cell.row.family, cell.table) + ":" + std::string(rowKey(cell.row, cell.table)));
+    isKnown = isKnown && !names.back().ends_with(':');
+  });
+  // One path that leads elsewhere than to the rule's row goes by the model.
+  const bool isByModel = names.size() == 1 && place.cell(firstOf(choices)).row.number != place.row.number;
+  return isKnown && !isByModel ? names : std::vector<std::string>();
+}
+
 std::string shownDefault(const Rule& rule, const Choices& choices) {
   if (!rule.place.row.exists()) return {};
   const Cell cell = rule.place.cell(firstOf(choices));

@@ -18,6 +18,12 @@ using Choices = std::vector<std::vector<std::string>>;
 /** The rows of a place over all selectors, "network.conf:IF1_IP", "%ld" for the number of a table; none twice. */
 [[nodiscard]] std::vector<std::string> rows(const Place& place, const Choices& choices);
 
+/**
+ * The row of each path, "/mnt/flash/sysconfig/camera.conf:GAMMA", in the order of the choices, those of the last layer
+ * first; empty where one of the paths has none, or where it goes by the model.
+ */
+[[nodiscard]] std::vector<std::string> rowOfEach(const Place& place, const Choices& choices);
+
 /** The built-in default as a read shows it, for the first of each layer's choices. */
 [[nodiscard]] std::string shownDefault(const Rule& rule, const Choices& choices);
 

@@ -57,14 +57,26 @@ tmx::Item itemOf(const Json& json) {
   return item;
 }
 
-}  // namespace
-
-std::vector<tmx::Item> parseItems(std::string_view body) {
-  const Json json = parse(body);
+std::vector<tmx::Item> itemsOf(const Json& json) {
   std::vector<tmx::Item> items;
   for (const Json& item : listOf(json, "items", 1, kMaxItems))
     items.push_back(itemOf(item));
   return items;
+}
+
+}  // namespace
+
+std::vector<tmx::Item> parseItems(std::string_view body) { return itemsOf(parse(body)); }
+
+Application parseApplication(std::string_view body) {
+  const Json json = parse(body);
+  Application application{.items = itemsOf(json), .commit = {}, .isConfirmed = json.value("confirm", Json()) == true};
+  if (!std::ranges::all_of(application.items, &tmx::Item::isWrite)) throw BadBody("\"items\" takes writes");
+  const std::string& commit = textOf(memberOf(json, "commit"));
+  const std::size_t equals = std::min(commit.find('='), commit.size());
+  const Json item{{"path", commit.substr(0, equals)}, {"value", commit.substr(std::min(equals + 1, commit.size()))}};
+  application.commit = itemOf(item);
+  return application;
 }
 
 View parseView(std::string_view body) {

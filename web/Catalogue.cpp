@@ -25,12 +25,20 @@ class DescriptionReader : public nlohmann::json_sax<nlohmann::json> {
   bool end_object() override {
     m_place.resize(m_objects.back());
     m_objects.pop_back();
+    if (m_place == ".parameters") addRows();
     return true;
   }
   bool string(string_t& text) override {
-    if (m_place == ".parameters.path") m_parameter = &m_catalogue.m_parameters[text];
-    if (m_parameter == nullptr) return true;
-    if (m_place == ".parameters.commands.word") m_parameter->commands.push_back(text);
+    if (m_place == ".parameters.path") {
+      m_path = text;
+      m_parameter = &m_catalogue.m_parameters[text];
+      m_layers.clear();
+      m_stored.clear();
+    }
+    return m_parameter == nullptr || take(text);
+  }
+  bool boolean(bool value) override {
+    if (m_place == ".parameters.showsStored") m_parameter->showsStored = value;
     return true;
   }
   bool number_unsigned(number_unsigned_t number) override {
@@ -38,7 +46,6 @@ class DescriptionReader : public nlohmann::json_sax<nlohmann::json> {
   }
   bool number_integer(number_integer_t /*number*/) override { return true; }
   bool number_float(number_float_t /*number*/, const string_t& /*text*/) override { return true; }
-  bool boolean(bool /*value*/) override { return true; }
   bool binary(binary_t& /*value*/) override { return true; }
   bool null() override { return true; }
   bool start_array(std::size_t /*elements*/) override { return true; }
@@ -49,10 +56,49 @@ class DescriptionReader : public nlohmann::json_sax<nlohmann::json> {
   }
 
  private:
+  [[nodiscard]] bool take(const std::string& text) {
+    if (m_place == ".parameters.commands.word") {
+      m_parameter->commands.push_back({text});
+    } else if (m_place == ".parameters.commands.stops") {
+      m_parameter->commands.back().stops = text;
+    } else if (m_place == ".parameters.commit") {
+      m_parameter->commit = text;
+    } else if (m_place == ".parameters.force") {
+      m_parameter->isForceful = text == "at once";
+    } else if (m_place == ".parameters.rights.user") {
+      m_parameter->isForUsers = text.starts_with('R');
+    } else if (m_place == ".parameters.selectors.layer") {
+      m_layers.push_back({text.size(), {}});
+    } else if (m_place == ".parameters.selectors.values") {
+      m_layers.back().values.push_back(text);
+    } else if (m_place == ".parameters.selectors.without") {
+      std::vector<std::string>& values = m_layers.back().values;
+      if (std::ranges::find(values, text) == values.end()) values = {""};
+    } else if (m_place == ".parameters.stored") {
+      m_stored.push_back(text);
+    }
+    return true;
+  }
+
+  /** At the end of a parameter: one row for each path. */
+  void addRows() {
+    if (m_stored.empty()) return;
+    const std::vector<std::string> paths = tmx::expandPath(m_path, m_layers);
+    if (paths.size() != m_stored.size()) return;
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+      const std::size_t colon = m_stored[i].find(':');
+      const std::string& file = *m_catalogue.m_files.insert(m_stored[i].substr(0, colon)).first;
+      m_catalogue.m_rows[paths[i]] = {&file, m_stored[i].substr(colon + 1)};
+    }
+  }
+
   Catalogue& m_catalogue;
-  Parameter* m_parameter = nullptr;
   std::string m_place;
   std::vector<std::size_t> m_objects;  ///< the lengths of m_place where they begin
+  Parameter* m_parameter = nullptr;
+  std::string m_path;
+  std::vector<tmx::Selectable> m_layers;
+  std::vector<std::string> m_stored;
 };
 
 bool Catalogue::load(const std::string& file) {
@@ -66,9 +112,44 @@ const Parameter* Catalogue::find(std::string_view path) const {
   return found == m_parameters.end() ? nullptr : &found->second;
 }
 
-bool Catalogue::isCommand(std::string_view path, std::string_view value) const {
+const Command* Catalogue::findCommand(std::string_view path, std::string_view value) const {
   const Parameter* parameter = find(path);
-  return parameter != nullptr && std::ranges::find(parameter->commands, value) != parameter->commands.end();
+  if (parameter == nullptr) return nullptr;
+  const auto command = std::ranges::find(parameter->commands, value, &Command::word);
+  return command == parameter->commands.end() ? nullptr : &*command;
+}
+
+const Row* Catalogue::findRow(std::string_view path) const {
+  const auto found = m_rows.find(path);
+  return found == m_rows.end() ? nullptr : &found->second;
+}
+
+std::string Catalogue::commitOf(std::string_view path) const {
+  const Parameter* parameter = find(path);
+  if (parameter == nullptr) return {};
+  std::string commit = parameter->commit;
+  // The part in front of the first difference is shared, but for the selectors that only the path has.
+  std::size_t at = 0;
+  while (!path.empty() && at < commit.size()) {
+    if (path.front() == '(' && commit[at] != '(') {
+      const std::string_view selector = path.substr(0, path.find(')') + 1);
+      commit.insert(at, selector);
+      at += selector.size();
+      path.remove_prefix(selector.size());
+    } else if (path.front() == commit[at]) {
+      ++at;
+      path.remove_prefix(1);
+    } else {
+      break;
+    }
+  }
+  return commit;
+}
+
+std::string Catalogue::stops(std::string_view request) const {
+  const std::size_t equals = std::min(request.find('='), request.size());
+  const Command* command = findCommand(request.substr(0, equals), request.substr(std::min(equals + 1, request.size())));
+  return command == nullptr ? std::string() : command->stops;
 }
 
 }  // namespace console

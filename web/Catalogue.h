@@ -1,15 +1,32 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace console {
 
+/** A word that starts something and is not kept. */
+struct Command {
+  std::string word;
+  std::string stops = {};  ///< what it interrupts, in words; often empty
+};
+
 /** What the gateway has to know of a parameter; the page has the whole description. */
 struct Parameter {
-  std::vector<std::string> commands = {};  ///< words that start something and are not kept
+  std::vector<Command> commands = {};
+  std::string commit = {};   ///< the request that an accepted value waits for, without the path's selectors
+  bool isForceful = false;   ///< in force before that
+  bool isForUsers = false;   ///< readable by the class user
+  bool showsStored = false;  ///< a read shows the text of the row
+};
+
+/** A row of a configuration file. */
+struct Row {
+  const std::string* file = nullptr;  ///< of the catalogue's
+  std::string key = {};
 };
 
 /** The parameters by their paths without selectors, taken from the description that tmx-describe made. */
@@ -21,12 +38,33 @@ class Catalogue {
   /** The parameter of a path with or without selectors; a null pointer when there is none. */
   [[nodiscard]] const Parameter* find(std::string_view path) const;
 
-  /** Whether the value is a word that starts something, as "restart". */
-  [[nodiscard]] bool isCommand(std::string_view path, std::string_view value) const;
+  /** The command of a write, such as "restart"; a null pointer for a value. */
+  [[nodiscard]] const Command* findCommand(std::string_view path, std::string_view value) const;
+
+  /** The row that the commit of a path writes; a null pointer where it is none, or unknown. */
+  [[nodiscard]] const Row* findRow(std::string_view path) const;
+
+  /** The commit for this path, "application.event(3).status=restart", with the selectors of the layers they share. */
+  [[nodiscard]] std::string commitOf(std::string_view path) const;
+
+  /** What a request "PATH=WORD" interrupts, in words; empty for nothing. */
+  [[nodiscard]] std::string stops(std::string_view request) const;
+
+  /** Calls with each path whose value is in force before it is stored, and shown as it is stored: the two can differ.
+   */
+  template <class Visit>
+  void forEachComparable(const Visit& visit) const {
+    for (const auto& [path, row] : m_rows) {
+      const Parameter* parameter = find(path);
+      if (parameter->isForceful && parameter->showsStored) visit(path);
+    }
+  }
 
  private:
   friend class DescriptionReader;
   std::map<std::string, Parameter, std::less<>> m_parameters;
+  std::map<std::string, Row, std::less<>> m_rows;  ///< by paths with their selectors
+  std::set<std::string> m_files;
 };
 
 }  // namespace console

@@ -37,7 +37,7 @@ void Connection::answer(const Response& response) {
   if (!m_descriptor.isValid()) return;
   m_output = wire(response);
   m_limit = m_reactor.after(kTransferLimit, [this] { close(); });
-  write();
+  if (!write()) close();
 }
 
 void Connection::beginStream() {
@@ -46,18 +46,19 @@ void Connection::beginStream() {
 }
 
 void Connection::stream(std::string_view bytes) {
-  if (!m_descriptor.isValid()) return;
-  if (m_output.size() + bytes.size() > kMaxUntaken) {
-    close();
-    return;
+  if (!m_descriptor.isValid() || m_limit != 0) return;
+  if (m_output.size() + bytes.size() <= kMaxUntaken) {
+    m_output += bytes;
+    if (write()) return;
   }
-  m_output += bytes;
-  write();
+  // Whoever streams to many goes through them, and would lose one on the way.
+  m_output.clear();
+  if (m_limit == 0) m_limit = m_reactor.after(std::chrono::seconds(0), [this] { close(); });
 }
 
 void Connection::ready(short events) {
   const auto self = shared_from_this();  // whoever hears of the end lets go of it
-  if ((events & POLLOUT) != 0) write();
+  if ((events & POLLOUT) != 0 && !write()) close();
   if ((events & (POLLIN | POLLHUP | POLLERR)) != 0 && m_descriptor.isValid()) readSome();
 }
 
@@ -86,7 +87,7 @@ void Connection::readSome() {
   }
 }
 
-void Connection::write() {
+bool Connection::write() {
   while (!m_output.empty()) {
     const ssize_t sent = send(m_descriptor.get(), m_output.data(), m_output.size(), MSG_NOSIGNAL);
     if (sent > 0) {
@@ -94,15 +95,11 @@ void Connection::write() {
     } else if (errno == EAGAIN) {
       break;
     } else if (errno != EINTR) {
-      close();
-      return;
+      return false;
     }
   }
-  if (m_output.empty() && !m_isStream) {
-    close();
-  } else {
-    m_reactor.setEvents(m_descriptor.get(), m_output.empty() ? POLLIN : POLLIN | POLLOUT);
-  }
+  m_reactor.setEvents(m_descriptor.get(), m_output.empty() ? POLLIN : POLLIN | POLLOUT);
+  return m_isStream || !m_output.empty();
 }
 
 void Connection::close() {

@@ -31,7 +31,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
 
   /** Begins a stream: the browser may take its time with it, but not without an end. */
   void beginStream();
-  /** More of the stream; a browser that has left too much untaken is dropped. */
+  /** More of the stream; a browser that has left too much untaken is dropped soon. */
   void stream(std::string_view bytes);
   /** Called when the stream's browser has left or was dropped. */
   void onLeave(std::function<void()> leave) { m_leave = std::move(leave); }
@@ -39,7 +39,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
  private:
   void ready(short events);
   void readSome();
-  void write();
+  /** Sends what goes now; false when that is the end of the connection. */
+  [[nodiscard]] bool write();
   void close();
 
   Reactor& m_reactor;

@@ -7,10 +7,14 @@
 #include "local/FileDescriptor.h"
 #include "web/Account.h"
 #include "web/Catalogue.h"
+#include "web/Changes.h"
+#include "web/ConfirmFile.h"
 #include "web/Connection.h"
+#include "web/Metrics.h"
 #include "web/Reactor.h"
 #include "web/Upstream.h"
 #include "web/Viewers.h"
+#include "web/Waiting.h"
 
 namespace console {
 
@@ -22,7 +26,8 @@ class Gateway {
    * @param opener see startOpener().
    * @param page the folder of the page's files.
    */
-  Gateway(Reactor& reactor, FileDescriptor server, int opener, std::string page, Catalogue catalogue);
+  Gateway(Reactor& reactor, FileDescriptor server, int opener, std::string page, const Catalogue& catalogue,
+          const ConfirmFile& file);
 
  private:
   using Client = std::shared_ptr<Connection>;
@@ -31,17 +36,16 @@ class Gateway {
   void serve(const Client& client, const Request& request);
   void get(const Client& client, const Request& request, const Account& account, const std::string& path);
   void post(const Client& client, const Request& request, const Account& account, const std::string& path);
-  void carryOut(const Client& client, const Account& account, const std::string& body);
-  void answer(const Client& client, tmx::UserClass user, const std::vector<tmx::Item>& items,
-              const std::vector<tmx::Answer>& answers, const std::string& failure);
   void look(const Client& client, const Account& account, const std::string& body);
 
   Reactor& m_reactor;
   FileDescriptor m_server;
   std::string m_page;
-  Catalogue m_catalogue;
   Upstream m_upstream;
+  Waiting m_waiting;
   Viewers m_viewers;
+  Changes m_changes;
+  Metrics m_metrics;
   std::map<const Connection*, Client> m_connections;
 };
 

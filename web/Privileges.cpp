@@ -44,7 +44,7 @@ bool dropHeld() {
 
 bool dropCapabilities() { return dropBoundingSet() && dropHeld(); }
 
-bool becomeUser(const std::string& user, const std::string& folder) {
+bool becomeUser(const std::string& user, const std::vector<std::string>& folders) {
   const passwd* entry = getpwnam(user.c_str());
   if (entry == nullptr) {
     errno = ENOENT;
@@ -52,11 +52,13 @@ bool becomeUser(const std::string& user, const std::string& folder) {
   }
   const uid_t uid = entry->pw_uid;
   const gid_t gid = entry->pw_gid;
-  if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) return false;
-  if (!dropBoundingSet()) return false;
   const bool isThere = isMapped("uid_map", uid) && isMapped("gid_map", gid);
-  if (isThere && (chown(folder.c_str(), uid, gid) != 0 || setgroups(0, nullptr) != 0 || setresgid(gid, gid, gid) != 0 ||
-                  setresuid(uid, uid, uid) != 0)) {
+  for (const std::string& folder : folders) {
+    if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) return false;
+    if (isThere && chown(folder.c_str(), uid, gid) != 0) return false;
+  }
+  if (!dropBoundingSet()) return false;
+  if (isThere && (setgroups(0, nullptr) != 0 || setresgid(gid, gid, gid) != 0 || setresuid(uid, uid, uid) != 0)) {
     return false;
   }
   return dropHeld();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace console {
 
@@ -11,9 +12,9 @@ namespace console {
  * Becomes the user and gives up all capabilities, for good. In a user namespace that does not have the user, as in a
  * camera that was started without root, the number stays root's, and only the capabilities go.
  *
- * @param folder made where it is missing, and given to the user before; holds what outlives the process.
+ * @param folders made where they are missing, and given to the user before.
  * @return false with errno set when this process must not go on.
  */
-[[nodiscard]] bool becomeUser(const std::string& user, const std::string& folder);
+[[nodiscard]] bool becomeUser(const std::string& user, const std::vector<std::string>& folders);
 
 }  // namespace console

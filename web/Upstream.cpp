@@ -2,10 +2,12 @@
 
 #include <poll.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <utility>
 
 #include "web/Opener.h"
@@ -26,9 +28,10 @@ constexpr std::uint32_t kMaxAnswer = 262144;
 
 }  // namespace
 
-void Upstream::run(Priority priority, tmx::UserClass user, const std::vector<tmx::Item>& items, Done done) {
+void Upstream::run(Priority priority, tmx::UserClass user, const std::vector<tmx::Item>& items, Done done, Part part) {
   m_waiting.at(static_cast<std::size_t>(priority))
-      .push_back({.user = user, .requests = tmx::splitRequests(items), .done = std::move(done)});
+      .push_back(
+          {.user = user, .requests = tmx::splitRequests(items), .done = std::move(done), .part = std::move(part)});
   if (!m_job) begin();
 }
 
@@ -81,8 +84,12 @@ void Upstream::end(const tmx::Reply& reply) {
   Job job = std::move(*m_job);
   m_job.reset();
   if (isAnswered) {
-    for (tmx::Answer& answer : tmx::parseAnswers(job.requests[job.next], reply.text))
-      job.answers.push_back(std::move(answer));
+    std::vector<tmx::Answer> answers = tmx::parseAnswers(job.requests[job.next], reply.text);
+    if (job.part) {
+      job.part(answers);
+    } else {
+      std::ranges::move(answers, std::back_inserter(job.answers));
+    }
     ++job.next;
   }
   if (isAnswered && job.next < job.requests.size()) {

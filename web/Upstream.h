@@ -32,8 +32,14 @@ class Upstream {
   /** @param opener see startOpener(). */
   Upstream(Reactor& reactor, int opener) : m_reactor(reactor), m_opener(opener) {}
 
-  /** Sends items that faultOf() finds no fault with. */
-  void run(Priority priority, tmx::UserClass user, const std::vector<tmx::Item>& items, Done done);
+  using Part = std::function<void(const std::vector<tmx::Answer>& answers)>;
+
+  /**
+   * Sends items that faultOf() finds no fault with.
+   *
+   * @param part hears of the answers to each request as they come; then `done` gets none of them.
+   */
+  void run(Priority priority, tmx::UserClass user, const std::vector<tmx::Item>& items, Done done, Part part = {});
 
   /** Hears of each request whether the daemon has answered it, and of the time that it took. */
   void onAnswer(std::function<void(bool isAnswered, Clock::duration time)> heard) { m_heard = std::move(heard); }
@@ -43,6 +49,7 @@ class Upstream {
     tmx::UserClass user;
     std::vector<std::vector<tmx::Item>> requests;
     Done done;
+    Part part;
     std::size_t next = 0;  ///< of the requests
     std::vector<tmx::Answer> answers = {};
   };

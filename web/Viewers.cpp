@@ -5,10 +5,13 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <functional>
+#include <optional>
 #include <utility>
 
 #include "cli/Description.h"
 #include "cli/Json.h"
+#include "web/Guard.h"
 
 namespace console {
 namespace {
@@ -17,6 +20,7 @@ using namespace std::chrono_literals;
 
 constexpr auto kPeriod = 2s;
 constexpr auto kSlowPeriod = 10s;
+constexpr auto kComparePeriod = 4s;
 constexpr auto kSignPeriod = 15s;
 constexpr std::size_t kMaxViewers = 64;
 constexpr std::size_t kMaxValues = 3000;
@@ -24,7 +28,8 @@ constexpr std::size_t kMaxValues = 3000;
 /** What takes the daemon time, or changes with each read. */
 bool isSlow(std::string_view path) {
   const std::string bare = tmx::withoutSelectors(path);
-  return bare == "system.hardware.cpu.utilization" || bare == "system.session" || bare == "system.log";
+  return bare == "system.hardware.cpu.utilization" || bare == "system.session" || bare == "system.log" ||
+         bare == "system.model" || bare.starts_with("application.audioplay.");
 }
 
 std::string newId() {
@@ -55,6 +60,12 @@ bool Viewers::add(const std::shared_ptr<Connection>& connection, const Account& 
   connection->beginStream();
   connection->stream(eventText("hello", tmx::JsonObject().text("id", id).str()));
   if (!m_answers) connection->stream(eventText("camera", cameraEvent(false)));
+  tellPending(m_viewers[id]);
+  if (m_isConfirmTold) {
+    connection->stream(eventText("confirm", confirmText()));
+  } else {
+    tellWaiting();
+  }
   if (m_nextSign == 0) m_nextSign = m_reactor.after(kSignPeriod, [this] { keepAlive(); });
   readSoon(0s);
   return true;
@@ -88,13 +99,25 @@ const char* Viewers::faultOf(std::string_view path) {
   return nullptr;
 }
 
+void Viewers::tellWaiting() {
+  for (auto& [id, viewer] : m_viewers)
+    tellPending(viewer);
+  const bool isWaiting = m_file.exists();
+  if (std::exchange(m_isConfirmTold, isWaiting) != isWaiting)
+    streamToAll(eventText("confirm", isWaiting ? confirmText() : "null"));
+}
+
 void Viewers::noteAnswer(bool isAnswered) {
-  if (std::exchange(m_answers, isAnswered) != isAnswered) streamToAll(eventText("camera", cameraEvent(isAnswered)));
+  if (std::exchange(m_answers, isAnswered) == isAnswered) return;
+  if (!isAnswered) m_waiting.noteRestart();
+  streamToAll(eventText("camera", cameraEvent(isAnswered)));
+  tellWaiting();
 }
 
 void Viewers::remove(const std::string& id) {
   m_viewers.erase(id);
   if (!m_viewers.empty()) return;
+  m_compared = {};
   m_reactor.cancel(std::exchange(m_nextRead, 0));
   m_reactor.cancel(std::exchange(m_nextSign, 0));
   m_values.clear();
@@ -121,7 +144,7 @@ void Viewers::readAll() {
   m_isReadAgain = false;
   for (const tmx::UserClass user : {tmx::UserClass::kAdmin, tmx::UserClass::kOperator, tmx::UserClass::kUser})
     readOf(user);
-  if (m_underWay == 0) readSoon(kPeriod);
+  compareWaiting();
 }
 
 void Viewers::readOf(tmx::UserClass user) {
@@ -137,33 +160,45 @@ void Viewers::readOf(tmx::UserClass user) {
   }
   if (values.empty()) return;
   ++m_underWay;
-  m_upstream.run(Priority::Reader, user, items,
-                 [this, values](const std::vector<tmx::Answer>& answers, const std::string& /*failure*/) {
-                   take(values, answers);
-                 });
+  m_upstream.run(
+      Priority::Reader, user, items,
+      [this](const auto& /*answers*/, const std::string& /*failure*/) {
+        for (auto& [id, viewer] : m_viewers)
+          tell(viewer);
+        endRound();
+      },
+      [this, values, next = std::size_t{0}](const std::vector<tmx::Answer>& answers) mutable {
+        for (const tmx::Answer& answer : answers)
+          take(*values[next++], answer);
+      });
 }
 
-void Viewers::take(const std::vector<std::shared_ptr<Value>>& values, const std::vector<tmx::Answer>& answers) {
-  for (std::size_t i = 0; i < answers.size(); ++i) {
-    Value& value = *values[i];
-    const tmx::Answer& answer = answers[i];
-    value.read = Clock::now();
-    std::string text = tmx::unescapeValue(answer.value);
-    if (value.status == answer.status && value.hasText == answer.hasValue && value.text == text) continue;
-    value.status = answer.status;
-    value.hasText = answer.hasValue;
-    value.text = std::move(text);
-    value.changed = ++m_changes;
+void Viewers::compareWaiting() {
+  if (Clock::now() - m_compared < kComparePeriod) {
+    if (m_underWay == 0) readSoon(kPeriod);
+    return;
   }
+  m_compared = Clock::now();
+  ++m_underWay;
+  m_waiting.compare(m_upstream, [this] {
+    tellWaiting();
+    endRound();
+  });
+}
+
+void Viewers::endRound() {
   --m_underWay;
-  std::vector<std::string> ids;  // who cannot be told leaves
-  for (const auto& [id, viewer] : m_viewers)
-    ids.push_back(id);
-  for (const std::string& id : ids) {
-    if (const auto found = m_viewers.find(id); found != m_viewers.end()) tell(found->second);
-  }
-  if (m_viewers.empty()) return;
-  if (m_underWay == 0) readSoon(m_isReadAgain ? 0s : kPeriod);
+  if (m_underWay == 0 && !m_viewers.empty()) readSoon(m_isReadAgain ? 0s : kPeriod);
+}
+
+void Viewers::take(Value& value, const tmx::Answer& answer) {
+  value.read = Clock::now();
+  std::string text = tmx::unescapeValue(answer.value);
+  if (value.status == answer.status && value.hasText == answer.hasValue && value.text == text) return;
+  value.status = answer.status;
+  value.hasText = answer.hasValue;
+  value.text = std::move(text);
+  value.changed = ++m_changes;
 }
 
 /** A new view is told as a whole, once all of it has been read. */
@@ -184,17 +219,36 @@ void Viewers::tell(Viewer& viewer) const {
   if (isNew && connection) connection->stream(eventText("values", values.str()));
 }
 
+void Viewers::tellPending(Viewer& viewer) const {
+  const std::string list = m_waiting.list(viewer.account.user == tmx::UserClass::kUser);
+  const std::size_t hash = std::hash<std::string>()(list);
+  const auto connection = viewer.connection.lock();
+  if (std::exchange(viewer.pending, hash) != hash && connection) connection->stream(eventText("pending", list));
+}
+
+std::string Viewers::confirmText() const {
+  const std::optional<Applied> change = m_file.read();
+  if (!change) return "null";
+  std::string items;
+  for (const Applied::Item& item : change->items) {
+    items += (items.empty() ? "" : ", ") +
+             tmx::JsonObject().text("path", item.path).text("old", item.before).text("new", item.after).str();
+  }
+  return tmx::JsonObject()
+      .text("by", change->account.name)
+      .number("seconds", secondsLeft(kConfirmTime))
+      .member("items", "[" + items + "]")
+      .str();
+}
+
 void Viewers::keepAlive() {
   m_nextSign = m_reactor.after(kSignPeriod, [this] { keepAlive(); });
   streamToAll(": \n\n");
 }
 
 void Viewers::streamToAll(std::string_view text) const {
-  std::vector<std::shared_ptr<Connection>> connections;  // who cannot be told leaves
-  for (const auto& [id, viewer] : m_viewers)
-    connections.push_back(viewer.connection.lock());
-  for (const auto& connection : connections) {
-    if (connection) connection->stream(text);
+  for (const auto& [id, viewer] : m_viewers) {
+    if (const auto connection = viewer.connection.lock()) connection->stream(text);
   }
 }
 

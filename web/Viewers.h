@@ -10,9 +10,11 @@
 
 #include "web/Account.h"
 #include "web/Body.h"
+#include "web/ConfirmFile.h"
 #include "web/Connection.h"
 #include "web/Reactor.h"
 #include "web/Upstream.h"
+#include "web/Waiting.h"
 
 namespace console {
 
@@ -22,7 +24,8 @@ namespace console {
  */
 class Viewers {
  public:
-  Viewers(Reactor& reactor, Upstream& upstream) : m_reactor(reactor), m_upstream(upstream) {}
+  Viewers(Reactor& reactor, Upstream& upstream, Waiting& waiting, const ConfirmFile& file)
+      : m_reactor(reactor), m_upstream(upstream), m_waiting(waiting), m_file(file) {}
 
   /** Makes the connection a stream of events; false when there are too many. */
   [[nodiscard]] bool add(const std::shared_ptr<Connection>& connection, const Account& account);
@@ -33,6 +36,9 @@ class Viewers {
 
   /** Why the reader must not ask for the path again and again; a null pointer for one that it may ask for. */
   [[nodiscard]] static const char* faultOf(std::string_view path);
+
+  /** To be told when what waits, for a commit or to be confirmed, may be another. */
+  void tellWaiting();
 
   /** To be told of each request to the daemon. */
   void noteAnswer(bool isAnswered);
@@ -54,7 +60,8 @@ class Viewers {
     Account account;
     std::weak_ptr<Connection> connection;
     std::vector<std::shared_ptr<Value>> values = {};
-    std::uint64_t seen = 0;  ///< the change up to which it was told
+    std::uint64_t seen = 0;   ///< the change up to which it was told
+    std::size_t pending = 0;  ///< a hash of what it was told last of what waits
   };
 
   void remove(const std::string& id);
@@ -62,17 +69,25 @@ class Viewers {
   void readSoon(std::chrono::milliseconds time);
   void readAll();
   void readOf(tmx::UserClass user);
-  void take(const std::vector<std::shared_ptr<Value>>& values, const std::vector<tmx::Answer>& answers);
+  void compareWaiting();
+  void endRound();
+  void take(Value& value, const tmx::Answer& answer);
   void tell(Viewer& viewer) const;
+  void tellPending(Viewer& viewer) const;
+  [[nodiscard]] std::string confirmText() const;
   void keepAlive();
   void streamToAll(std::string_view text) const;
 
   Reactor& m_reactor;
   Upstream& m_upstream;
+  Waiting& m_waiting;
+  const ConfirmFile& m_file;
+  Clock::time_point m_compared = {};
+  bool m_isConfirmTold = false;
   std::map<std::string, Viewer> m_viewers;  ///< by their ids
   std::map<std::pair<tmx::UserClass, std::string>, std::weak_ptr<Value>> m_values;
   std::uint64_t m_changes = 0;
-  unsigned m_underWay = 0;  ///< classes whose values are being read
+  unsigned m_underWay = 0;  ///< parts of a round that are being read
   bool m_isReadAgain = false;
   bool m_answers = true;
   Reactor::Timer m_nextRead = 0;

@@ -1,12 +1,13 @@
 /**
  * tmx-console: the camera in a browser.
  *
- *     tmx-console [--page DIR] [--description FILE] [--state DIR] [--user NAME] [--socket SOCKET]
- *
- * is started by the web server, with the socket that it connects to as standard input.
+ *     tmx-console [OPTION…]         started by the web server, with the socket that it connects to as standard input
+ *     tmx-console guard [OPTION…]   started with the camera: puts back what nobody confirms
  */
 #include <getopt.h>
+#include <malloc.h>
 #include <sys/prctl.h>
+#include <syslog.h>
 #include <unistd.h>
 
 #include <array>
@@ -18,6 +19,7 @@
 #include <string>
 
 #include "web/Gateway.h"
+#include "web/Guard.h"
 #include "web/Opener.h"
 #include "web/Privileges.h"
 
@@ -30,14 +32,28 @@ struct Options {
   std::string state = "/mnt/flash/console";
   std::string user = "console";
   std::string socket = "/tmp/request";
+  long seconds = kConfirmTime.count();
+  bool isGuard = false;
 };
 
+constexpr const char* kUsage =
+    "usage: tmx-console [guard] [OPTION]...\n"
+    "  --page DIR          the page's files\n"
+    "  --description FILE  what tmx-describe printed\n"
+    "  --state DIR         on flash, for what outlives a restart\n"
+    "  --user NAME         the user to run as\n"
+    "  --socket SOCKET     the parameter daemon's\n"
+    "  --seconds N         guard: the time in which a change must be confirmed\n";
+constexpr int kLargeBytes = 32768;
+constexpr const char* kRunFolder = "/run/console";
+
 bool parseOptions(int argc, char** argv, Options& options) {
-  constexpr std::array<option, 6> kLongOptions{{{"page", required_argument, nullptr, 'p'},
+  constexpr std::array<option, 7> kLongOptions{{{"page", required_argument, nullptr, 'p'},
                                                 {"description", required_argument, nullptr, 'd'},
                                                 {"state", required_argument, nullptr, 'f'},
                                                 {"user", required_argument, nullptr, 'u'},
                                                 {"socket", required_argument, nullptr, 's'},
+                                                {"seconds", required_argument, nullptr, 'c'},
                                                 {nullptr, 0, nullptr, 0}}};
   int option = 0;
   while ((option = getopt_long(argc, argv, "", kLongOptions.data(), nullptr)) != -1) {
@@ -57,11 +73,15 @@ bool parseOptions(int argc, char** argv, Options& options) {
       case 's':
         options.socket = optarg;
         break;
+      case 'c':
+        options.seconds = std::atol(optarg);
+        break;
       default:
         return false;
     }
   }
-  return optind == argc;
+  options.isGuard = optind + 1 == argc && std::string(argv[optind]) == "guard";
+  return (optind == argc || options.isGuard) && options.seconds > 0;
 }
 
 [[noreturn]] void die(const std::string& what) {
@@ -70,15 +90,23 @@ bool parseOptions(int argc, char** argv, Options& options) {
 }
 
 [[noreturn]] void run(const Options& options) {
+  openlog("tmx-console", LOG_NDELAY, LOG_DAEMON);  // the log's socket may be root's
   const FileDescriptor opener = startOpener(options.socket);
   if (!opener.isValid()) die("start the opener");
   // Nothing of anybody else's is read before this.
-  if (!becomeUser(options.user, options.state)) die("become the user " + options.user);
+  if (!becomeUser(options.user, {options.state, kRunFolder})) die("become the user " + options.user);
+  const ConfirmFile file(options.state);
+  if (options.isGuard) {
+    prctl(PR_SET_NAME, "console-guard");
+    guard(file, opener.get(), std::chrono::seconds(options.seconds));
+  }
+  mallopt(M_MMAP_THRESHOLD, kLargeBytes);  // what a burst of requests took goes back
+  mallopt(M_TRIM_THRESHOLD, kLargeBytes);
   prctl(PR_SET_PDEATHSIG, SIGTERM);  // the web server that comes behind one that was killed starts another
   Catalogue catalogue;
   if (!catalogue.load(options.description)) die("read " + options.description);
   Reactor reactor;
-  const Gateway gateway(reactor, FileDescriptor(STDIN_FILENO), opener.get(), options.page, std::move(catalogue));
+  const Gateway gateway(reactor, FileDescriptor(STDIN_FILENO), opener.get(), options.page, catalogue, file);
   reactor.run();
 }
 
@@ -88,7 +116,6 @@ bool parseOptions(int argc, char** argv, Options& options) {
 int main(int argc, char** argv) {
   console::Options options;
   if (console::parseOptions(argc, argv, options)) console::run(options);
-  std::fputs("usage: tmx-console [--page DIR] [--description FILE] [--state DIR] [--user NAME] [--socket SOCKET]\n",
-             stderr);
+  std::fputs(console::kUsage, stderr);
   return 2;
 }

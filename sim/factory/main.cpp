@@ -62,7 +62,7 @@ constexpr const char* webServer =
     "\"valid-user\"),\n"
     "  \"/console\" => (\"method\" => \"basic\", \"realm\" => \"camera\", \"require\" => \"valid-user\"))\n"
     "scgi.server = (\"/console\" => ((\"bin-path\" => \"/usr/bin/tmx-console\", \"socket\" => "
-    "\"/var/run/console\",\n"
+    "\"/var/run/console.socket\",\n"
     "  \"max-procs\" => 1, \"check-local\" => \"disable\")))\n"
     "$HTTP[\"url\"] =~ \"^/console\" {\n"
     "  server.stream-response-body = 2\n"  // events go out at once, and who does not take them is not waited for

@@ -73,6 +73,7 @@ void Init::serve() {
   startNeighbours();
   [[maybe_unused]] const pid_t upreset = spawn({"upreset"}, cameraEnvironment());
   startDaemon();
+  startGuard();
   pump([this] { return m_stopping; }, -1);
   stop();
 }
@@ -92,6 +93,13 @@ void Init::startDaemon() {
   m_starter = spawn(command, daemonEnvironment(m_options.daemonVariables));
   tell("tmxd is starting");
   m_progress.reset();
+}
+
+/** What nobody confirms in the browser goes back, also behind this start. */
+void Init::startGuard() {
+  Command command{"/usr/bin/tmx-console", "guard"};
+  command.insert(command.end(), m_options.guardArguments.begin(), m_options.guardArguments.end());
+  [[maybe_unused]] const pid_t guard = spawn(command, daemonEnvironment({}));
 }
 
 /** The daemon first, while everything that it talks to is still there. */

@@ -26,6 +26,7 @@ class Init {
 
   void startNeighbours();
   void startDaemon();
+  void startGuard();
   void stop();
   bool pump(const Condition& done, int milliseconds);
   void reap();

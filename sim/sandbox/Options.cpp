@@ -20,6 +20,7 @@ constexpr const char* usage =
     "             --daemon BUILD     the build of the daemon, when it is another\n"
     "             --tmxd-arg ARG     argument for the daemon (repeatable)\n"
     "             --env NAME=VALUE   variable for the daemon (repeatable)\n"
+    "             --guard-arg ARG    argument for the console's guard (repeatable)\n"
     "             --timeout SECONDS  give up waiting; 0: do not wait\n"
     "             --quiet            no progress\n"
     "  down     stop it in order\n"
@@ -31,7 +32,7 @@ constexpr const char* usage =
     "  relay    the web server at port WORD of the host's loopback address, by default any free one\n"
     "  flash    count | cut=N[:half|:lose] | fail=N:EINTR|EIO|ENOSPC|EROFS | full | off | show\n";
 
-constexpr std::array<option, 12> longOptions{{{"home", required_argument, nullptr, 'h'},
+constexpr std::array<option, 13> longOptions{{{"home", required_argument, nullptr, 'h'},
                                               {"build", required_argument, nullptr, 'b'},
                                               {"daemon", required_argument, nullptr, 'd'},
                                               {"userland", required_argument, nullptr, 'u'},
@@ -42,6 +43,7 @@ constexpr std::array<option, 12> longOptions{{{"home", required_argument, nullpt
                                               {"timeout", required_argument, nullptr, 't'},
                                               {"tmxd-arg", required_argument, nullptr, 'a'},
                                               {"env", required_argument, nullptr, 'e'},
+                                              {"guard-arg", required_argument, nullptr, 'g'},
                                               {nullptr, 0, nullptr, 0}}};
 
 bool take(Options& options, int option, const std::string& value) {
@@ -75,6 +77,9 @@ bool take(Options& options, int option, const std::string& value) {
       return true;
     case 'a':
       options.daemonArguments.push_back(value);
+      return true;
+    case 'g':
+      options.guardArguments.push_back(value);
       return true;
     case 'e': {
       const std::size_t equals = value.find('=');

@@ -24,6 +24,7 @@ struct Options {
   int timeoutSeconds = 60;
   std::vector<std::string> daemonArguments;
   Environment daemonVariables;
+  std::vector<std::string> guardArguments;
   std::vector<std::string> words;  ///< what stands behind the options
 };
 

@@ -18,8 +18,9 @@ const name = (part) => part.replace(/\/(scene)?/, '-').replace(/-$/, '');
 async function busy(camera) {
   await camera.script('tell', 'session', 'add', 'jpeg', '2600', 'http', 'ip=192.168.0.40', 'port=80', 'fps=5', 'session=http', 'encode=0');
   await camera.script('tell', 'session', 'add', 'h264high', '4200', 'rtsp', 'ip=192.168.0.31', 'port=5004', 'fps=15', 'session=unicast', 'encode=1');
-  const rows = ['0000', 'c003', 'e007', 'e007'].map((row) => row.padEnd(6, '0'));
-  await camera.ctl('encode(2).type=h264high', 'encode(2).cbr_mode=vbr', 'encode(2).status=save', `camera.detection(motion).area=${'00'.repeat(4)}${rows.join('')}${'00'.repeat(1)}`.slice(0, 200));
+  const mask = new Array(60 * 34).fill(0).map((_, i) => (i % 60 > 40 && i % 60 < 52 && i > 60 * 9 && i < 60 * 20) || (i % 60 < 9 && i < 60 * 6));
+  const digits = Array.from({ length: 255 }, (_, i) => mask.slice(i * 8, i * 8 + 8).reduce((byte, on, bit) => byte | (on << bit), 0).toString(16).padStart(2, '0')).join('');
+  await camera.ctl('encode(2).type=h264high', 'encode(2).cbr_mode=vbr', 'encode(2).status=save', `camera.private_mask.area=${digits}`, 'camera.private_mask.status=on', 'camera.status=save');
   await camera.ctl('camera.motion.pan=s1240', 'camera.motion.tilt=s420', 'camera.position(1).status=save', 'camera.position(1).comment=Gate', 'camera.motion.pan=s610', 'camera.position(2).status=save', 'camera.position(2).comment=Yard');
   await camera.ctl('camera.scene(0).image.color=62', 'encode(1).framerate=12', 'camera.scene(0).image.enhance=40');
 }

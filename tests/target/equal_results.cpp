@@ -99,6 +99,10 @@ struct Side {
   std::map<std::string, std::deque<std::string>> heard = {};
   std::streamoff read = 0;
 
+  [[nodiscard]] bool isEmulated() const {
+    return camera.isOn() && camera.read("sandbox-output").ends_with(", emulated)\n");
+  }
+
   /** Reads on in the journal, without the time of day; the end of a program is its own affair. */
   void listen() {
     static const std::regex moment("\"t\":[0-9.]+,");
@@ -117,6 +121,8 @@ class Pair {
   bool up() {
     const auto isUp = both([](Side& side) { return side.camera.up(); });
     if (!isUp[0] || !isUp[1]) return false;
+    EXPECT_FALSE(m_native.isEmulated());
+    EXPECT_TRUE(m_other.isEmulated());
     // What moves by itself would be somewhere else in each.
     for (const Side* side : {&m_native, &m_other}) {
       side->camera.tell("gpio run=3600000");
@@ -143,6 +149,10 @@ class Pair {
     });
     EXPECT_TRUE(up()) << number;
     compareWorlds(number);
+  }
+
+  void tell(const std::string& words) {
+    both([&](Side& side) { return side.camera.tell(words); });
   }
 
   /** Asks both at the same time. */
@@ -259,6 +269,25 @@ TEST_F(EqualResults, OfStartsWithExtremeNumbersInTheFiles) {
     m_cameras.bootWith(number);
     m_cameras.take(reads());
     ASSERT_FALSE(HasFailure()) << number;
+  }
+}
+
+TEST_F(EqualResults, OfASequencerThatAnswersWithExtremeNumbers) {
+  const Texts requests = {"camera.motion.pan",
+                          "camera.motion.tilt",
+                          "camera.motion.zoom",
+                          "camera.motion.pan=+10",
+                          "camera.motion.tilt=-10",
+                          "camera.motion.zoom=+10",
+                          "camera.motion.zoom=-x1.5",
+                          "camera.position(3).status=save",
+                          "camera.position(3).status=goto",
+                          "camera.position(3).pan",
+                          "camera.position(3).tilt",
+                          "camera.position(3).zoom"};
+  for (const char* number : {"2147483648", "-2147483649", "4294967297", "9223372036854775807", "1e30", "0.1"}) {
+    m_cameras.tell("ptz pan=" + std::string(number) + " tilt=" + number + " zoom=" + number);
+    m_cameras.take(requests);
   }
 }
 

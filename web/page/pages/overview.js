@@ -10,7 +10,7 @@ const kChannels = [1, 2, 3];
 const kPins = [1, 2];
 
 /** "20261123234413" as a day and a time. */
-export const dateText = (known) => known?.replace(/^(\d{4})(\d\d)(\d\d)(\d\d)(\d\d)(\d\d)$/, '$1-$2-$3 $4:$5:$6');
+const dateText = (known) => known?.replace(/^(\d{4})(\d\d)(\d\d)(\d\d)(\d\d)(\d\d)$/, '$1-$2-$3 $4:$5:$6');
 
 /** "system alive time: 13071.69sec" as days, hours and minutes. */
 function uptime(log) {
@@ -89,8 +89,8 @@ function CardAndPins() {
 }
 
 export default function Overview() {
-  const { pending } = useStore();
-  const waits = html`<${Card} title="What waits" aside=${html`<span class="count">${pending.length}</span>`}>
+  useStore();
+  const waits = html`<${Card} title="What waits" aside=${html`<span class="count">${tree.waiting().length}</span>`}>
     <${WaitingList} empty=${html`<p class="faint">Nothing: what is in force is saved.</p>`} /><//>`;
   return html`<h1>Overview</h1><${Stacks} columns=${[[html`<${Identity} />`, html`<${Load} />`], [html`<${Now} />`, html`<${CardAndPins} />`, waits]]} /><${Served} />`;
 }

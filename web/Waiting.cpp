@@ -1,0 +1,135 @@
+#include "web/Waiting.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "cli/Json.h"
+
+namespace console {
+namespace {
+
+constexpr std::size_t kMaxWritten = 200;
+
+// How a read shows what waits.
+constexpr const char* kLive = "live";      // in force and shown
+constexpr const char* kShown = "shown";    // not in force, shown
+constexpr const char* kHidden = "hidden";  // not in force, not shown
+
+}  // namespace
+
+void Waiting::note(const Account& account, const tmx::Item& item, const tmx::Answer& answer, const Reads& reads) {
+  const std::string typed = tmx::unescapeValue(item.value);
+  if (m_catalogue.findCommand(item.path, typed) != nullptr) {
+    std::erase_if(m_written, [&](const auto& entry) { return entry.second.commit == item.text(); });
+    return;
+  }
+  const auto known = m_written.extract(item.path);
+  const std::optional<std::string> before = known.empty() ? reads.before : known.mapped().before;
+  const std::optional<std::string>& now = reads.now;
+  const Parameter* parameter = m_catalogue.find(item.path);
+  if (answer.hint.empty() || parameter == nullptr || m_written.size() >= kMaxWritten) return;
+  const Row* place = m_catalogue.findRow(item.path);
+  const std::optional<std::string> row = place == nullptr ? std::nullopt : Rows().text(*place);
+  if (parameter->isForceful && parameter->showsStored && row && now && shows(*now, *row)) {
+    m_differences.erase(item.path);  // what was stored is in force again
+    return;
+  }
+  if (!parameter->isForceful && before == item.value) return;  // put back before it was in force
+  const bool showsOld = before ? now == before : now != item.value;
+  m_written[item.path] = {.typed = typed,
+                          .by = account.name,
+                          .live = tmx::unescapeValue(now.value_or("")),
+                          .before = before,
+                          .row = row,
+                          .commit = answer.hint,
+                          .kind = parameter->isForceful ? kLive
+                                  : showsOld            ? kHidden
+                                                        : kShown,
+                          .at = Clock::now()};
+}
+
+void Waiting::noteRestart() {
+  m_written.clear();
+  m_differences.clear();
+}
+
+/** As an administrator, since a list is cut to what its reader may see. */
+void Waiting::compare(Upstream& upstream, std::function<void()> done) {
+  std::vector<tmx::Item> reads;
+  m_catalogue.forEachComparable([&](const std::string& path) { reads.push_back(tmx::Item::read(path)); });
+  upstream.run(
+      Priority::Reader, tmx::UserClass::kAdmin, reads,
+      [done = std::move(done)](const auto& /*answers*/, const std::string& /*failure*/) { done(); },
+      [this, begin = Clock::now()](const std::vector<tmx::Answer>& answers) { take(answers, begin); });
+}
+
+void Waiting::take(const std::vector<tmx::Answer>& answers, Clock::time_point begin) {
+  Rows rows;
+  for (const tmx::Answer& answer : answers) {
+    const std::optional<std::string> stored = rows.text(*m_catalogue.findRow(answer.path));
+    if (!answer.hasValue || !answer.accepted() || !stored) continue;
+    const auto known = m_differences.find(answer.path);
+    if (!shows(answer.value, *stored)) {
+      const int rounds = known == m_differences.end() ? 1 : known->second.rounds + 1;
+      m_differences[answer.path] = {tmx::unescapeValue(answer.value), *stored, rounds};
+      continue;
+    }
+    if (known != m_differences.end()) m_differences.erase(known);
+    const auto written = m_written.find(answer.path);
+    if (written != m_written.end() && written->second.at < begin) m_written.erase(written);
+  }
+  // Whose row has changed was taken over, by whomever.
+  std::erase_if(m_written, [&](const auto& entry) {
+    const Row* row = m_catalogue.findRow(entry.first);
+    const std::optional<std::string> now = row == nullptr ? std::nullopt : rows.text(*row);
+    return entry.second.at < begin && entry.second.row && now && *now != *entry.second.row;
+  });
+}
+
+/** One round may have met a save that was under way. */
+bool Waiting::isShown(const Difference& difference) { return difference.rounds > 1; }
+
+std::string Waiting::list(bool isForUsers) const {
+  std::string text;
+  const auto add = [&](const std::string& path, const Written* written, const Difference* difference) {
+    if (isForUsers && !m_catalogue.find(path)->isForUsers) return;
+    text += (text.empty() ? "" : ", ") + entry(path, written, difference);
+  };
+  for (const auto& [path, written] : m_written) {
+    const auto difference = m_differences.find(path);
+    add(path, &written, difference == m_differences.end() ? nullptr : &difference->second);
+  }
+  for (const auto& [path, difference] : m_differences) {
+    if (!m_written.contains(path) && isShown(difference)) add(path, nullptr, &difference);
+  }
+  return "[" + text + "]";
+}
+
+std::size_t Waiting::count() const {
+  const auto isFound = [this](const auto& entry) { return !m_written.contains(entry.first) && isShown(entry.second); };
+  return m_written.size() + static_cast<std::size_t>(std::ranges::count_if(m_differences, isFound));
+}
+
+std::string Waiting::entry(const std::string& path, const Written* written, const Difference* difference) const {
+  const std::string& live = difference != nullptr ? difference->live : written->live;
+  const char* kind = written != nullptr ? written->kind : kLive;
+  const std::string commit = written != nullptr ? written->commit : m_catalogue.commitOf(path);
+  tmx::JsonObject object;
+  object.text("path", path).text("live", live);
+  if (difference != nullptr) {
+    object.text("stored", tmx::unescapeValue(difference->stored));
+  } else if (written->row && m_catalogue.find(path)->showsStored) {
+    object.text("stored", tmx::unescapeValue(*written->row));
+  } else if (written->before) {
+    object.text("stored", tmx::unescapeValue(*written->before));
+  }
+  if (written != nullptr) {
+    object.text("typed", written->typed).text("by", written->by);
+    if (kind != kHidden && live != written->typed) object.text("taken", live);
+  }
+  object.text("kind", kind).text("commit", commit);
+  if (const std::string stops = m_catalogue.stops(commit); !stops.empty()) object.text("stops", stops);
+  return object.str();
+}
+
+}  // namespace console
