@@ -10,7 +10,7 @@ set -euo pipefail
 
 cache=$1 folder=$2 architecture=$3 library=${4-}
 root=$cache/root
-packages=(tmxd tmxctl)
+packages=(tmxd tmxctl tmx-console)
 emulator=qemu-arm
 if [[ -z $library ]]; then
   packages+=(tmx-camera)
@@ -99,7 +99,8 @@ check_silence() {
 }
 
 check_client() {
-  expect "tmxctl 0.8" inside $emulator /usr/bin/tmxctl --version
+  # shellcheck disable=SC2016 # the variable is dpkg's
+  expect "tmxctl $(inside dpkg-query -W -f '${Version}' tmxctl)" inside $emulator /usr/bin/tmxctl --version
   expect "1 to 30" inside $emulator /usr/bin/tmxctl show 'encode(1).framerate'
 }
 
@@ -110,6 +111,10 @@ check_camera() {
   expect "202 Accepted" inside tmx-camera ctl camera.scene.image.gamma=0.45
   expect "set 0x60 image" inside tmx-camera journal
   expect "ok" inside tmx-camera tell detection down
+  expect "HTTP/1.0 200 OK" inside tmx-camera exec bash -c 'htpasswd -bm /etc/lighttpd/.htpasswd admin admin
+    exec 3<>/dev/tcp/127.0.0.1/80
+    printf "GET /console/ HTTP/1.0\r\nAuthorization: Basic YWRtaW46YWRtaW4=\r\n\r\n" >&3
+    head -c 500 <&3 | tr -d "\0"'
   expect "setLogLevel" inside tmx-camera log
   inside tmx-camera down
 }

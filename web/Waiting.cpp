@@ -17,14 +17,15 @@ constexpr const char* kHidden = "hidden";  // not in force, not shown
 
 }  // namespace
 
-void Waiting::note(const Account& account, const tmx::Item& item, const tmx::Answer& answer,
-                   const std::optional<std::string>& now) {
+void Waiting::note(const Account& account, const tmx::Item& item, const tmx::Answer& answer, const Reads& reads) {
   const std::string typed = tmx::unescapeValue(item.value);
   if (m_catalogue.findCommand(item.path, typed) != nullptr) {
     std::erase_if(m_written, [&](const auto& entry) { return entry.second.commit == item.text(); });
     return;
   }
-  m_written.erase(item.path);
+  const auto known = m_written.extract(item.path);
+  const std::optional<std::string> before = known.empty() ? reads.before : known.mapped().before;
+  const std::optional<std::string>& now = reads.now;
   const Parameter* parameter = m_catalogue.find(item.path);
   if (answer.hint.empty() || parameter == nullptr || m_written.size() >= kMaxWritten) return;
   const Row* place = m_catalogue.findRow(item.path);
@@ -33,10 +34,12 @@ void Waiting::note(const Account& account, const tmx::Item& item, const tmx::Ans
     m_differences.erase(item.path);  // what was stored is in force again
     return;
   }
-  const bool showsOld = row ? now && shows(*now, *row) : now != item.value;
+  if (!parameter->isForceful && before == item.value) return;  // put back before it was in force
+  const bool showsOld = before ? now == before : now != item.value;
   m_written[item.path] = {.typed = typed,
                           .by = account.name,
                           .live = tmx::unescapeValue(now.value_or("")),
+                          .before = before,
                           .row = row,
                           .commit = answer.hint,
                           .kind = parameter->isForceful ? kLive
@@ -117,6 +120,8 @@ std::string Waiting::entry(const std::string& path, const Written* written, cons
     object.text("stored", tmx::unescapeValue(difference->stored));
   } else if (written->row && m_catalogue.find(path)->showsStored) {
     object.text("stored", tmx::unescapeValue(*written->row));
+  } else if (written->before) {
+    object.text("stored", tmx::unescapeValue(*written->before));
   }
   if (written != nullptr) {
     object.text("typed", written->typed).text("by", written->by);

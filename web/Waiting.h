@@ -23,9 +23,13 @@ class Waiting {
  public:
   explicit Waiting(const Catalogue& catalogue) : m_catalogue(catalogue) {}
 
-  /** A write that was accepted, and what a read shows behind it, on the wire; nothing where it cannot be read. */
-  void note(const Account& account, const tmx::Item& item, const tmx::Answer& answer,
-            const std::optional<std::string>& now);
+  /** What a read shows in front of a write and behind it, on the wire; nothing where it cannot be read. */
+  struct Reads {
+    std::optional<std::string> before;
+    std::optional<std::string> now;
+  };
+  /** A write that was accepted. */
+  void note(const Account& account, const tmx::Item& item, const tmx::Answer& answer, const Reads& reads);
   /** The daemon was gone: what was staged is lost. */
   void noteRestart();
 
@@ -41,8 +45,9 @@ class Waiting {
   struct Written {
     std::string typed;
     std::string by;
-    std::string live;                ///< what a read shows
-    std::optional<std::string> row;  ///< the row's text when it was written
+    std::string live;                   ///< what a read shows
+    std::optional<std::string> before;  ///< what a read showed in front of the first of the writes, on the wire
+    std::optional<std::string> row;     ///< the row's text when it was written
     std::string commit;
     const char* kind;
     Clock::time_point at;

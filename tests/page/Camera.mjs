@@ -13,13 +13,14 @@ export const installed = createRequire(join(root, 'build/page-tests/package.json
 
 const run = promisify(execFile);
 const kChromium = '/usr/bin/chromium';
+const kPatience = 120000;  // ms; a busy machine is no fault
 export const kPassword = 'secret-of-test';
 
 export class Camera {
   static async boot() {
     const camera = new Camera();
     camera.home = await mkdtemp('/dev/shm/tmx-page-');
-    await camera.script('up');
+    await camera.script('up', '--guard-arg=--seconds=20');  // the pages say 90; nobody need wait for that here
     for (const account of ['admin', 'operator', 'user']) await camera.ctl(`system.password.${account}=${kPassword}`);
     await camera.openPage();
     return camera;
@@ -64,7 +65,7 @@ export const complaints = [];
 export async function visit(browser, camera, user, part, options = {}) {
   const context = await browser.newContext({ httpCredentials: { username: user, password: kPassword }, viewport: { width: 1280, height: 860 }, ...options });
   const page = await context.newPage();
-  page.setDefaultTimeout(20000);
+  page.setDefaultTimeout(kPatience);
   page.on('pageerror', (error) => complaints.push(error.stack));
   page.on('console', (message) => {
     if (message.type() === 'error' && !/Failed to load resource|ERR_/.test(message.text())) complaints.push(message.text());

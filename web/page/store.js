@@ -191,7 +191,7 @@ const onEvent = {
   hello: ({ id }) => {
     viewer = id;
     hasValues = false;
-    set({ linked: true, lostAt: 0 });
+    set({ linked: true, lostAt: 0, answers: true, confirm: null });  // else the next event says so
     sendView();
   },
   values: (changed) => {
