@@ -15,6 +15,13 @@ constexpr const char* kLive = "live";      // in force and shown
 constexpr const char* kShown = "shown";    // not in force, shown
 constexpr const char* kHidden = "hidden";  // not in force, not shown
 
+/** A scene is written by its number, as the one in force; it is read without, since a number selects it for all
+ * clients. */
+std::string shownAt(const std::string& path) {
+  const std::string_view scene = "camera.scene(";
+  return path.starts_with(scene) ? "camera.scene" + path.substr(path.find(')') + 1) : path;
+}
+
 }  // namespace
 
 void Waiting::note(const Account& account, const tmx::Item& item, const tmx::Answer& answer, const Reads& reads) {
@@ -23,29 +30,30 @@ void Waiting::note(const Account& account, const tmx::Item& item, const tmx::Ans
     std::erase_if(m_written, [&](const auto& entry) { return entry.second.commit == item.text(); });
     return;
   }
-  const auto known = m_written.extract(item.path);
+  const std::string path = shownAt(item.path);
+  const auto known = m_written.extract(path);
   const std::optional<std::string> before = known.empty() ? reads.before : known.mapped().before;
   const std::optional<std::string>& now = reads.now;
-  const Parameter* parameter = m_catalogue.find(item.path);
+  const Parameter* parameter = m_catalogue.find(path);
   if (answer.hint.empty() || parameter == nullptr || m_written.size() >= kMaxWritten) return;
-  const Row* place = m_catalogue.findRow(item.path);
+  const Row* place = m_catalogue.findRow(path);
   const std::optional<std::string> row = place == nullptr ? std::nullopt : Rows().text(*place);
   if (parameter->isForceful && parameter->showsStored && row && now && shows(*now, *row)) {
-    m_differences.erase(item.path);  // what was stored is in force again
+    m_differences.erase(path);  // what was stored is in force again
     return;
   }
   if (!parameter->isForceful && before == item.value) return;  // put back before it was in force
   const bool showsOld = before ? now == before : now != item.value;
-  m_written[item.path] = {.typed = typed,
-                          .by = account.name,
-                          .live = tmx::unescapeValue(now.value_or("")),
-                          .before = before,
-                          .row = row,
-                          .commit = answer.hint,
-                          .kind = parameter->isForceful ? kLive
-                                  : showsOld            ? kHidden
-                                                        : kShown,
-                          .at = Clock::now()};
+  m_written[path] = {.typed = typed,
+                     .by = account.name,
+                     .live = tmx::unescapeValue(now.value_or("")),
+                     .before = before,
+                     .row = row,
+                     .commit = answer.hint,
+                     .kind = parameter->isForceful ? kLive
+                             : showsOld            ? kHidden
+                                                   : kShown,
+                     .at = Clock::now()};
 }
 
 void Waiting::noteRestart() {
@@ -57,6 +65,9 @@ void Waiting::noteRestart() {
 void Waiting::compare(Upstream& upstream, std::function<void()> done) {
   std::vector<tmx::Item> reads;
   m_catalogue.forEachComparable([&](const std::string& path) { reads.push_back(tmx::Item::read(path)); });
+  for (const auto& [path, written] : m_written) {
+    if (written.kind != kHidden && !m_catalogue.find(path)->showsStored) reads.push_back(tmx::Item::read(path));
+  }
   upstream.run(
       Priority::Reader, tmx::UserClass::kAdmin, reads,
       [done = std::move(done)](const auto& /*answers*/, const std::string& /*failure*/) { done(); },
@@ -66,6 +77,10 @@ void Waiting::compare(Upstream& upstream, std::function<void()> done) {
 void Waiting::take(const std::vector<tmx::Answer>& answers, Clock::time_point begin) {
   Rows rows;
   for (const tmx::Answer& answer : answers) {
+    if (!m_catalogue.find(answer.path)->showsStored) {
+      takeWritten(answer, begin);
+      continue;
+    }
     const std::optional<std::string> stored = rows.text(*m_catalogue.findRow(answer.path));
     if (!answer.hasValue || !answer.accepted() || !stored) continue;
     const auto known = m_differences.find(answer.path);
@@ -76,7 +91,8 @@ void Waiting::take(const std::vector<tmx::Answer>& answers, Clock::time_point be
     }
     if (known != m_differences.end()) m_differences.erase(known);
     const auto written = m_written.find(answer.path);
-    if (written != m_written.end() && written->second.at < begin) m_written.erase(written);
+    const bool isGone = written != m_written.end() && written->second.kind != kHidden && written->second.at < begin;
+    if (isGone) m_written.erase(written);
   }
   // Whose row has changed was taken over, by whomever.
   std::erase_if(m_written, [&](const auto& entry) {
@@ -84,6 +100,14 @@ void Waiting::take(const std::vector<tmx::Answer>& answers, Clock::time_point be
     const std::optional<std::string> now = row == nullptr ? std::nullopt : rows.text(*row);
     return entry.second.at < begin && entry.second.row && now && *now != *entry.second.row;
   });
+}
+
+/** Where flash does not tell, what was there in front of the write does: a refused commit may have brought it back. */
+void Waiting::takeWritten(const tmx::Answer& answer, Clock::time_point begin) {
+  const auto written = m_written.find(answer.path);
+  if (written == m_written.end() || written->second.at >= begin || !answer.hasValue) return;
+  written->second.live = tmx::unescapeValue(answer.value);
+  if (written->second.before == answer.value) m_written.erase(written);
 }
 
 /** One round may have met a save that was under way. */
@@ -112,7 +136,7 @@ std::size_t Waiting::count() const {
 
 std::string Waiting::entry(const std::string& path, const Written* written, const Difference* difference) const {
   const std::string& live = difference != nullptr ? difference->live : written->live;
-  const char* kind = written != nullptr ? written->kind : kLive;
+  const char* kind = written != nullptr ? written->kind : m_catalogue.find(path)->isForceful ? kLive : kShown;
   const std::string commit = written != nullptr ? written->commit : m_catalogue.commitOf(path);
   tmx::JsonObject object;
   object.text("path", path).text("live", live);

@@ -52,7 +52,7 @@ class Waiting {
     const char* kind;
     Clock::time_point at;
   };
-  /** A value in force that is not the stored one. */
+  /** A value that a read shows and that is not the stored one. */
   struct Difference {
     std::string live;
     std::string stored;
@@ -60,6 +60,7 @@ class Waiting {
   };
 
   void take(const std::vector<tmx::Answer>& answers, Clock::time_point begin);
+  void takeWritten(const tmx::Answer& answer, Clock::time_point begin);
   [[nodiscard]] std::string entry(const std::string& path, const Written* written, const Difference* difference) const;
   [[nodiscard]] static bool isShown(const Difference& difference);
 

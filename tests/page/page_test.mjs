@@ -130,16 +130,18 @@ test("another client's change appears, and leaves alone what is being typed", as
   await page.context().close();
 });
 
-test('a refused commit says why', async () => {
+test('a commit shows what it takes along of others, and why it was refused', async () => {
   const page = await visit(browser, camera, 'admin', 'search/encode.type');
   await field(page, 'encode(2).type').locator('select').selectOption('h264high');
-  await page.goto(`${camera.page}#/search/encode.cbr_mode`);
-  await field(page, 'encode(2).cbr_mode').getByText('afs').click();
+  await camera.ctl('encode(2).cbr_mode=afs');
   await bar(page).click();
+  await page.locator('.waiting .group').getByText('by another client').waitFor();
   await page.locator('.waiting').getByRole('button', { name: 'Commit' }).click();
+  await page.getByRole('dialog').getByText('encode(2).cbr_mode').waitFor();
   await page.getByRole('dialog').getByRole('button', { name: 'Commit' }).click();
   await page.getByRole('dialog').getByText('Not possible as the camera is now (412)').waitFor();
   await page.getByRole('dialog').getByRole('button', { name: 'Close' }).click();
+  await bar(page).waitFor({ state: 'detached' });  // the camera has taken back what was staged
   await page.context().close();
 });
 

@@ -53,13 +53,12 @@ export function Dialogs() {
 /** What waits behind the commit besides what is sent with it, and what a restart of the camera would lose. */
 export function consequences(commit, sentPaths = []) {
   const sent = new Set(sentPaths.map(tree.canonical));
-  const waiting = tree.waiting();
-  const along = waiting.filter((item) => tree.takesAlong(commit, item.commit) && !sent.has(tree.canonical(item.path)));
+  const along = state.pending.filter((item) => tree.takesAlong(commit, item.commit) && !sent.has(tree.canonical(item.path)));
   const path = tree.bare(commit.slice(0, commit.lastIndexOf('=')));
   const word = commit.slice(commit.lastIndexOf('=') + 1);
   const own = tree.find(path)?.commands?.find((one) => one.word === word)?.stops;
   const stops = [...new Set([own, ...along.map((item) => item.stops)].filter(Boolean))];
-  const lost = stops.includes('the camera') ? waiting.filter((item) => !along.includes(item) && !sent.has(tree.canonical(item.path))) : [];
+  const lost = stops.includes('the camera') ? state.pending.filter((item) => !along.includes(item) && !sent.has(tree.canonical(item.path))) : [];
   return { along, stops, lost };
 }
 

@@ -61,18 +61,8 @@ export function canonical(path) {
   return pathOf(parameter, chosen);
 }
 
-/** The changes that wait, one for each parameter: a change in a scene may be known with its number and without. */
-export function waiting() {
-  const byPath = new Map();
-  for (const item of state.pending) {
-    const path = canonical(item.path);
-    const known = byPath.get(path);
-    byPath.set(path, known?.typed === undefined ? { ...known, ...item } : { ...item, ...known });
-  }
-  return [...byPath.values()];
-}
-
-export const waitingAt = (path) => waiting().find((item) => canonical(item.path) === canonical(path));
+/** The change that waits at a parameter. */
+export const waitingAt = (path) => state.pending.find((item) => canonical(item.path) === canonical(path));
 
 const right = (parameter, at) => {
   const rights = state.me && parameter.rights[state.me.class];

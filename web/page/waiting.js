@@ -9,7 +9,7 @@ const kKinds = { live: 'in force, not saved', shown: 'staged, and shown', hidden
 /** The changes that wait, by the commit that takes them over. */
 function groups() {
   const byCommit = new Map();
-  for (const item of tree.waiting()) {
+  for (const item of state.pending) {
     const key = tree.family(item.commit);
     if (!byCommit.has(key)) byCommit.set(key, { commit: item.commit, items: [] });
     byCommit.get(key).items.push(item);
@@ -80,7 +80,7 @@ export function WaitingBar() {
   useStore();
   const [open, setOpen] = useState(false);
   const all = groups();
-  const count = tree.waiting().length;
+  const count = state.pending.length;
   if (!count) return null;
   const words = `${count} ${count === 1 ? 'change waits' : 'changes wait'}`;
   return html`<aside class="waiting" aria-label="Changes that wait">

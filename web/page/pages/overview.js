@@ -89,8 +89,8 @@ function CardAndPins() {
 }
 
 export default function Overview() {
-  useStore();
-  const waits = html`<${Card} title="What waits" aside=${html`<span class="count">${tree.waiting().length}</span>`}>
+  const { pending } = useStore();
+  const waits = html`<${Card} title="What waits" aside=${html`<span class="count">${pending.length}</span>`}>
     <${WaitingList} empty=${html`<p class="faint">Nothing: what is in force is saved.</p>`} /><//>`;
   return html`<h1>Overview</h1><${Stacks} columns=${[[html`<${Identity} />`, html`<${Load} />`], [html`<${Now} />`, html`<${CardAndPins} />`, waits]]} /><${Served} />`;
 }

@@ -52,10 +52,10 @@ function useSceneNames(inForce) {
 }
 
 function Scene() {
-  useStore();
+  const { pending } = useStore();
   const inForce = text(useValue('camera.scene.status'));
   const names = useSceneNames(inForce);
-  const unsaved = tree.waiting().filter(({ path }) => /^camera\.scene\b/.test(path));
+  const unsaved = pending.filter(({ path }) => /^camera\.scene\b/.test(path));
   const canGo = may('camera.scene.status');
   const go = async (n) => {
     if (String(n) === inForce) return;
