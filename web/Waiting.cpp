@@ -115,16 +115,20 @@ bool Waiting::isShown(const Difference& difference) { return difference.rounds >
 
 std::string Waiting::list(bool isForUsers) const {
   std::string text;
-  const auto add = [&](const std::string& path, const Written* written, const Difference* difference) {
+  const auto add = [&](const std::string& path, const auto& makeEntry) {
     if (isForUsers && !m_catalogue.find(path)->isForUsers) return;
-    text += (text.empty() ? "" : ", ") + entry(path, written, difference);
+    text += (text.empty() ? "" : ", ") + makeEntry();
   };
   for (const auto& [path, written] : m_written) {
     const auto difference = m_differences.find(path);
-    add(path, &written, difference == m_differences.end() ? nullptr : &difference->second);
+    const bool differs = difference != m_differences.end();
+    add(path, [&, &path = path, &written = written] {
+      return entry(path, written, differs ? &difference->second : nullptr);
+    });
   }
   for (const auto& [path, difference] : m_differences) {
-    if (!m_written.contains(path) && isShown(difference)) add(path, nullptr, &difference);
+    if (m_written.contains(path) || !isShown(difference)) continue;
+    add(path, [&, &path = path, &difference = difference] { return entry(path, difference); });
   }
   return "[" + text + "]";
 }
@@ -134,23 +138,25 @@ std::size_t Waiting::count() const {
   return m_written.size() + static_cast<std::size_t>(std::ranges::count_if(m_differences, isFound));
 }
 
-std::string Waiting::entry(const std::string& path, const Written* written, const Difference* difference) const {
-  const std::string& live = difference != nullptr ? difference->live : written->live;
-  const char* kind = written != nullptr ? written->kind : m_catalogue.find(path)->isForceful ? kLive : kShown;
-  const std::string commit = written != nullptr ? written->commit : m_catalogue.commitOf(path);
+std::string Waiting::entry(const std::string& path, const Written& written, const Difference* difference) const {
+  const std::string& live = difference != nullptr ? difference->live : written.live;
+  std::optional<std::string> stored = written.before;
+  if (written.row && m_catalogue.find(path)->showsStored) stored = written.row;
+  if (difference != nullptr) stored = difference->stored;
   tmx::JsonObject object;
-  object.text("path", path).text("live", live);
-  if (difference != nullptr) {
-    object.text("stored", tmx::unescapeValue(difference->stored));
-  } else if (written->row && m_catalogue.find(path)->showsStored) {
-    object.text("stored", tmx::unescapeValue(*written->row));
-  } else if (written->before) {
-    object.text("stored", tmx::unescapeValue(*written->before));
-  }
-  if (written != nullptr) {
-    object.text("typed", written->typed).text("by", written->by);
-    if (kind != kHidden && live != written->typed) object.text("taken", live);
-  }
+  object.text("path", path).text("live", live).text("typed", written.typed).text("by", written.by);
+  if (stored) object.text("stored", tmx::unescapeValue(*stored));
+  if (written.kind != kHidden && live != written.typed) object.text("taken", live);
+  return withCommit(object, written.kind, written.commit);
+}
+
+std::string Waiting::entry(const std::string& path, const Difference& difference) const {
+  tmx::JsonObject object;
+  object.text("path", path).text("live", difference.live).text("stored", tmx::unescapeValue(difference.stored));
+  return withCommit(object, m_catalogue.find(path)->isForceful ? kLive : kShown, m_catalogue.commitOf(path));
+}
+
+std::string Waiting::withCommit(tmx::JsonObject& object, const char* kind, const std::string& commit) const {
   object.text("kind", kind).text("commit", commit);
   if (const std::string stops = m_catalogue.stops(commit); !stops.empty()) object.text("stops", stops);
   return object.str();

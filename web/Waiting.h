@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/Item.h"
+#include "cli/Json.h"
 #include "web/Account.h"
 #include "web/Catalogue.h"
 #include "web/Reactor.h"
@@ -61,7 +62,9 @@ class Waiting {
 
   void take(const std::vector<tmx::Answer>& answers, Clock::time_point begin);
   void takeWritten(const tmx::Answer& answer, Clock::time_point begin);
-  [[nodiscard]] std::string entry(const std::string& path, const Written* written, const Difference* difference) const;
+  [[nodiscard]] std::string entry(const std::string& path, const Written& written, const Difference* difference) const;
+  [[nodiscard]] std::string entry(const std::string& path, const Difference& difference) const;
+  [[nodiscard]] std::string withCommit(tmx::JsonObject& object, const char* kind, const std::string& commit) const;
   [[nodiscard]] static bool isShown(const Difference& difference);
 
   const Catalogue& m_catalogue;

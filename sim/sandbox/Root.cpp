@@ -8,6 +8,8 @@
 
 #include <cerrno>
 
+#include "sim/sandbox/Home.h"
+
 namespace sim {
 
 namespace fs = std::filesystem;
@@ -110,9 +112,10 @@ void Root::etc() const {
     makeDirectory("etc/alternatives");
     bind("/etc/alternatives", "etc/alternatives", true);
   }
-  put("etc/passwd",
-      "root:x:0:0:root:/:/bin/sh\nconsole:x:200:200:console:/:/bin/false\nnobody:x:65534:65534:nobody:/:/bin/false\n");
-  put("etc/group", "root:x:0:\ntty:x:5:\nconsole:x:200:\nnogroup:x:65534:\n");
+  const std::string user = std::to_string(consoleUser);
+  put("etc/passwd", "root:x:0:0:root:/:/bin/sh\nconsole:x:" + user + ":" + user +
+                        ":console:/:/bin/false\nnobody:x:65534:65534:nobody:/:/bin/false\n");
+  put("etc/group", "root:x:0:\ntty:x:5:\nconsole:x:" + user + ":\nnogroup:x:65534:\n");
   put("etc/hosts", "127.0.0.1 localhost\n");
   put("etc/resolv.conf", "");
   put("etc/version", "1.00.003\n");

@@ -62,6 +62,7 @@ Fd Supervisor::start() {
   const std::string power = m_home.run("power");
   unlink(power.c_str());
   if (mkfifo(power.c_str(), 0600) != 0) die("make " + power);
+  m_home.giveToConsole("power");
   m_power = Fd(open(power.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
   writeFile(m_home.run("boots"), "0\n");
 

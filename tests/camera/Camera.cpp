@@ -113,6 +113,9 @@ std::vector<std::string> Camera::upWords() const {
   for (const std::string& argument : m_options.daemonArguments) {
     words.insert(words.end(), {"--tmxd-arg", argument});
   }
+  for (const std::string& argument : m_options.guardArguments) {
+    words.insert(words.end(), {"--guard-arg", argument});
+  }
   return words;
 }
 
@@ -307,6 +310,15 @@ int Camera::exec(const std::vector<std::string>& words) const {
 
 bool Camera::isLogged(std::string_view text) const {
   return eventually([&] { return log().find(text) != std::string::npos; });
+}
+
+std::string Camera::pageStatus(const std::string& page, const std::string& account, const std::string& password) const {
+  const std::string script = "login=$(printf '%s' '" + account + ":" + password +
+                             "' | openssl base64 -A); exec 3<>/dev/tcp/127.0.0.1/80; " + "printf 'GET " + page +
+                             " HTTP/1.0\\r\\nAuthorization: Basic %s\\r\\n\\r\\n' \"$login\" >&3; " +
+                             "read -r version status rest <&3; printf '%s' \"$status\" > /run/camera/page";
+  exec({"/bin/bash", "-c", script});
+  return read("run/page");
 }
 
 std::string Camera::shell(const std::string& line) const {

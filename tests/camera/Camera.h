@@ -26,6 +26,7 @@ struct CameraOptions {
   std::string model = {};
   std::vector<std::string> without = {};
   std::vector<std::string> daemonArguments = {};
+  std::vector<std::string> guardArguments = {};  ///< of the console's guard
   bool isNative = false;  ///< with this machine's daemon, also where TMX_DAEMON names another's build
 };
 
@@ -102,6 +103,8 @@ class Camera {
   int exec(const std::vector<std::string>& words) const;
   /** What a line of shell prints inside, without its last line end. */
   std::string shell(const std::string& line) const;
+  /** The web server's status for a page, asked for with this login. */
+  std::string pageStatus(const std::string& page, const std::string& account, const std::string& password) const;
 
  private:
   [[nodiscard]] Texts upWords() const;

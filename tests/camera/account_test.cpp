@@ -25,14 +25,9 @@ class AccountTest : public CameraTest {
     return camera().exec({"htpasswd", "-vb", "/etc/lighttpd/.htpasswd", account, password}) == 0;
   }
 
-  /** The web server's status for its guarded pages, asked for with this login. */
+  /** The web server's status for its guarded pages. */
   static std::string pageStatus(const std::string& account, const std::string& password) {
-    const std::string script =
-        "login=$(printf '%s' '" + account + ":" + password +
-        "' | openssl base64 -A); exec 3<>/dev/tcp/127.0.0.1/80; printf 'GET /setup/ HTTP/1.0\\r\\nAuthorization: Basic "
-        "%s\\r\\n\\r\\n' \"$login\" >&3; read -r version status rest <&3; printf '%s' \"$status\" > /run/camera/page";
-    camera().exec({"/bin/bash", "-c", script});
-    return camera().read("run/page");
+    return camera().pageStatus("/setup/", account, password);
   }
 };
 

@@ -5,8 +5,8 @@ import { Camera, openBrowser, visit } from './Camera.mjs';
 
 const folder = process.argv[2];
 
-const kParts = ['overview', 'picture/scene', 'picture/areas', 'picture/position', 'streams', 'network', 'alarms', 'recording', 'users', 'maintenance', 'journal', 'search/rate'];
-const kPhoneParts = ['overview', 'picture/scene', 'network'];
+const kParts = ['overview', 'picture/scene', 'picture/areas', 'picture/position', 'streams', 'network', 'alarms', 'recording', 'users', 'maintenance', 'journal'];
+const kPhoneParts = ['overview', 'picture/scene'];
 const kDesk = { width: 1280, height: 860 };
 const kPhone = { width: 390, height: 800 };
 const kSettling = 2500;   // ms until the values of a part are there
@@ -22,7 +22,19 @@ async function busy(camera) {
   const digits = Array.from({ length: 255 }, (_, i) => mask.slice(i * 8, i * 8 + 8).reduce((byte, on, bit) => byte | (on << bit), 0).toString(16).padStart(2, '0')).join('');
   await camera.ctl('encode(2).type=h264high', 'encode(2).cbr_mode=vbr', 'encode(2).status=save', `camera.private_mask.area=${digits}`, 'camera.private_mask.status=on', 'camera.status=save');
   await camera.ctl('camera.motion.pan=s1240', 'camera.motion.tilt=s420', 'camera.position(1).status=save', 'camera.position(1).comment=Gate', 'camera.motion.pan=s610', 'camera.position(2).status=save', 'camera.position(2).comment=Yard');
-  await camera.ctl('camera.scene(0).image.color=62', 'encode(1).framerate=12', 'camera.scene(0).image.enhance=40');
+  await camera.ctl('camera.scene(0).image.color=62', 'camera.scene(0).image.enhance=40');
+}
+
+/** The bar of what waits, opened, with a value that was taken as another. */
+async function takeWaiting(page, file) {
+  await page.goto(`${page.url().split('#')[0]}#/search/encode.framerate`);
+  const box = page.locator('[data-path="encode(1).framerate"] input[type=number]');
+  await box.fill('12');
+  await box.press('Enter');
+  await page.getByText('12 was taken as 10').first().waitFor();
+  await page.locator('.waiting .bar').click();
+  await page.waitForTimeout(kSettling);
+  await page.screenshot({ path: join(folder, `${file}.png`) });
 }
 
 async function take(page, part, file) {
@@ -44,6 +56,7 @@ try {
     await page.goto(`${camera.page}#/overview`);
     await page.waitForTimeout(kWatching / 2);
     for (const part of kParts) await take(page, part, `${name(part)}-${theme}`);
+    await takeWaiting(page, `waiting-${theme}`);
     await page.context().close();
     const phone = await visit(browser, camera, 'admin', 'overview', { colorScheme: theme, viewport: kPhone });
     for (const part of kPhoneParts) await take(phone, part, `phone-${name(part)}-${theme}`);
