@@ -112,7 +112,7 @@ check_client() {
 }
 
 check_camera() {
-  expect "The camera answers" alone tmx-camera up
+  expect "The camera answers" inside tmx-camera up
   expect "64-bit x86-64" inside tmx-camera status
   expect "system.model=KT-A10&200 OK" inside tmx-camera ctl system.model
   expect "202 Accepted" inside tmx-camera ctl camera.scene.image.gamma=0.45
