@@ -108,14 +108,14 @@ std::size_t Waiting::count() const {
 }
 
 std::string Waiting::entry(const std::string& path, const Written* written, const Difference* difference) const {
-  const std::string& live = difference != nullptr ? difference->live : written->live;
+  const std::string live = difference != nullptr ? difference->live : written != nullptr ? written->live : "";
   const char* kind = written != nullptr ? written->kind : kLive;
   const std::string commit = written != nullptr ? written->commit : m_catalogue.commitOf(path);
   tmx::JsonObject object;
   object.text("path", path).text("live", live);
   if (difference != nullptr) {
     object.text("stored", tmx::unescapeValue(difference->stored));
-  } else if (written->row && m_catalogue.find(path)->showsStored) {
+  } else if (written != nullptr && written->row && m_catalogue.find(path)->showsStored) {
     object.text("stored", tmx::unescapeValue(*written->row));
   }
   if (written != nullptr) {
