@@ -122,12 +122,20 @@ const char* faultOf(const Item& item) {
   return fault;
 }
 
+namespace {
+
+/** Its lines look like the answers of other items. */
+bool isListing(const Item& item) { return !item.isWrite && item.path == "system.session"; }
+
+}  // namespace
+
 std::vector<std::vector<Item>> splitRequests(const std::vector<Item>& items) {
   std::vector<std::vector<Item>> requests;
   std::size_t size = 0;
   for (const Item& item : items) {
     const std::size_t length = item.text().size();
-    if (requests.empty() || requests.back().size() == kMaxItems || size + 1 + length > kMaxText) {
+    if (requests.empty() || requests.back().size() == kMaxItems || size + 1 + length > kMaxText || isListing(item) ||
+        isListing(requests.back().back())) {
       requests.emplace_back();
       size = length;
     } else {

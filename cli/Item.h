@@ -47,7 +47,8 @@ struct Answer {
 
 /**
  * Cuts items into requests, in their order, so that none holds more than kMaxItems items or kMaxText bytes. An item
- * that is too long by itself is a request of its own, which the caller has to refuse.
+ * that is too long by itself is a request of its own, which the caller has to refuse; so is one whose answer lists
+ * others.
  */
 [[nodiscard]] std::vector<std::vector<Item>> splitRequests(const std::vector<Item>& items);
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -12,7 +13,7 @@ namespace tmx {
 class JsonObject {
  public:
   JsonObject& text(std::string_view key, std::string_view value) { return member(key, jsonString(value)); }
-  JsonObject& number(std::string_view key, long value) { return member(key, std::to_string(value)); }
+  JsonObject& number(std::string_view key, std::int64_t value) { return member(key, std::to_string(value)); }
   /** A member whose value is JSON already. */
   JsonObject& member(std::string_view key, std::string_view json);
 

@@ -10,17 +10,16 @@ set -euo pipefail
 
 cache=$1 folder=$2 architecture=$3 library=${4-}
 root=$cache/root
-packages=(tmxd tmxctl)
+packages=(tmxd tmxctl tmx-console)
 emulator=qemu-arm
 if [[ -z $library ]]; then
   packages+=(tmx-camera)
   emulator=
-  library=$root/usr/libexec/tmx-camera/lib/libzr_com.so
+  library=/usr/libexec/tmx-camera/lib/libzr_com.so
 fi
 
-environment=(env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root DEBIAN_FRONTEND=noninteractive)
-inside() { chroot "$root" "${environment[@]}" "$@"; }
-alone() { unshare --net chroot "$root" "${environment[@]}" "$@"; }
+inside() { env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root DEBIAN_FRONTEND=noninteractive "$@"; }
+alone() { inside unshare --net "$@"; }
 say() { printf 'packages: %s\n' "$*"; }
 fail() {
   say "$@"
@@ -43,9 +42,7 @@ make_root() {
   say "making a Debian root"
   mount -t tmpfs root "$root"
   debootstrap --variant=minbase "$codename" "$root" "$mirror" >"$cache/root.log"
-  inside dpkg --add-architecture armhf
-  inside apt-get update -qq
-  inside apt-get clean
+  chroot "$root" sh -c 'dpkg --add-architecture armhf && apt-get update -qq && apt-get clean'
   # One of the emulators of one package is used.
   printf 'path-exclude=/usr/bin/qemu-*\npath-include=/usr/bin/qemu-arm\n' >"$root/etc/dpkg/dpkg.cfg.d/emulators"
   tar -C "$root" -cf "$cache/root.tar.new" .
@@ -65,6 +62,16 @@ open_root() {
   for package in "${packages[@]}"; do
     cp "$folder/$package"_*"_$architecture.deb" "$root/opt"
   done
+  if [[ $emulator ]]; then
+    cp "$library" "$root/opt"
+    library=/opt/${library##*/}
+  fi
+  # From here on the machine's own files are out of reach.
+  mkdir "$root/machine"
+  cd "$root"
+  pivot_root . machine
+  umount --lazy /machine
+  rmdir /machine
 }
 
 # Every file with its mode, size and target, but for those that record what happened.
@@ -75,7 +82,7 @@ files() {
 }
 
 # quietly COMMAND...: its words only if it fails.
-quietly() { inside "$@" >"$cache/log" 2>&1 || fail "$(<"$cache/log")"; }
+quietly() { inside "$@" >/tmp/log 2>&1 || fail "$(</tmp/log)"; }
 
 # First what they need, so that what is there before and behind is all but themselves.
 install_needed() {
@@ -89,7 +96,7 @@ install_needed() {
 install_packages() {
   quietly sh -c 'dpkg --install /opt/*.deb'
   quietly dpkg --verify "${packages[@]}"
-  [[ ! -s $cache/log ]] || fail "$(<"$cache/log")"
+  [[ ! -s /tmp/log ]] || fail "$(</tmp/log)"
 }
 
 # A machine that is no camera starts no daemon.
@@ -99,7 +106,8 @@ check_silence() {
 }
 
 check_client() {
-  expect "tmxctl 0.8" inside $emulator /usr/bin/tmxctl --version
+  # shellcheck disable=SC2016 # the variable is dpkg's
+  expect "tmxctl $(inside dpkg-query -W -f '${Version}' tmxctl)" inside $emulator /usr/bin/tmxctl --version
   expect "1 to 30" inside $emulator /usr/bin/tmxctl show 'encode(1).framerate'
 }
 
@@ -110,25 +118,29 @@ check_camera() {
   expect "202 Accepted" inside tmx-camera ctl camera.scene.image.gamma=0.45
   expect "set 0x60 image" inside tmx-camera journal
   expect "ok" inside tmx-camera tell detection down
+  expect "HTTP/1.0 200 OK" inside tmx-camera exec bash -c 'htpasswd -bm /etc/lighttpd/.htpasswd admin admin
+    exec 3<>/dev/tcp/127.0.0.1/80
+    printf "GET /console/ HTTP/1.0\r\nAuthorization: Basic YWRtaW46YWRtaW4=\r\n\r\n" >&3
+    head -c 500 <&3 | tr -d "\0"'
   expect "setLogLevel" inside tmx-camera log
   inside tmx-camera down
 }
 
 check_purge() {
   quietly dpkg --purge "${packages[@]}"
-  files | diff "$cache/before" - || fail "the purged packages leave files"
+  files | diff /tmp/before - || fail "the purged packages leave files"
 }
 
 # The device's own way: flash that is filled from the package, the platform's library, and the start script, which knows
 # nothing of emulators.
 check_device() {
-  cp "$library" "$root/usr/lib"
-  mknod "$root/dev/mtd5" c 1 3
-  mkdir -p "$root"/mnt/{flash,sysinfo} "$root/etc/lighttpd"
-  cp -a "$root/usr/share/tmxd/factory/." "$root/mnt/flash"
-  cp -a "$root/usr/share/tmxd/sysinfo/." "$root/mnt/sysinfo"
+  cp "$library" /usr/lib
+  mknod /dev/mtd5 c 1 3
+  mkdir -p /mnt/{flash,sysinfo} /etc/lighttpd
+  cp -a /usr/share/tmxd/factory/. /mnt/flash
+  cp -a /usr/share/tmxd/sysinfo/. /mnt/sysinfo
   if [[ $emulator ]]; then alone $emulator /usr/bin/tmxd; else alone /etc/init.d/tmxd start >/dev/null; fi
-  while [[ ! -S $root/tmp/request ]]; do
+  while [[ ! -S /tmp/request ]]; do
     inside pidof tmxd $emulator >/dev/null || fail "the daemon has ended"
     sleep 0.05
   done
@@ -136,12 +148,12 @@ check_device() {
   [[ -z $emulator ]] || return 0
   expect "tmxd is running" inside /etc/init.d/tmxd status
   inside /etc/init.d/tmxd stop
-  [[ ! -e $root/tmp/request ]] || fail "the daemon has not been stopped"
+  [[ ! -e /tmp/request ]] || fail "the daemon has not been stopped"
 }
 
 open_root
 install_needed
-files >"$cache/before"
+files >/tmp/before
 install_packages
 check_silence
 check_client

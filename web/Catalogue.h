@@ -50,13 +50,12 @@ class Catalogue {
   /** What a request "PATH=WORD" interrupts, in words; empty for nothing. */
   [[nodiscard]] std::string stops(std::string_view request) const;
 
-  /** Calls with each path whose value is in force before it is stored, and shown as it is stored: the two can differ.
-   */
+  /** Calls with each path whose value a read shows as it is stored: until then the two differ. */
   template <class Visit>
   void forEachComparable(const Visit& visit) const {
     for (const auto& [path, row] : m_rows) {
       const Parameter* parameter = find(path);
-      if (parameter->isForceful && parameter->showsStored) visit(path);
+      if (parameter->showsStored) visit(path);
     }
   }
 

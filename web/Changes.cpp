@@ -24,9 +24,11 @@ bool areAccepted(const std::vector<tmx::Answer>& answers) {
 
 void Changes::request(const Client& client, const Account& account, std::vector<tmx::Item> items) {
   const auto task = std::make_shared<Task>(Task{.client = client, .account = account, .what = {std::move(items), {}}});
-  run(task, task->what.items, [this, task](const std::vector<tmx::Answer>& answers) {
-    task->answers = answers;
-    readBehind(task);
+  readValues(task, &Waiting::Reads::before, [this, task] {
+    run(task, task->what.items, [this, task](const std::vector<tmx::Answer>& answers) {
+      task->answers = answers;
+      readBehind(task);
+    });
   });
 }
 
@@ -92,7 +94,7 @@ void Changes::commit(const TaskPointer& task) {
     task->commit = answers.front();
     if (!task->commit->accepted()) return takeBack(task);
     if (task->what.isConfirmed) m_isApplying = false;
-    m_waiting.note(task->account, task->what.commit, *task->commit, std::nullopt);
+    m_waiting.note(task->account, task->what.commit, *task->commit, {});
     finish(task);
   });
 }
@@ -110,36 +112,44 @@ void Changes::takeBack(const TaskPointer& task) {
   });
 }
 
-/** What was taken is read; behind a word that starts something there is nothing to read, or nobody to answer. */
-void Changes::readBehind(const TaskPointer& task) {
+/** What is written is read; of a word that starts something there is nothing to read, or nobody to answer. */
+void Changes::readValues(const TaskPointer& task, Kept kept, std::function<void()> next) {
   std::vector<tmx::Item> reads;
   std::vector<std::size_t> places;
-  task->now.resize(task->answers.size());
-  for (std::size_t i = 0; i < task->answers.size(); ++i) {
+  task->reads.resize(task->what.items.size());
+  for (std::size_t i = 0; i < task->what.items.size(); ++i) {
     const tmx::Item& item = task->what.items[i];
-    if (!item.isWrite || !task->answers[i].accepted() || m_catalogue.findCommand(item.path, item.value)) continue;
+    const bool isRefused = i < task->answers.size() && !task->answers[i].accepted();
+    if (!item.isWrite || isRefused || m_catalogue.findCommand(item.path, item.value)) continue;
     reads.push_back(tmx::Item::read(item.path));
     places.push_back(i);
   }
-  const auto done = [this, task, places](const std::vector<tmx::Answer>& answers, const std::string& /*failure*/) {
+  if (reads.empty()) return next();
+  const auto done = [task, kept, places, next = std::move(next)](const std::vector<tmx::Answer>& answers,
+                                                                 const std::string& /*failure*/) {
     for (std::size_t i = 0; i < answers.size(); ++i) {
-      if (answers[i].accepted() && answers[i].hasValue) task->now[places[i]] = answers[i].value;
+      if (answers[i].accepted() && answers[i].hasValue) task->reads[places[i]].*kept = answers[i].value;
     }
+    next();
+  };
+  m_upstream.run(Priority::Person, task->account.user, reads, done);
+}
+
+void Changes::readBehind(const TaskPointer& task) {
+  readValues(task, &Waiting::Reads::now, [this, task] {
     for (std::size_t i = 0; i < task->answers.size(); ++i) {
       if (!task->what.items[i].isWrite || !task->answers[i].accepted()) continue;
-      m_waiting.note(task->account, task->what.items[i], task->answers[i], task->now[i]);
+      m_waiting.note(task->account, task->what.items[i], task->answers[i], task->reads[i]);
     }
     finish(task);
-  };
-  if (reads.empty()) return done({}, {});
-  m_upstream.run(Priority::Person, task->account.user, reads, done);
+  });
 }
 
 void Changes::finish(const TaskPointer& task) {
   std::string list;
-  task->now.resize(task->answers.size());
+  task->reads.resize(task->answers.size());
   for (std::size_t i = 0; i < task->answers.size(); ++i)
-    list += (list.empty() ? "" : ",\n") + toJson(task->answers[i], task->now[i]);
+    list += (list.empty() ? "" : ",\n") + toJson(task->answers[i], task->reads[i].now);
   if (task->commit) list += ",\n" + toJson(*task->commit, std::nullopt);
   if (const Client client = task->client.lock()) client->answer(json(R"({"answers": [)" + list + "]}\n"));
   m_changed();

@@ -41,7 +41,7 @@ class Changes {
     std::vector<tmx::Answer> answers = {};  ///< to the items
     std::optional<tmx::Answer> commit = {};
     Applied before = {};
-    std::vector<std::optional<std::string>> now = {};  ///< of each item what a read shows behind it, on the wire
+    std::vector<Waiting::Reads> reads = {};  ///< of each item
   };
   using TaskPointer = std::shared_ptr<Task>;
 
@@ -51,6 +51,8 @@ class Changes {
   void write(const TaskPointer& task);
   void commit(const TaskPointer& task);
   void takeBack(const TaskPointer& task);
+  using Kept = std::optional<std::string> Waiting::Reads::*;
+  void readValues(const TaskPointer& task, Kept kept, std::function<void()> next);
   void readBehind(const TaskPointer& task);
   void finish(const TaskPointer& task);
   static void refuse(const TaskPointer& task, int status, const std::string& text);

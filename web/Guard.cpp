@@ -27,7 +27,7 @@ constexpr std::chrono::milliseconds kPause{1000};  ///< between two tries to rea
 constexpr int kMaxRefusals = 3;
 
 /** Seconds since the boot. */
-long now() {
+std::int64_t now() {
   timespec time{};
   clock_gettime(CLOCK_BOOTTIME, &time);
   return time.tv_sec;
@@ -106,7 +106,7 @@ void putBack(const ConfirmFile& file, int opener, const Applied& change) {
 
 /** Waits for a confirmation; puts back without one. */
 void watch(const ConfirmFile& file, int opener, int changes, std::chrono::seconds time) {
-  const long deadline = now() + time.count();
+  const std::int64_t deadline = now() + time.count();
   std::ofstream(kDeadlineFile, std::ios::trunc) << deadline << "\n";
   while (file.exists() && now() < deadline)
     waitForChange(changes, std::chrono::seconds(deadline - now()));
@@ -122,10 +122,10 @@ void watch(const ConfirmFile& file, int opener, int changes, std::chrono::second
 
 }  // namespace
 
-long secondsLeft(std::chrono::seconds whole) {
-  long deadline = 0;
-  if (!(std::ifstream(kDeadlineFile) >> deadline)) return static_cast<long>(whole.count());
-  return std::max(deadline - now(), 0L);
+std::int64_t secondsLeft(std::chrono::seconds whole) {
+  std::int64_t deadline = 0;
+  if (!(std::ifstream(kDeadlineFile) >> deadline)) return whole.count();
+  return std::max<std::int64_t>(deadline - now(), 0);
 }
 
 void guard(const ConfirmFile& file, int opener, std::chrono::seconds time) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <string>
 
 #include "web/ConfirmFile.h"
@@ -11,7 +12,7 @@ namespace console {
 inline constexpr const char* kDeadlineFile = "/run/console/deadline";
 
 /** The seconds left before the guard puts back; `whole` where it has not said so yet. */
-[[nodiscard]] long secondsLeft(std::chrono::seconds whole);
+[[nodiscard]] std::int64_t secondsLeft(std::chrono::seconds whole);
 
 /**
  * Puts back what nobody confirms in time, also behind a restart of the camera; runs from the camera's start on.

@@ -15,34 +15,45 @@ constexpr const char* kLive = "live";      // in force and shown
 constexpr const char* kShown = "shown";    // not in force, shown
 constexpr const char* kHidden = "hidden";  // not in force, not shown
 
+/** A scene is written by its number, as the one in force; it is read without, since a number selects it for all
+ * clients. */
+std::string shownAt(const std::string& path) {
+  const std::string_view scene = "camera.scene(";
+  return path.starts_with(scene) ? "camera.scene" + path.substr(path.find(')') + 1) : path;
+}
+
 }  // namespace
 
-void Waiting::note(const Account& account, const tmx::Item& item, const tmx::Answer& answer,
-                   const std::optional<std::string>& now) {
+void Waiting::note(const Account& account, const tmx::Item& item, const tmx::Answer& answer, const Reads& reads) {
   const std::string typed = tmx::unescapeValue(item.value);
   if (m_catalogue.findCommand(item.path, typed) != nullptr) {
     std::erase_if(m_written, [&](const auto& entry) { return entry.second.commit == item.text(); });
     return;
   }
-  m_written.erase(item.path);
-  const Parameter* parameter = m_catalogue.find(item.path);
+  const std::string path = shownAt(item.path);
+  const auto known = m_written.extract(path);
+  const std::optional<std::string> before = known.empty() ? reads.before : known.mapped().before;
+  const std::optional<std::string>& now = reads.now;
+  const Parameter* parameter = m_catalogue.find(path);
   if (answer.hint.empty() || parameter == nullptr || m_written.size() >= kMaxWritten) return;
-  const Row* place = m_catalogue.findRow(item.path);
+  const Row* place = m_catalogue.findRow(path);
   const std::optional<std::string> row = place == nullptr ? std::nullopt : Rows().text(*place);
   if (parameter->isForceful && parameter->showsStored && row && now && shows(*now, *row)) {
-    m_differences.erase(item.path);  // what was stored is in force again
+    m_differences.erase(path);  // what was stored is in force again
     return;
   }
-  const bool showsOld = row ? now && shows(*now, *row) : now != item.value;
-  m_written[item.path] = {.typed = typed,
-                          .by = account.name,
-                          .live = tmx::unescapeValue(now.value_or("")),
-                          .row = row,
-                          .commit = answer.hint,
-                          .kind = parameter->isForceful ? kLive
-                                  : showsOld            ? kHidden
-                                                        : kShown,
-                          .at = Clock::now()};
+  if (!parameter->isForceful && before == item.value) return;  // put back before it was in force
+  const bool showsOld = before ? now == before : now != item.value;
+  m_written[path] = {.typed = typed,
+                     .by = account.name,
+                     .live = tmx::unescapeValue(now.value_or("")),
+                     .before = before,
+                     .row = row,
+                     .commit = answer.hint,
+                     .kind = parameter->isForceful ? kLive
+                             : showsOld            ? kHidden
+                                                   : kShown,
+                     .at = Clock::now()};
 }
 
 void Waiting::noteRestart() {
@@ -54,6 +65,9 @@ void Waiting::noteRestart() {
 void Waiting::compare(Upstream& upstream, std::function<void()> done) {
   std::vector<tmx::Item> reads;
   m_catalogue.forEachComparable([&](const std::string& path) { reads.push_back(tmx::Item::read(path)); });
+  for (const auto& [path, written] : m_written) {
+    if (written.kind != kHidden && !m_catalogue.find(path)->showsStored) reads.push_back(tmx::Item::read(path));
+  }
   upstream.run(
       Priority::Reader, tmx::UserClass::kAdmin, reads,
       [done = std::move(done)](const auto& /*answers*/, const std::string& /*failure*/) { done(); },
@@ -63,6 +77,10 @@ void Waiting::compare(Upstream& upstream, std::function<void()> done) {
 void Waiting::take(const std::vector<tmx::Answer>& answers, Clock::time_point begin) {
   Rows rows;
   for (const tmx::Answer& answer : answers) {
+    if (!m_catalogue.find(answer.path)->showsStored) {
+      takeWritten(answer, begin);
+      continue;
+    }
     const std::optional<std::string> stored = rows.text(*m_catalogue.findRow(answer.path));
     if (!answer.hasValue || !answer.accepted() || !stored) continue;
     const auto known = m_differences.find(answer.path);
@@ -73,7 +91,8 @@ void Waiting::take(const std::vector<tmx::Answer>& answers, Clock::time_point be
     }
     if (known != m_differences.end()) m_differences.erase(known);
     const auto written = m_written.find(answer.path);
-    if (written != m_written.end() && written->second.at < begin) m_written.erase(written);
+    const bool isGone = written != m_written.end() && written->second.kind != kHidden && written->second.at < begin;
+    if (isGone) m_written.erase(written);
   }
   // Whose row has changed was taken over, by whomever.
   std::erase_if(m_written, [&](const auto& entry) {
@@ -83,21 +102,33 @@ void Waiting::take(const std::vector<tmx::Answer>& answers, Clock::time_point be
   });
 }
 
+/** Where flash does not tell, what was there in front of the write does: a refused commit may have brought it back. */
+void Waiting::takeWritten(const tmx::Answer& answer, Clock::time_point begin) {
+  const auto written = m_written.find(answer.path);
+  if (written == m_written.end() || written->second.at >= begin || !answer.hasValue) return;
+  written->second.live = tmx::unescapeValue(answer.value);
+  if (written->second.before == answer.value) m_written.erase(written);
+}
+
 /** One round may have met a save that was under way. */
 bool Waiting::isShown(const Difference& difference) { return difference.rounds > 1; }
 
 std::string Waiting::list(bool isForUsers) const {
   std::string text;
-  const auto add = [&](const std::string& path, const Written* written, const Difference* difference) {
+  const auto add = [&](const std::string& path, const auto& makeEntry) {
     if (isForUsers && !m_catalogue.find(path)->isForUsers) return;
-    text += (text.empty() ? "" : ", ") + entry(path, written, difference);
+    text += (text.empty() ? "" : ", ") + makeEntry();
   };
   for (const auto& [path, written] : m_written) {
     const auto difference = m_differences.find(path);
-    add(path, &written, difference == m_differences.end() ? nullptr : &difference->second);
+    const bool differs = difference != m_differences.end();
+    add(path, [&, &path = path, &written = written] {
+      return entry(path, written, differs ? &difference->second : nullptr);
+    });
   }
   for (const auto& [path, difference] : m_differences) {
-    if (!m_written.contains(path) && isShown(difference)) add(path, nullptr, &difference);
+    if (m_written.contains(path) || !isShown(difference)) continue;
+    add(path, [&, &path = path, &difference = difference] { return entry(path, difference); });
   }
   return "[" + text + "]";
 }
@@ -107,21 +138,25 @@ std::size_t Waiting::count() const {
   return m_written.size() + static_cast<std::size_t>(std::ranges::count_if(m_differences, isFound));
 }
 
-std::string Waiting::entry(const std::string& path, const Written* written, const Difference* difference) const {
-  const std::string live = difference != nullptr ? difference->live : written != nullptr ? written->live : "";
-  const char* kind = written != nullptr ? written->kind : kLive;
-  const std::string commit = written != nullptr ? written->commit : m_catalogue.commitOf(path);
+std::string Waiting::entry(const std::string& path, const Written& written, const Difference* difference) const {
+  const std::string& live = difference != nullptr ? difference->live : written.live;
+  std::optional<std::string> stored = written.before;
+  if (written.row && m_catalogue.find(path)->showsStored) stored = written.row;
+  if (difference != nullptr) stored = difference->stored;
   tmx::JsonObject object;
-  object.text("path", path).text("live", live);
-  if (difference != nullptr) {
-    object.text("stored", tmx::unescapeValue(difference->stored));
-  } else if (written != nullptr && written->row && m_catalogue.find(path)->showsStored) {
-    object.text("stored", tmx::unescapeValue(*written->row));
-  }
-  if (written != nullptr) {
-    object.text("typed", written->typed).text("by", written->by);
-    if (kind != kHidden && live != written->typed) object.text("taken", live);
-  }
+  object.text("path", path).text("live", live).text("typed", written.typed).text("by", written.by);
+  if (stored) object.text("stored", tmx::unescapeValue(*stored));
+  if (written.kind != kHidden && live != written.typed) object.text("taken", live);
+  return withCommit(object, written.kind, written.commit);
+}
+
+std::string Waiting::entry(const std::string& path, const Difference& difference) const {
+  tmx::JsonObject object;
+  object.text("path", path).text("live", difference.live).text("stored", tmx::unescapeValue(difference.stored));
+  return withCommit(object, m_catalogue.find(path)->isForceful ? kLive : kShown, m_catalogue.commitOf(path));
+}
+
+std::string Waiting::withCommit(tmx::JsonObject& object, const char* kind, const std::string& commit) const {
   object.text("kind", kind).text("commit", commit);
   if (const std::string stops = m_catalogue.stops(commit); !stops.empty()) object.text("stops", stops);
   return object.str();

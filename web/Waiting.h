@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/Item.h"
+#include "cli/Json.h"
 #include "web/Account.h"
 #include "web/Catalogue.h"
 #include "web/Reactor.h"
@@ -23,9 +24,13 @@ class Waiting {
  public:
   explicit Waiting(const Catalogue& catalogue) : m_catalogue(catalogue) {}
 
-  /** A write that was accepted, and what a read shows behind it, on the wire; nothing where it cannot be read. */
-  void note(const Account& account, const tmx::Item& item, const tmx::Answer& answer,
-            const std::optional<std::string>& now);
+  /** What a read shows in front of a write and behind it, on the wire; nothing where it cannot be read. */
+  struct Reads {
+    std::optional<std::string> before;
+    std::optional<std::string> now;
+  };
+  /** A write that was accepted. */
+  void note(const Account& account, const tmx::Item& item, const tmx::Answer& answer, const Reads& reads);
   /** The daemon was gone: what was staged is lost. */
   void noteRestart();
 
@@ -41,13 +46,14 @@ class Waiting {
   struct Written {
     std::string typed;
     std::string by;
-    std::string live;                ///< what a read shows
-    std::optional<std::string> row;  ///< the row's text when it was written
+    std::string live;                   ///< what a read shows
+    std::optional<std::string> before;  ///< what a read showed in front of the first of the writes, on the wire
+    std::optional<std::string> row;     ///< the row's text when it was written
     std::string commit;
     const char* kind;
     Clock::time_point at;
   };
-  /** A value in force that is not the stored one. */
+  /** A value that a read shows and that is not the stored one. */
   struct Difference {
     std::string live;
     std::string stored;
@@ -55,7 +61,10 @@ class Waiting {
   };
 
   void take(const std::vector<tmx::Answer>& answers, Clock::time_point begin);
-  [[nodiscard]] std::string entry(const std::string& path, const Written* written, const Difference* difference) const;
+  void takeWritten(const tmx::Answer& answer, Clock::time_point begin);
+  [[nodiscard]] std::string entry(const std::string& path, const Written& written, const Difference* difference) const;
+  [[nodiscard]] std::string entry(const std::string& path, const Difference& difference) const;
+  [[nodiscard]] std::string withCommit(tmx::JsonObject& object, const char* kind, const std::string& commit) const;
   [[nodiscard]] static bool isShown(const Difference& difference);
 
   const Catalogue& m_catalogue;

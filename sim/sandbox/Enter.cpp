@@ -16,6 +16,11 @@ namespace sim {
 
 namespace {
 
+/** What /proc has of the camera's first process. */
+Path initFiles(const Home& home) {
+  return Path("/proc") / std::to_string(std::atoi(readFile(home.run("init.pid")).c_str()));
+}
+
 /** Gives the terminal to this process's group; without a terminal nothing happens. */
 void takeTerminal() {
   std::signal(SIGTTOU, SIG_IGN);
@@ -26,20 +31,21 @@ void takeTerminal() {
 }  // namespace
 
 bool join(const Home& home, const std::vector<const char*>& spaces) {
-  const int init = std::atoi(readFile(home.run("init.pid")).c_str());
-  if (init <= 0) return false;
   std::vector<Fd> descriptors;
   for (const char* space : spaces) {
     if (std::string(space) == "user" && geteuid() == 0) continue;
-    const std::string file = "/proc/" + std::to_string(init) + "/ns/" + space;
-    descriptors.emplace_back(open(file.c_str(), O_RDONLY | O_CLOEXEC));
+    descriptors.emplace_back(open((initFiles(home) / "ns" / space).c_str(), O_RDONLY | O_CLOEXEC));
   }
   return std::all_of(descriptors.begin(), descriptors.end(),
                      [](const Fd& descriptor) { return descriptor.valid() && setns(descriptor.get(), 0) == 0; });
 }
 
 int runInside(const Home& home, const Command& command) {
-  if (!join(home, {"user", "pid", "net", "uts", "ipc", "mnt"}) || chdir("/") != 0) die("enter the camera");
+  // Below a chroot the root of the camera's mounts is not the camera's.
+  const Fd root(open((initFiles(home) / "root").c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+  const bool inside =
+      join(home, {"user", "pid", "net", "uts", "ipc", "mnt"}) && fchdir(root.get()) == 0 && chroot(".") == 0;
+  if (!inside) die("enter the camera");
   const pid_t pid = fork();
   if (pid == 0) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);

@@ -328,6 +328,15 @@ std::string Camera::shell(const std::string& line) const {
   return text;
 }
 
+Texts spread(const Texts& all, size_t usual, size_t offset) {
+  if (std::getenv("TMX_LONG") != nullptr) return all;
+  Texts some;
+  const size_t stride = (all.size() + usual - 1) / usual;
+  for (size_t i = stride == 0 ? 0 : offset % stride; i < all.size(); i += stride)
+    some.push_back(all[i]);
+  return some;
+}
+
 bool eventually(const std::function<bool()>& happened) {
   const auto end = std::chrono::steady_clock::now() + kPatience;
   while (!happened()) {

@@ -116,6 +116,9 @@ class Camera {
   std::uintmax_t m_journalStart = 0;
 };
 
+/** All of the list with TMX_LONG set, else so many at equal distances. */
+[[nodiscard]] Texts spread(const Texts& all, size_t usual, size_t offset);
+
 /** Waits for something that another process does; whether it happened. */
 [[nodiscard]] bool eventually(const std::function<bool()>& happened);
 

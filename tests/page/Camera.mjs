@@ -12,14 +12,15 @@ export const root = join(dirname(fileURLToPath(import.meta.url)), '../..');
 export const installed = createRequire(join(root, 'build/page-tests/package.json'));
 
 const run = promisify(execFile);
-const kTools = '/usr/bin/chromium';
+const kChromium = '/usr/bin/chromium';
+const kPatience = 120000;  // ms; a busy machine is no fault
 export const kPassword = 'secret-of-test';
 
 export class Camera {
   static async boot() {
     const camera = new Camera();
     camera.home = await mkdtemp('/dev/shm/tmx-page-');
-    await camera.script('up');
+    await camera.script('up', '--guard-arg=--seconds=20');  // the pages say 90; nobody need wait for that here
     for (const account of ['admin', 'operator', 'user']) await camera.ctl(`system.password.${account}=${kPassword}`);
     await camera.openPage();
     return camera;
@@ -54,14 +55,21 @@ export class Camera {
 /** Chromium lets root run it without its own sandbox only; it sees nothing but this machine. */
 export async function openBrowser() {
   const { chromium } = installed('playwright-core');
-  return chromium.launch({ executablePath: kTools, args: process.getuid() === 0 ? ['--no-sandbox'] : [] });
+  return chromium.launch({ executablePath: kChromium, args: process.getuid() === 0 ? ['--no-sandbox'] : [] });
 }
+
+/** What the pages' programs and the browser said against them; a camera that restarts is no fault of theirs. */
+export const complaints = [];
 
 /** A part of the page as one account sees it. */
 export async function visit(browser, camera, user, part, options = {}) {
   const context = await browser.newContext({ httpCredentials: { username: user, password: kPassword }, viewport: { width: 1280, height: 860 }, ...options });
   const page = await context.newPage();
-  page.setDefaultTimeout(20000);
+  page.setDefaultTimeout(kPatience);
+  page.on('pageerror', (error) => complaints.push(error.stack));
+  page.on('console', (message) => {
+    if (message.type() === 'error' && !/Failed to load resource|ERR_/.test(message.text())) complaints.push(message.text());
+  });
   await page.goto(`${camera.page}#/${part}`);
   await page.locator('main h1').waitFor();
   return page;

@@ -9,8 +9,18 @@ trap 'rm -f "$stripped"' EXIT
 "$strip" -o "$stripped" "$program"
 size=$(stat -c %s "$stripped")
 echo "$size bytes stripped, of $budget"
-echo "the largest contributors:"
-"$nm" -C -S --size-sort -r "$program" | awk 'NR <= 12 {print $2, $4, $5, $6}'
+echo "the largest contributors, in bytes, those of one name together:"
+"$nm" -C -S -t d "$program" | awk '
+  $2 ~ /^[0-9]+$/ && !seen[$1]++ {
+    size = $2
+    sub(/^[^ ]+ [^ ]+ . /, "")
+    gsub(/[(]anonymous namespace[)]::/, "")
+    while (sub(/<[^<>]*>/, "")) {}
+    if (!sub(/ for .*/, "")) { sub(/[([].*/, ""); sub(/.*::/, "") }  # "vtable for", else without scope and arguments
+    bytes[$0] += size
+    count[$0]++
+  }
+  END { for (name in bytes) print bytes[name], name, "(" count[name] ")" }' | sort -rn | awk 'NR <= 12'
 
 status=0
 ((size <= budget)) || { echo "too large"; status=1; }

@@ -127,6 +127,8 @@ TEST(ClientRequest, IsSplitAtItemsAndAtBytes) {
   EXPECT_EQ(sizes(std::vector<Item>(31, Item::read("a"))), (Sizes{15, 15, 1}));
   EXPECT_EQ(sizes({half, halfLess}), Sizes{2});
   EXPECT_EQ(sizes({half, half}), (Sizes{1, 1}));
+  EXPECT_EQ(sizes({Item::read("a"), Item::read("system.session"), Item::read("system.session.sending_max")}),
+            (Sizes{1, 1, 1}));
   EXPECT_EQ(requestText({Item::read("a"), Item::write("b", "c"), Item::read("d")}), "a&b=c&d");
 }
 

@@ -1,17 +1,30 @@
 // What is asked before something happens, and the change that goes back unless it is confirmed.
 import { html, useState, useEffect, useRef } from './vendor/preact-htm.js';
-import { state, useStore, call, apply, announce, value, text } from './store.js';
+import { state, useStore, call, request, apply, announce, value, text } from './store.js';
 import * as tree from './tree.js';
 
 let showDialog = () => {};
 
 /** Asks; what comes back is whether the answer was yes. `detail` is drawn below the text. */
-export function ask({ title, text: words, yes = 'Yes', no = 'No', detail, danger }) {
+export function ask({ title, text: words, yes = 'Yes', no = 'Cancel', detail, danger }) {
   return new Promise((done) => showDialog({ title, words, yes, no, detail, danger, done }));
 }
 
 /** Shows something with a button to close it. */
 export const tell = (title, detail) => ask({ title, detail, yes: 'Close', no: null });
+
+export const notSent = (failure) => tell('It was not sent', html`<p class="error">${failure.message}</p>`);
+
+/** Sends items; a dialog says which were refused. */
+export async function send(items, done) {
+  try {
+    const refused = (await request(items)).filter(({ status }) => status >= 300);
+    if (!refused.length) return announce(done);
+    return tell('The camera refused', html`<ul>${refused.map((one) => html`<li key=${one.path}><code>${one.path}</code> <span class="error">${tree.refusal(one.path, one)}</span></li>`)}</ul>`);
+  } catch (failure) {
+    return notSent(failure);
+  }
+}
 
 export function Dialogs() {
   const [current, setCurrent] = useState(null);
@@ -78,13 +91,17 @@ export function short(known) {
 
 const nowAt = (path) => text(value(path));
 
-/** Shows what a change of the network would do, and applies it so that it goes back unless it is confirmed. */
-export async function askToApply(items, commit) {
+/**
+ * Shows what a change of the network would do, and applies it so that it goes back unless it is confirmed. `first` is written
+ * before: what was staged already must be there to go back to.
+ */
+export async function askToApply(items, commit, first = []) {
   const what = consequences(commit, items.map(({ path }) => path));
   const detail = html`<ul>${items.map(({ path, value: next }) => html`<li key=${path}><${Change} kind="hidden" path=${path} live=${nowAt(path)} typed=${next} by=${state.me.user} /></li>`)}</ul>
     <${Consequences} commit=${commit} ...${what} />
     <p>Behind it you have 90 seconds to confirm; otherwise everything goes back, also when the page has lost the camera.</p>`;
-  if (!await ask({ title: 'Apply and confirm', detail, yes: 'Apply', no: 'Cancel' })) return { text: 'not sent' };
+  if (!await ask({ title: 'Apply and confirm', detail, yes: 'Apply' })) return { text: 'not sent' };
+  if (first.length) await request(first);
   return sendAndWatch(items, commit);
 }
 

@@ -84,7 +84,7 @@ function Switch({ value, draft, send, disabled, name, describedBy }) {
 }
 
 /** Segments where they fit, a list to choose from where they do not. */
-export function Choice({ shape, value, draft, send, disabled, name, describedBy }) {
+function Choice({ shape, value, draft, send, disabled, name, describedBy }) {
   const current = draft ?? value;
   const known = shape.words.some((word) => same(word, current));
   const options = known || current === undefined || current === '' ? shape.words : [current, ...shape.words];

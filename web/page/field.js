@@ -1,9 +1,9 @@
 // One parameter as a line of a form: what it is, its control, what waits, and how a write went.
 import { html, createContext, useContext, useState, useMemo } from './vendor/preact-htm.js';
-import { state, useStore, useValue, text, request, withScene, announce } from './store.js';
+import { state, useStore, useValue, value as stored, text, request, withScene, announce } from './store.js';
 import * as tree from './tree.js';
 import { Control, shapeOf, shown, sent } from './control.js';
-import { askToApply, ask, short } from './confirm.js';
+import { askToApply, ask, consequences, Consequences, short } from './confirm.js';
 
 /** Inside, what is typed is gathered by `set(path, value)` instead of being sent; `get(path)` shows it, nothing as a value drops it. */
 export const Gather = createContext(null);
@@ -20,19 +20,16 @@ function shownAs(parameter) {
   return shape.kind === 'switch' && !tree.isLookedAt(parameter) ? { ...shape, kind: 'words' } : shape;
 }
 
-export const waitingAt = (path) => state.pending.find((item) => tree.canonical(item.path) === tree.canonical(path));
-
 /** Writes one value and says what became of it. */
 async function send(path, typed, shape) {
   const value = sent(shape, typed);
   const parameter = tree.find(path);
-  if (tree.isGuarded(parameter.commit)) return askToApply([{ path, value }], parameter.commit);
+  if (tree.isGuarded(parameter.commit) && tree.mayCommit(parameter.commit)) return askToApply([{ path, value }], parameter.commit);
   const [answer] = await request([{ path: await withScene(path), value }]);
   if (answer.status >= 300) return { bad: true, text: tree.refusal(path, answer) };
   const taken = answer.value !== undefined && answer.value !== value && shown(shape, answer.value) !== typed;
   if (taken && !/^[-+]/.test(typed) && answer.value.toLowerCase() !== value.toLowerCase()) return { text: `${typed || '“”'} was taken as ${answer.value || '“”'}` };
-  if (answer.status === 202) return { text: parameter.kept === 'commit' && parameter.when?.startsWith('at once') ? 'in force, not saved' : 'waits for its commit' };
-  return { text: 'done', brief: true };
+  return answer.status === 202 ? null : { text: 'done', brief: true };  // what waits is told by the camera
 }
 
 /**
@@ -61,7 +58,7 @@ export function Field({ path, shows = path, label, shape, plain, only }) {
     setBusy(true);
     try {
       const outcome = await send(path, typed, form);
-      setNote(outcome);
+      setNote(outcome && { ...outcome, beside: shown(form, text(stored(shows))) });
       if (outcome?.text) announce(`${label || parameter.summary} ${outcome.text}`);
       if (!outcome?.bad) setDraftText(null);
     } catch (failure) {
@@ -72,7 +69,7 @@ export function Field({ path, shows = path, label, shape, plain, only }) {
 
   const writable = tree.mayWrite(parameter) && !parameter.servedBy && (only !== 'read');
   const changedElsewhere = draft && draft.base !== undefined && value !== undefined && draft.base !== value;
-  const title = label || parameter.summary.replace(/\.$/, '');
+  const title = label || parameter.summary.replace(/[;.].*/, '');
   return html`<div class=${`field ${note?.bad ? 'bad' : ''} ${busy ? 'busy' : ''}`} data-path=${path}>
     <div class="what">
       <span class="label">${title}${parameter.unit && html` <span class="unit">${parameter.unit}</span>`}
@@ -81,7 +78,7 @@ export function Field({ path, shows = path, label, shape, plain, only }) {
     </div>
     <div class="how">
       ${writable
-        ? html`<${Control} shape=${form} value=${value} draft=${draft ? draft.text : gathered} setDraft=${collect || setDraft} send=${collect || write} disabled=${busy || answer?.status >= 400}
+        ? html`<${Control} shape=${form} value=${value} draft=${draft ? draft.text : gathered} setDraft=${collect || setDraft} send=${collect || write} disabled=${answer?.status >= 400}
             name=${title} describedBy=${`${name}n`} />
           ${draft && html`<button class="small main" onClick=${() => write(draft.text)}>Set</button>
             <button class="small" onClick=${() => { setDraftText(null); setNote(null); }}>Cancel</button>`}
@@ -89,7 +86,7 @@ export function Field({ path, shows = path, label, shape, plain, only }) {
         : html`<${ReadOnly} parameter=${parameter} answer=${answer} value=${value} />`}
     </div>
     <div class="notes" id=${`${name}n`}>
-      <${Notes} answer=${answer} path=${path} note=${note} changed=${changedElsewhere && value} gathered=${gathered !== undefined && gathered !== value ? value : undefined} />
+      <${Notes} answer=${answer} path=${path} note=${note?.bad || note?.beside === value ? note : null} changed=${changedElsewhere && value} gathered=${gathered !== undefined && gathered !== value ? value : undefined} />
     </div>
     ${open && html`<${About} parameter=${parameter} path=${path} value=${value} form=${form} />`}
   </div>`;
@@ -102,13 +99,13 @@ function ReadOnly({ parameter, answer, value }) {
 }
 
 function Notes({ answer, path, note, changed, gathered }) {
-  const waiting = waitingAt(path);
+  const waiting = tree.waitingAt(path);
   return html`
-    ${answer && answer.status !== 200 && html`<span class="faint">${tree.refusal(path, answer)}</span>`}
+    ${answer && answer.status !== 200 && html`<span class="faint">${tree.refusal(path, answer, true)}</span>`}
     ${changed && html`<span class="warn">meanwhile changed elsewhere to ${changed}</span>`}
     ${gathered !== undefined && html`<span class="warn">now ${gathered || 'empty'}; not sent yet</span>`}
     ${waiting && html`<span class="waits">${waitingText(waiting)}</span>`}
-    ${note && !(waiting && !note.bad && !/taken as/.test(note.text)) && html`<span class=${note.bad ? 'error' : note.brief ? 'ok' : 'warn'}>${note.text}</span>`}`;
+    ${note && html`<span class=${note.bad ? 'error' : note.brief ? 'ok' : 'warn'}>${note.text}</span>`}`;
 }
 
 /** What waits at a parameter, in a few words. */
@@ -119,12 +116,15 @@ export function waitingText({ kind, stored, typed, taken, live }) {
   return `${taken ?? typed ?? 'a value'} waits, in force is ${live || 'empty'}`;
 }
 
+const kForGood = ['initialize', 'delete'];
+
 function Commands({ parameter, path, setNote }) {
   if (!parameter.commands || /\.scene\.status$/.test(parameter.path)) return null;
-  const run = async ({ word, stops }) => {
-    const sure = !stops && !['initialize', 'delete'].includes(word)
-      || await ask({ title: `${path}=${word}`, text: stops ? `This stops ${stops}.` : 'This cannot be taken back.', yes: word });
-    if (!sure) return;
+  const run = async ({ word }) => {
+    const what = consequences(`${path}=${word}`);
+    const text = kForGood.includes(word) ? 'This cannot be taken back.' : undefined;
+    const detail = html`<${Consequences} commit=${`${path}=${word}`} ...${what} />`;
+    if ((text || what.stops.length || what.along.length) && !await ask({ title: 'Are you sure?', text, detail, yes: word })) return;
     try {
       const [answer] = await request([{ path, value: word }]);
       setNote(answer.status < 300 ? { text: `${word}: done`, brief: true } : { bad: true, text: tree.refusal(path, answer) });
@@ -149,11 +149,11 @@ function About({ parameter, path, value, form }) {
     ${parameter.default !== undefined && html`<dt>Built in</dt><dd>${parameter.default || 'empty'}</dd>`}
     <dt>Who</dt><dd>${who.join(', ') || 'nobody'}</dd>
     ${parameter.when && html`<dt>When</dt><dd>${parameter.when}</dd>`}
-    ${(parameter.conditions || []).map((one) => html`<dt>Only</dt><dd>${one.text} (${one.of})</dd>`)}
+    ${(parameter.conditions || []).map((one) => html`<dt>Possible</dt><dd>${one.text} (${one.of})</dd>`)}
     <dt>Prompt</dt><dd><${Copyable} line=${line} /></dd></dl>`;
 }
 
-export function Copyable({ line }) {
+function Copyable({ line }) {
   const [copied, setCopied] = useState(false);
   const copy = async () => {
     await copyText(line);

@@ -31,7 +31,7 @@ function Search() {
   const box = useRef();
   useEffect(() => {
     const focus = (e) => {
-      if (e.key !== '/' || e.ctrlKey || e.metaKey || /^(INPUT|TEXTAREA|SELECT)$/.test(e.target.tagName)) return;
+      if (e.key !== '/' || e.ctrlKey || e.metaKey || e.target.matches('select, textarea, input:not([type=checkbox], [type=radio], [type=range])')) return;
       e.preventDefault();
       box.current.focus();
       box.current.select();

@@ -1,6 +1,6 @@
 // What several pages are made of.
 import { html, useState, useEffect } from './vendor/preact-htm.js';
-import { useStore, useValue, text } from './store.js';
+import { useStore } from './store.js';
 import * as tree from './tree.js';
 import { Field } from './field.js';
 
@@ -41,13 +41,6 @@ export function Facts({ pairs }) {
 export function Tabs({ tabs, chosen, base }) {
   return html`<nav class="tabs" aria-label="Parts of this page">${tabs.map(([id, title]) =>
     html`<a key=${id} href=${`#/${base}/${id}`} aria-current=${id === chosen ? 'page' : undefined}>${title}</a>`)}</nav>`;
-}
-
-export function Value({ path, unit, map }) {
-  const answer = useValue(path);
-  const known = text(answer);
-  if (answer && answer.status !== 200) return html`<span class="faint">–</span>`;
-  return html`<span>${known === undefined ? '…' : map ? map(known) : known || html`<span class="faint">empty</span>`}${known && unit && html` <span class="unit">${unit}</span>`}</span>`;
 }
 
 export const stateDot = (on, words = ['on', 'off']) => html`<span class=${`dot ${on ? 'on' : ''}`}>${words[on ? 0 : 1]}</span>`;

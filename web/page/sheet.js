@@ -33,7 +33,7 @@ function at(event, columns, rows) {
 const kArrows = { ArrowLeft: [-1, 0], ArrowRight: [1, 0], ArrowUp: [0, -1], ArrowDown: [0, 1] };
 
 /** Something to look at behind what is drawn: the far and the near of a view. */
-export const Backdrop = ({ columns, rows }) => html`<rect class="horizon" x="0" y=${rows * 0.45} width=${columns} height=${rows * 0.55} />
+const Backdrop = ({ columns, rows }) => html`<rect class="horizon" x="0" y=${rows * 0.45} width=${columns} height=${rows * 0.55} />
   <path class="far" d=${`M0 ${rows * 0.45}L${columns * 0.22} ${rows * 0.3}L${columns * 0.4} ${rows * 0.45}L${columns * 0.62} ${rows * 0.24}L${columns} ${rows * 0.45}z`} />`;
 
 function lines(columns, rows) {

@@ -82,7 +82,7 @@ function keep(changed) {
 }
 
 /** The answers of several paths, looked at as long as the component stands. */
-export function useValues(paths) {
+function useValues(paths) {
   const [, redraw] = useReducer((n) => n + 1, 0);
   const names = paths.join('\n');
   useEffect(() => {
@@ -191,7 +191,7 @@ const onEvent = {
   hello: ({ id }) => {
     viewer = id;
     hasValues = false;
-    set({ linked: true, lostAt: 0 });
+    set({ linked: true, lostAt: 0, answers: true, confirm: null });  // else the next event says so
     sendView();
   },
   values: (changed) => {
@@ -205,7 +205,6 @@ const onEvent = {
 };
 
 function open() {
-  clearTimeout(retryTimer);
   close();
   source = new EventSource('api/events');
   for (const [name, take] of Object.entries(onEvent))
@@ -214,6 +213,7 @@ function open() {
 }
 
 function close() {
+  clearTimeout(retryTimer);
   if (source) source.close();
   source = null;
   viewer = null;
@@ -223,8 +223,7 @@ function lost() {
   close();
   if (state.linked) set({ linked: false, lostAt: Date.now() });
   else if (!state.lostAt) set({ lostAt: Date.now() });
-  clearTimeout(retryTimer);
-  retryTimer = setTimeout(open, kRetry);
+  if (!document.hidden) retryTimer = setTimeout(open, kRetry);
 }
 
 /** A connection to an address that is gone breaks in silence, so somebody must ask. */

@@ -61,6 +61,9 @@ export function canonical(path) {
   return pathOf(parameter, chosen);
 }
 
+/** The change that waits at a parameter. */
+export const waitingAt = (path) => state.pending.find((item) => canonical(item.path) === canonical(path));
+
 const right = (parameter, at) => {
   const rights = state.me && parameter.rights[state.me.class];
   return Boolean(rights) && rights[at] !== '-';
@@ -76,12 +79,18 @@ export const isLookedAt = (parameter) => mayRead(parameter) && !kReadsThatAct.in
 /** Taking these over can cut the page off, so they go back unless somebody confirms them. */
 export const isGuarded = (commit) => /^network\.(interface|gateway|http|https)\b/.test(commit || '');
 
+/** Whether the class may send a commit; the daemon judges again. */
+export function mayCommit(commit) {
+  const parameter = find(commit.slice(0, commit.lastIndexOf('=')));
+  return Boolean(parameter) && mayWrite(parameter);
+}
+
 /** The same commit, however its selectors are written. */
 export const family = (commit) => bare(commit);
 
 /** A commit also writes what belongs to others: the file that a scene's save writes holds all settings of the picture. */
 export function takesAlong(commit, other) {
-  const picture = /^camera\.(scene|status|detection)\b/;
+  const picture = /^camera\.(scene|status|detection)\b.*=save$/;
   return family(commit) === family(other) || (picture.test(commit) && picture.test(other));
 }
 
@@ -122,13 +131,12 @@ const kStatusText = {
   500: 'Something behind the daemon failed',
 };
 
-/** Why a write was refused, with what would be taken. */
-export function refusal(path, answer) {
+/** Why a request was refused, with what would be taken. */
+export function refusal(path, answer, isRead) {
   const parameter = find(path);
   const reason = kStatusText[answer.status] || answer.text || 'Refused';
-  const takes = [451, 457].includes(answer.status) && parameter?.takes ? ` It takes ${parameter.takes.text}.` : '';
-  const conditions = [412, 451, 461].includes(answer.status)
-    ? (parameter?.conditions || []).map(({ text }) => ` Only ${text}.`).join('')
-    : '';
+  const takes = !isRead && [451, 457].includes(answer.status) && parameter?.takes ? ` It takes ${parameter.takes.text}.` : '';
+  const conditions = ((![401, 457].includes(answer.status) && parameter?.conditions) || [])
+    .filter(({ of }) => !isRead || of !== 'writes').map(({ text }) => ` Possible ${text}.`).join('');
   return `${reason} (${answer.status}).${takes}${conditions}`;
 }

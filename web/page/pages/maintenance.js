@@ -1,15 +1,14 @@
 // Restart, factory state, the log, and every parameter of the tree in forms made from its description.
 import { html } from '../vendor/preact-htm.js';
-import { useStore, useValue, text, request } from '../store.js';
+import { useStore, useValue, text } from '../store.js';
 import * as tree from '../tree.js';
 import { Card, Fold, Form, Lines, Stacks } from '../parts.js';
-import { ask, tell, consequences, Consequences } from '../confirm.js';
+import { ask, send, consequences, Consequences } from '../confirm.js';
 
 async function command(word, question) {
   const commit = `system.status=${word}`;
-  if (!await ask({ ...question, detail: html`<${Consequences} commit=${commit} ...${consequences(commit)} />`, no: 'Cancel' })) return;
-  const answers = await request([{ path: 'system.status', value: word }]).catch(() => []);
-  if (answers[0]?.status >= 300) await tell('The camera refused', html`<p class="error">${tree.refusal('system.status', answers[0])}</p>`);
+  if (await ask({ ...question, detail: html`<${Consequences} commit=${commit} ...${consequences(commit)} />` }))
+    await send([{ path: 'system.status', value: word }], 'The camera restarts.');
 }
 
 function Camera() {
@@ -43,8 +42,8 @@ export default function Maintenance() {
   useStore();
   const visible = tree.all().filter((parameter) => tree.mayRead(parameter) || tree.mayWrite(parameter));
   const roots = [...new Set(visible.map(({ path }) => path.split('.')[0]))];
-  return html`<h1>Maintenance</h1><${Stacks} columns=${[[html`<${Camera} />`], [html`<${Card} title="Every parameter"><p>All ${tree.all().length} parameters stand below, as the camera's tree has them.
-      <kbd>/</kbd> searches them. A parameter's path opens what is known of it, with the line that does the same at a prompt.</p><//>`]]} /><${Log} />
+  return html`<h1>Maintenance</h1><${Stacks} columns=${[[html`<${Camera} />`], [html`<${Card} title="Every parameter"><p>All ${tree.all().length} parameters stand below, as the camera's tree has them. <kbd>/</kbd> searches
+      them. A parameter's path opens what is known of it, with the line that does the same at a prompt.</p><//>`]]} /><${Log} />
     <${Stacks} columns=${[roots.slice(0, 3), roots.slice(3)].map((column) => column.map((root) => html`<${Card} key=${root} title=${root}>${branches(root, visible).map(([name, list]) =>
       html`<${Fold} key=${name} title=${name} count=${list.length}>${() => html`<div class="form">${list.map((parameter) => html`<${Lines} key=${parameter.path} parameter=${parameter} />`)}</div>`}<//>`)}<//>`))} />`;
 }

@@ -28,7 +28,7 @@ function Guarded({ title, commit, paths, more = [] }) {
   useStore();
   const [drafts, setDrafts] = useState({});
   const [outcome, setOutcome] = useState(null);
-  const writable = tree.mayWrite(tree.find(paths[0]));
+  const writable = tree.mayCommit(commit);
   const gather = { get: (path) => drafts[path], set: (path, next) => setDrafts((old) => ({ ...old, [path]: next })) };
   const changed = Object.entries(drafts).filter(([path, next]) => next !== undefined && next !== text(value(path))).map(([path, next]) => ({ path, value: next }));
   const apply = async () => {
@@ -37,7 +37,7 @@ function Guarded({ title, commit, paths, more = [] }) {
     if (!result.bad && result.text !== 'not sent') setDrafts({});
   };
   const field = (path) => html`<${Field} key=${path} plain=${Boolean(kLabels[path])} label=${kLabels[path]} path=${path} />`;
-  return html`<${Card} title=${title}><${Gather.Provider} value=${gather}><div class="form">${paths.map(field)}</div>
+  return html`<${Card} title=${title}><${Gather.Provider} value=${writable ? gather : null}><div class="form">${paths.map(field)}</div>
       ${more.length > 0 && html`<${Fold} title="More">${() => html`<div class="form">${more.map(field)}</div>`}<//>`}<//>
     ${writable && html`<div class="tools"><button class="main" disabled=${!changed.length} onClick=${apply}>Apply …</button>
       <button disabled=${!changed.length} onClick=${() => { setDrafts({}); setOutcome(null); }}>Cancel</button>

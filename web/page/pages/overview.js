@@ -10,7 +10,7 @@ const kChannels = [1, 2, 3];
 const kPins = [1, 2];
 
 /** "20261123234413" as a day and a time. */
-export const dateText = (known) => known?.replace(/^(\d{4})(\d\d)(\d\d)(\d\d)(\d\d)(\d\d)$/, '$1-$2-$3 $4:$5:$6');
+const dateText = (known) => known?.replace(/^(\d{4})(\d\d)(\d\d)(\d\d)(\d\d)(\d\d)$/, '$1-$2-$3 $4:$5:$6');
 
 /** "system alive time: 13071.69sec" as days, hours and minutes. */
 function uptime(log) {

@@ -1,10 +1,11 @@
 // The picture: its scene, the areas in it, and where it looks.
 import { html, useState, useEffect } from '../vendor/preact-htm.js';
-import { useStore, useTexts, useValue, text, request, announce } from '../store.js';
+import { useStore, useTexts, useValue, text, request } from '../store.js';
 import * as tree from '../tree.js';
 import { Card, Tabs, Forms, Fold, Stacks, stateDot } from '../parts.js';
-import { Field, waitingText, waitingAt } from '../field.js';
-import { ask, tell } from '../confirm.js';
+import { Field, waitingText } from '../field.js';
+import { ask, send, notSent } from '../confirm.js';
+import { commit } from '../waiting.js';
 import { FieldSheet, FrameSheet, ViewSheet, fieldsOf, digitsOf, kWide, kHigh } from '../sheet.js';
 import { Plot, numberIn } from '../plot.js';
 
@@ -18,18 +19,6 @@ export default function Picture({ rest }) {
 }
 
 const may = (path) => tree.mayWrite(tree.find(path));
-
-/** Sends items; a dialog says which were refused. */
-async function send(items, done) {
-  try {
-    const answers = await request(items);
-    const refused = answers.filter(({ status }) => status >= 300);
-    if (refused.length) return tell('The camera refused', html`<ul>${refused.map((one) => html`<li key=${one.path}><code>${one.path}</code> <span class="error">${tree.refusal(one.path, one)}</span></li>`)}</ul>`);
-    return announce(done);
-  } catch (failure) {
-    return tell('It was not sent', html`<p class="error">${failure.message}</p>`);
-  }
-}
 
 // ---- scenes
 
@@ -75,16 +64,16 @@ function Scene() {
     await send([{ path: `camera.scene(${n}).status`, value: 'goto' }], `Scene ${n} is in force.`);
   };
   const reset = async () => {
-    if (await ask({ title: `Scene ${inForce} back to its factory state`, text: 'All its settings are overwritten, on flash too. This cannot be taken back.', yes: 'Put back', no: 'Cancel', danger: true }))
+    if (await ask({ title: `Scene ${inForce} back to its factory state`, text: 'All its settings are overwritten, on flash too. This cannot be taken back.', yes: 'Put back', danger: true }))
       await send([{ path: `camera.scene(${inForce}).status`, value: 'initialize' }], 'The scene is as the factory made it.');
   };
   const card = ([title, items]) => html`<${Card} key=${title} title=${title}><div class="form">${items.map(([leaf, label]) =>
     html`<${Field} key=${leaf + inForce} plain label=${label} path=${`camera.scene(${inForce}).${leaf}`} shows=${`camera.scene.${leaf}`} />`)}</div><//>`;
   return html`<${Card} title="Scenes" aside=${canGo && inForce && html`<span class="buttons"><button onClick=${reset}>Factory state …</button>
-        <button class="main" onClick=${() => send([{ path: `camera.scene(${inForce}).status`, value: 'save' }], 'Saved.')}>Save scene ${inForce}</button></span>`}>
+        <button class=${unsaved.length ? 'main' : ''} onClick=${() => commit({ commit: `camera.scene(${inForce}).status=save` }).catch(notSent)}>Save scene ${inForce}</button></span>`}>
       <div class="scenes" role="group" aria-label="Scenes">${kScenes.map((n) => html`<button key=${n} aria-pressed=${String(n) === inForce} disabled=${!canGo} onClick=${() => go(n)}><span class="faint">${n}</span>${names[n] ?? ''}</button>`)}</div>
       <p class="faint">${inForce !== undefined && (unsaved.length ? html`<span class="waits">Scene ${inForce} differs from what is saved in ${unsaved.length} ${unsaved.length === 1 ? 'setting' : 'settings'}</span>` : `Scene ${inForce} is in force as it is saved.`)}
-        ${' '}A change is in the picture at once; saving keeps it.</p><//>
+        ${' '}A change is in the picture at once; saving keeps it, and the choice of the scene too.</p><//>
     ${inForce !== undefined && html`<${Stacks} columns=${[[0, 2], [1, 3]].map((column) => column.map((i) => card(kItems[i])))} />`}`;
 }
 
@@ -129,7 +118,7 @@ function AreaEditor({ area, inForce }) {
   };
   if (live === undefined) return html`<p class="faint">…</p>`;
   const frame = frameOf(live);
-  const waiting = waitingAt(area.path);
+  const waiting = tree.waitingAt(area.path);
   return html`${area.columns
       ? html`<${FieldSheet} ...${area} name=${area.title} fields=${draft ? draft.value : fieldsOf(live, area.columns * area.rows)} change=${change} disabled=${disabled} />`
       : html`<${FrameSheet} name=${area.title} frame=${draft ? draft.value : frame.length === 4 ? frame : [0, 0, kWide, kHigh]} change=${change} disabled=${disabled} />`}
@@ -186,7 +175,7 @@ function Preset({ n, registered, able }) {
   const { pan, tilt, zoom } = useTexts(registered ? { pan: `camera.position(${n}).pan`, tilt: `camera.position(${n}).tilt`, zoom: `camera.position(${n}).zoom` } : {});
   const path = `camera.position(${n}).status`;
   const forget = async () => {
-    if (await ask({ title: `Forget preset ${n}`, text: 'Its place and its name are lost.', yes: 'Forget', no: 'Cancel' })) await send([{ path, value: 'initialize' }], 'Forgotten.');
+    if (await ask({ title: `Forget preset ${n}`, text: 'Its place and its name are lost.', yes: 'Forget' })) await send([{ path, value: 'initialize' }], 'Forgotten.');
   };
   return html`<tr><td>${n}</td><td><${Field} plain label=${`Name of preset ${n}`} path=${`camera.position(${n}).comment`} /></td><td>${registered ? html`<code>${pan} ${tilt} ${zoom}</code>` : html`<span class="faint">free</span>`}</td>
     <td><span class="buttons">${registered && html`<button class="small main" disabled=${!able} onClick=${() => send([{ path, value: 'goto' }], `At preset ${n}.`)}>Go</button>`}

@@ -4,7 +4,7 @@ import { useTexts, request } from '../store.js';
 import * as tree from '../tree.js';
 import { Card, Facts, Form, stateDot } from '../parts.js';
 import { Field } from '../field.js';
-import { ask, tell } from '../confirm.js';
+import { ask, send } from '../confirm.js';
 
 const kObjects = Array.from({ length: 10 }, (_, n) => n + 1);
 const kClips = [1, 2, 3, 4, 5];
@@ -19,9 +19,8 @@ function Disk() {
     setChecked(answer.status === 200 ? answer.value : tree.refusal('storage.disk.check', answer));
   };
   const format = async () => {
-    if (!await ask({ title: 'Format the card', text: 'Everything on the card is lost.', yes: 'Format', no: 'Cancel', danger: true })) return;
-    const [answer] = await request([{ path: 'storage.disk(1).initialize', value: 'start' }]);
-    if (answer.status >= 300) await tell('The camera refused', html`<p class="error">${tree.refusal('storage.disk.initialize', answer)}</p>`);
+    if (await ask({ title: 'Format the card', text: 'Everything on the card is lost.', yes: 'Format', danger: true }))
+      await send([{ path: 'storage.disk(1).initialize', value: 'start' }], 'The card is being formatted.');
   };
   return html`<${Card} title="Card"><${Facts} pairs=${[['Free', size], ['Recording', rec && stateDot(rec === 'on', ['now', 'no'])], ['Last error', error], ['Check', checked]]} />
     <${Form} paths=${['storage.disk(1).status', 'storage.disk(1).erecmode', 'storage.disk(1).mount']} />

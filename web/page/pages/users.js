@@ -1,10 +1,10 @@
 // The accounts: whose they are, their passwords, and what each class may do.
 import { html } from '../vendor/preact-htm.js';
-import { useStore, useTexts, request, announce } from '../store.js';
+import { useStore, useTexts } from '../store.js';
 import * as tree from '../tree.js';
 import { Card, stateDot } from '../parts.js';
 import { Field } from '../field.js';
-import { ask, tell } from '../confirm.js';
+import { ask, send } from '../confirm.js';
 
 const kNumbers = [0, 1, 2, 3];
 const kKinds = [['admin', 'Administrators', 'reads and writes all that is not the factory\'s'], ['operator', 'Operators', 'works with the picture, the streams and the alarms'], ['user', 'Users', 'looks']];
@@ -20,11 +20,8 @@ function Accounts({ kind, title, does }) {
     const own = me.user === name;
     const last = kind === 'admin' && kNumbers.filter(exists).length === 1;
     const words = own ? 'It is the account you are logged in with: this page will be closed to you.' : last ? 'It is the last administrator\'s account.' : `Whoever uses ${name} can no longer log in.`;
-    if (!await ask({ title: `Delete ${name}`, text: words, yes: 'Delete', no: 'Cancel', danger: own || last })) return;
-    const path = `system.password.${kind}(${n}).status`;
-    const [answer] = await request([{ path, value: 'initialize' }]);
-    if (answer.status >= 300) await tell('The camera refused', html`<p class="error">${tree.refusal(path, answer)}</p>`);
-    else announce(`${name} is deleted.`);
+    if (!await ask({ title: `Delete ${name}`, text: words, yes: 'Delete', danger: own || last })) return;
+    await send([{ path: `system.password.${kind}(${n}).status`, value: 'initialize' }], `${name} is deleted.`);
   };
   return html`<${Card} title=${title} aside=${html`<span class="faint">${does}</span>`}><div class="scroll"><table class="rows"><thead><tr><th>account</th><th>state</th><th>password</th><th><span class="aloud">does</span></th></tr></thead>
     <tbody>${kNumbers.map((n) => html`<tr key=${n}><td><b>${accountName(kind, n)}</b>${me?.user === accountName(kind, n) && html` <span class="faint">you</span>`}</td><td>${stateDot(exists(n), ['exists', 'none'])}</td>
