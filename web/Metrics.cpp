@@ -73,6 +73,7 @@ void Metrics::serve(const std::shared_ptr<Connection>& client) {
   if (Clock::now() - m_read < kPeriod) return take({});
   m_waiting.compare(m_upstream, [this] {
     std::vector<tmx::Item> reads;
+    reads.reserve(kPaths.size());
     for (const char* path : kPaths)
       reads.push_back(tmx::Item::read(path));
     m_upstream.run(Priority::Reader, tmx::UserClass::kUser, reads,
@@ -96,6 +97,7 @@ void Metrics::noteAnswer(bool isAnswered, Clock::duration time) {
 
 /** Answers all who wait. */
 void Metrics::take(const std::vector<tmx::Answer>& answers) {
+  m_values.reserve(kPaths.size());
   for (const tmx::Answer& answer : answers)
     m_values.push_back(tmx::unescapeValue(answer.value));
   const Response response{.type = "text/plain; version=0.0.4; charset=utf-8", .body = text()};

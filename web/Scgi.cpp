@@ -1,5 +1,6 @@
 #include "web/Scgi.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace console {
@@ -30,7 +31,8 @@ ScgiParser::State ScgiParser::take(std::string_view bytes) {
 ScgiParser::State ScgiParser::parse() {
   if (!m_hasHeaders) {
     const std::size_t colon = m_bytes.find(':');
-    if (colon == std::string::npos) return m_bytes.size() > kCountDigits ? State::Malformed : State::Incomplete;
+    if (std::min(colon, m_bytes.size()) > kCountDigits) return State::Malformed;
+    if (colon == std::string::npos) return State::Incomplete;
     std::size_t count = 0;
     if (!parseCount(std::string_view(m_bytes).substr(0, colon), count) || count > kMaxHeaders) return State::Malformed;
     const std::size_t end = colon + 1 + count;

@@ -4,7 +4,8 @@
 
 namespace sim {
 
-/** The user inside the camera as whom the console runs; a camera that is started without root has no other than root. */
+/** The user inside the camera as whom the console runs; a camera that is started without root has no other than root.
+ */
 inline constexpr uid_t consoleUser = 200;
 
 /**

@@ -11,7 +11,7 @@ namespace test {
 namespace {
 
 /** Longer than anything takes to be told of. */
-constexpr std::chrono::seconds kPatience{30};
+constexpr std::chrono::seconds kPatience{20};
 
 Console::Headers headersOf(const std::string& account, const std::string& method, const std::string& path) {
   const std::size_t question = std::min(path.find('?'), path.size());
@@ -103,7 +103,7 @@ Json Page::await(const std::string& event, const std::function<bool(const Json&)
   std::string name;
   std::string data;
   Json last;
-  while (std::chrono::steady_clock::now() < end && next(name, data)) {
+  while (next(name, data, end)) {
     if (name != event) continue;
     last = Json::parse(data, nullptr, false);
     if (isIt(last)) return last;
@@ -112,7 +112,7 @@ Json Page::await(const std::string& event, const std::function<bool(const Json&)
   return {};
 }
 
-bool Page::next(std::string& event, std::string& data) {
+bool Page::next(std::string& event, std::string& data, std::chrono::steady_clock::time_point limit) {
   std::array<char, 65536> buffer{};
   while (true) {
     const std::size_t begin = m_bytes.find("event: ");
@@ -124,6 +124,7 @@ bool Page::next(std::string& event, std::string& data) {
       m_bytes.erase(0, end);
       return true;
     }
+    if (std::chrono::steady_clock::now() >= limit) return false;
     const ssize_t count = recv(m_socket, buffer.data(), buffer.size(), 0);
     if (count <= 0) return false;
     m_bytes.append(buffer.data(), static_cast<std::size_t>(count));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
@@ -33,7 +34,7 @@ class Console {
   [[nodiscard]] static std::string frame(const Headers& headers, const std::string& body);
   /** A connected socket; -1 when nobody listens. */
   [[nodiscard]] int connect() const;
-  [[nodiscard]] std::string pid() const { return m_camera.shell("pidof -s tmx-console"); }
+  [[nodiscard]] std::string pid() const { return m_camera.shell("pgrep -x tmx-console"); }
 
  private:
   const Camera& m_camera;
@@ -53,7 +54,7 @@ class Page {
   Json await(const std::string& event, const std::function<bool(const Json&)>& isIt);
 
  private:
-  [[nodiscard]] bool next(std::string& event, std::string& data);
+  [[nodiscard]] bool next(std::string& event, std::string& data, std::chrono::steady_clock::time_point limit);
 
   Console m_console;
   std::string m_account;
