@@ -26,6 +26,8 @@ function Page({ name, rest }) {
   return Body ? html`<${Body} rest=${rest} />` : html`<p class="faint">…</p>`;
 }
 
+const isSearching = () => location.hash.startsWith('#/search');
+
 function Search() {
   const [page, rest] = useRoute();
   const box = useRef();
@@ -42,16 +44,14 @@ function Search() {
   const leave = (e) => {
     if (e.key !== 'Escape') return;
     box.current.blur();
-    if (page === 'search') history.back();
+    if (isSearching()) history.back();
   };
+  // At once: the way is drawn again between two keys, and must not take back the second.
   const go = (e) => {
     const target = `#/search/${encodeURIComponent(e.target.value)}`;
-    if (page === 'search') {
-      history.replaceState(null, '', target);
-      dispatchEvent(new HashChangeEvent('hashchange'));
-    } else {
-      location.hash = target;
-    }
+    if (isSearching()) history.replaceState(null, '', target);
+    else history.pushState(null, '', target);
+    dispatchEvent(new HashChangeEvent('hashchange'));
   };
   return html`<form class="search" role="search" onSubmit=${(e) => e.preventDefault()}>
     <input ref=${box} type="search" placeholder="Search all parameters" aria-label="Search all parameters" aria-keyshortcuts="/"
