@@ -1,5 +1,5 @@
 // The page's frame: its head, the way through its parts, and what is always to be seen.
-import { html, render, useState, useEffect, useRef } from './vendor/preact-htm.js';
+import { html, render, useState, useEffect, useLayoutEffect, useRef } from './vendor/preact-htm.js';
 import { begin, state, useStore, useTexts, Failure } from './store.js';
 import * as tree from './tree.js';
 import { useRoute } from './parts.js';
@@ -31,7 +31,7 @@ const isSearching = () => location.hash.startsWith('#/search');
 function Search() {
   const [page, rest] = useRoute();
   const box = useRef();
-  useEffect(() => {
+  useLayoutEffect(() => {  // with the first picture, since the box is then to be seen
     const focus = (e) => {
       if (e.key !== '/' || e.ctrlKey || e.metaKey || e.target.matches('select, textarea, input:not([type=checkbox], [type=radio], [type=range])')) return;
       e.preventDefault();
