@@ -22,9 +22,9 @@ bool areAccepted(const std::vector<tmx::Answer>& answers) {
 
 }  // namespace
 
-void Changes::request(const Client& client, const Account& account, std::vector<tmx::Item> items) {
+void Changes::request(const Client& client, const tmx::Account& account, std::vector<tmx::Item> items) {
   const auto task = std::make_shared<Task>(Task{.client = client, .account = account, .what = {std::move(items), {}}});
-  readValues(task, &Waiting::Reads::before, [this, task] {
+  readValues(task, &tmx::Waiting::Reads::before, [this, task] {
     run(task, task->what.items, [this, task](const std::vector<tmx::Answer>& answers) {
       task->answers = answers;
       readBehind(task);
@@ -32,7 +32,7 @@ void Changes::request(const Client& client, const Account& account, std::vector<
   });
 }
 
-void Changes::apply(const Client& client, const Account& account, Application application) {
+void Changes::apply(const Client& client, const tmx::Account& account, Application application) {
   const auto task = std::make_shared<Task>(Task{.client = client, .account = account, .what = std::move(application)});
   if (!task->what.isConfirmed) return write(task);
   if (m_isApplying || m_file.exists()) return refuse(task, 400, "another change waits to be confirmed");
@@ -43,7 +43,7 @@ void Changes::apply(const Client& client, const Account& account, Application ap
   run(task, reads, [this, task](const std::vector<tmx::Answer>& answers) { keepBefore(task, answers); });
 }
 
-void Changes::confirm(const Client& client, const Account& account) {
+void Changes::confirm(const Client& client, const tmx::Account& account) {
   const std::optional<Applied> change = m_file.read();
   if (!change) return client->answer(refusal(404, "nothing waits to be confirmed"));
   if (account.user != tmx::UserClass::kAdmin && account.name != change->account.name) {
@@ -64,7 +64,7 @@ void Changes::run(const TaskPointer& task, const std::vector<tmx::Item>& items,
     if (task->what.isConfirmed) m_isApplying = false;
     m_changed();
   };
-  m_upstream.run(Priority::Person, task->account.user, items, done);
+  m_upstream.run(tmx::Priority::Person, task->account.user, items, done);
 }
 
 void Changes::keepBefore(const TaskPointer& task, const std::vector<tmx::Answer>& answers) {
@@ -132,11 +132,11 @@ void Changes::readValues(const TaskPointer& task, Kept kept, std::function<void(
     }
     next();
   };
-  m_upstream.run(Priority::Person, task->account.user, reads, done);
+  m_upstream.run(tmx::Priority::Person, task->account.user, reads, done);
 }
 
 void Changes::readBehind(const TaskPointer& task) {
-  readValues(task, &Waiting::Reads::now, [this, task] {
+  readValues(task, &tmx::Waiting::Reads::now, [this, task] {
     for (std::size_t i = 0; i < task->answers.size(); ++i) {
       if (!task->what.items[i].isWrite || !task->answers[i].accepted()) continue;
       m_waiting.note(task->account, task->what.items[i], task->answers[i], task->reads[i]);

@@ -52,7 +52,7 @@ std::string cameraEvent(bool answers) { return tmx::JsonObject().member("answers
 
 }  // namespace
 
-bool Viewers::add(const std::shared_ptr<Connection>& connection, const Account& account) {
+bool Viewers::add(const std::shared_ptr<Connection>& connection, const tmx::Account& account) {
   const std::string id = newId();
   if (m_viewers.size() >= kMaxViewers || id.empty()) return false;
   m_viewers[id] = {.id = id, .account = account, .connection = connection};
@@ -71,7 +71,7 @@ bool Viewers::add(const std::shared_ptr<Connection>& connection, const Account& 
   return true;
 }
 
-Viewers::Result Viewers::look(const Account& account, const View& view) {
+Viewers::Result Viewers::look(const tmx::Account& account, const View& view) {
   const auto found = m_viewers.find(view.id);
   if (found == m_viewers.end() || found->second.account.name != account.name) return Result::NoSuchPage;
   Viewer& viewer = found->second;
@@ -154,14 +154,14 @@ void Viewers::readOf(tmx::UserClass user) {
     const std::shared_ptr<Value> value = known.lock();
     if (!value || value->user != user) continue;
     const auto period = value->isSlow ? kSlowPeriod : kPeriod;
-    if (value->status != 0 && Clock::now() - value->read < period - 100ms) continue;
+    if (value->status != 0 && tmx::Clock::now() - value->read < period - 100ms) continue;
     values.push_back(value);
     items.push_back(tmx::Item::read(value->path));
   }
   if (values.empty()) return;
   ++m_underWay;
   m_upstream.run(
-      Priority::Reader, user, items,
+      tmx::Priority::Reader, user, items,
       [this](const auto& /*answers*/, const std::string& /*failure*/) {
         for (auto& [id, viewer] : m_viewers)
           tell(viewer);
@@ -174,11 +174,11 @@ void Viewers::readOf(tmx::UserClass user) {
 }
 
 void Viewers::compareWaiting() {
-  if (Clock::now() - m_compared < kComparePeriod) {
+  if (tmx::Clock::now() - m_compared < kComparePeriod) {
     if (m_underWay == 0) readSoon(kPeriod);
     return;
   }
-  m_compared = Clock::now();
+  m_compared = tmx::Clock::now();
   ++m_underWay;
   m_waiting.compare(m_upstream, [this] {
     tellWaiting();
@@ -192,7 +192,7 @@ void Viewers::endRound() {
 }
 
 void Viewers::take(Value& value, const tmx::Answer& answer) {
-  value.read = Clock::now();
+  value.read = tmx::Clock::now();
   std::string text = tmx::unescapeValue(answer.value);
   if (value.status == answer.status && value.hasText == answer.hasValue && value.text == text) return;
   value.status = answer.status;

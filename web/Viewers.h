@@ -8,13 +8,13 @@
 #include <utility>
 #include <vector>
 
-#include "web/Account.h"
+#include "access/Account.h"
+#include "access/Reactor.h"
+#include "access/Upstream.h"
+#include "access/Waiting.h"
 #include "web/Body.h"
 #include "web/ConfirmFile.h"
 #include "web/Connection.h"
-#include "web/Reactor.h"
-#include "web/Upstream.h"
-#include "web/Waiting.h"
 
 namespace console {
 
@@ -24,15 +24,15 @@ namespace console {
  */
 class Viewers {
  public:
-  Viewers(Reactor& reactor, Upstream& upstream, Waiting& waiting, const ConfirmFile& file)
+  Viewers(tmx::Reactor& reactor, tmx::Upstream& upstream, tmx::Waiting& waiting, const ConfirmFile& file)
       : m_reactor(reactor), m_upstream(upstream), m_waiting(waiting), m_file(file) {}
 
   /** Makes the connection a stream of events; false when there are too many. */
-  [[nodiscard]] bool add(const std::shared_ptr<Connection>& connection, const Account& account);
+  [[nodiscard]] bool add(const std::shared_ptr<Connection>& connection, const tmx::Account& account);
 
   enum class Result { Taken, NoSuchPage, TooMuch };
   /** From now on the page with this id, which must be of the account, looks at these paths. */
-  [[nodiscard]] Result look(const Account& account, const View& view);
+  [[nodiscard]] Result look(const tmx::Account& account, const View& view);
 
   /** Why the reader must not ask for the path again and again; a null pointer for one that it may ask for. */
   [[nodiscard]] static const char* faultOf(std::string_view path);
@@ -53,11 +53,11 @@ class Viewers {
     std::string text = {};
     bool hasText = false;
     std::uint64_t changed = 0;  ///< counts the changes of all values
-    Clock::time_point read = {};
+    tmx::Clock::time_point read = {};
   };
   struct Viewer {
     std::string id;
-    Account account;
+    tmx::Account account;
     std::weak_ptr<Connection> connection;
     std::vector<std::shared_ptr<Value>> values = {};
     std::uint64_t seen = 0;   ///< the change up to which it was told
@@ -78,11 +78,11 @@ class Viewers {
   void keepAlive();
   void streamToAll(std::string_view text) const;
 
-  Reactor& m_reactor;
-  Upstream& m_upstream;
-  Waiting& m_waiting;
+  tmx::Reactor& m_reactor;
+  tmx::Upstream& m_upstream;
+  tmx::Waiting& m_waiting;
   const ConfirmFile& m_file;
-  Clock::time_point m_compared = {};
+  tmx::Clock::time_point m_compared = {};
   bool m_isConfirmTold = false;
   std::map<std::string, Viewer> m_viewers;  ///< by their ids
   std::map<std::pair<tmx::UserClass, std::string>, std::weak_ptr<Value>> m_values;
@@ -90,8 +90,8 @@ class Viewers {
   unsigned m_underWay = 0;  ///< parts of a round that are being read
   bool m_isReadAgain = false;
   bool m_answers = true;
-  Reactor::Timer m_nextRead = 0;
-  Reactor::Timer m_nextSign = 0;
+  tmx::Reactor::Timer m_nextRead = 0;
+  tmx::Reactor::Timer m_nextSign = 0;
 };
 
 }  // namespace console

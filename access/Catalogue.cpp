@@ -1,4 +1,4 @@
-#include "web/Catalogue.h"
+#include "access/Catalogue.h"
 
 #include <algorithm>
 #include <fstream>
@@ -6,7 +6,7 @@
 
 #include "cli/Description.h"
 
-namespace console {
+namespace tmx {
 
 /** Hears of one value after the other, with the keys that lead to it: ".parameters.commands.word". */
 class DescriptionReader : public nlohmann::json_sax<nlohmann::json> {
@@ -42,7 +42,7 @@ class DescriptionReader : public nlohmann::json_sax<nlohmann::json> {
     return true;
   }
   bool number_unsigned(number_unsigned_t number) override {
-    return m_place != ".version" || number == tmx::kDescriptionVersion;
+    return m_place != ".version" || number == kDescriptionVersion;
   }
   bool number_integer(number_integer_t /*number*/) override { return true; }
   bool number_float(number_float_t /*number*/, const string_t& /*text*/) override { return true; }
@@ -83,7 +83,7 @@ class DescriptionReader : public nlohmann::json_sax<nlohmann::json> {
   /** At the end of a parameter: one row for each path. */
   void addRows() {
     if (m_stored.empty()) return;
-    const std::vector<std::string> paths = tmx::expandPath(m_path, m_layers);
+    const std::vector<std::string> paths = expandPath(m_path, m_layers);
     if (paths.size() != m_stored.size()) return;
     for (std::size_t i = 0; i < paths.size(); ++i) {
       const std::size_t colon = m_stored[i].find(':');
@@ -95,9 +95,9 @@ class DescriptionReader : public nlohmann::json_sax<nlohmann::json> {
   Catalogue& m_catalogue;
   std::string m_place;
   std::vector<std::size_t> m_objects;  ///< the lengths of m_place where they begin
-  Parameter* m_parameter = nullptr;
+  Traits* m_parameter = nullptr;
   std::string m_path;
-  std::vector<tmx::Selectable> m_layers;
+  std::vector<Selectable> m_layers;
   std::vector<std::string> m_stored;
 };
 
@@ -107,13 +107,13 @@ bool Catalogue::load(const std::string& file) {
   return stream && nlohmann::json::sax_parse(stream, &reader);
 }
 
-const Parameter* Catalogue::find(std::string_view path) const {
-  const auto found = m_parameters.find(tmx::withoutSelectors(path));
+const Traits* Catalogue::find(std::string_view path) const {
+  const auto found = m_parameters.find(withoutSelectors(path));
   return found == m_parameters.end() ? nullptr : &found->second;
 }
 
 const Command* Catalogue::findCommand(std::string_view path, std::string_view value) const {
-  const Parameter* parameter = find(path);
+  const Traits* parameter = find(path);
   if (parameter == nullptr) return nullptr;
   const auto command = std::ranges::find(parameter->commands, value, &Command::word);
   return command == parameter->commands.end() ? nullptr : &*command;
@@ -125,7 +125,7 @@ const Row* Catalogue::findRow(std::string_view path) const {
 }
 
 std::string Catalogue::commitOf(std::string_view path) const {
-  const Parameter* parameter = find(path);
+  const Traits* parameter = find(path);
   if (parameter == nullptr) return {};
   std::string commit = parameter->commit;
   // The part in front of the first difference is shared, but for the selectors that only the path has.
@@ -152,4 +152,4 @@ std::string Catalogue::stops(std::string_view request) const {
   return command == nullptr ? std::string() : command->stops;
 }
 
-}  // namespace console
+}  // namespace tmx

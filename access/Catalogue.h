@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace console {
+namespace tmx {
 
 /** A word that starts something and is not kept. */
 struct Command {
@@ -14,8 +14,8 @@ struct Command {
   std::string stops = {};  ///< what it interrupts, in words; often empty
 };
 
-/** What the gateway has to know of a parameter; the page has the whole description. */
-struct Parameter {
+/** What has to be known of a parameter here; the description has the rest. */
+struct Traits {
   std::vector<Command> commands = {};
   std::string commit = {};   ///< the request that an accepted value waits for, without the path's selectors
   bool isForceful = false;   ///< in force before that
@@ -36,7 +36,7 @@ class Catalogue {
   [[nodiscard]] bool load(const std::string& file);
 
   /** The parameter of a path with or without selectors; a null pointer when there is none. */
-  [[nodiscard]] const Parameter* find(std::string_view path) const;
+  [[nodiscard]] const Traits* find(std::string_view path) const;
 
   /** The command of a write, such as "restart"; a null pointer for a value. */
   [[nodiscard]] const Command* findCommand(std::string_view path, std::string_view value) const;
@@ -54,16 +54,16 @@ class Catalogue {
   template <class Visit>
   void forEachComparable(const Visit& visit) const {
     for (const auto& [path, row] : m_rows) {
-      const Parameter* parameter = find(path);
+      const Traits* parameter = find(path);
       if (parameter->showsStored) visit(path);
     }
   }
 
  private:
   friend class DescriptionReader;
-  std::map<std::string, Parameter, std::less<>> m_parameters;
+  std::map<std::string, Traits, std::less<>> m_parameters;
   std::map<std::string, Row, std::less<>> m_rows;  ///< by paths with their selectors
   std::set<std::string> m_files;
 };
 
-}  // namespace console
+}  // namespace tmx
