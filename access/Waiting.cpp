@@ -112,10 +112,10 @@ void Waiting::takeWritten(const Answer& answer, Clock::time_point begin) {
 /** One round may have met a save that was under way. */
 bool Waiting::isShown(const Difference& difference) { return difference.rounds > 1; }
 
-std::string Waiting::list(bool isForUsers) const {
+std::string Waiting::list(UserClass user) const {
   std::string text;
   const auto add = [&](const std::string& path, const auto& makeEntry) {
-    if (isForUsers && !m_catalogue.find(path)->isForUsers) return;
+    if (!m_catalogue.find(path)->isReadable.at(static_cast<std::size_t>(user))) return;
     text += (text.empty() ? "" : ", ") + makeEntry();
   };
   for (const auto& [path, written] : m_written) {

@@ -143,7 +143,7 @@ void Viewers::tell(Viewer& viewer) const {
 }
 
 void Viewers::tellPending(Viewer& viewer) const {
-  const std::string list = m_waiting.list(viewer.account.user == tmx::UserClass::kUser);
+  const std::string list = m_waiting.list(viewer.account.user);
   const std::size_t hash = std::hash<std::string>()(list);
   const auto connection = viewer.connection.lock();
   if (std::exchange(viewer.pending, hash) != hash && connection) connection->stream(eventText("pending", list));
