@@ -43,8 +43,6 @@ class Agent {
     Link link;
     Outbox outbox;
     Orders orders;
-    std::vector<std::shared_ptr<const tmx::Reader::Value>> values = {};
-    std::uint64_t seen = 0;  ///< the change up to which the values were handed on
   };
 
   void introduce();
@@ -73,7 +71,8 @@ class Agent {
   std::string m_port;  ///< of the camera's encrypted web server
   std::unique_ptr<Connection> m_connection;
   bool m_answers = true;
-  int m_comparisons = 0;  ///< that are still to be made
+  std::uint64_t m_told = 0;  ///< the change of a value that was handed on
+  int m_comparisons = 0;     ///< that are still to be made
   tmx::Reactor::Timer m_nextComparison = 0;
 };
 
