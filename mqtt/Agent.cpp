@@ -8,6 +8,8 @@
 
 #include "cli/Description.h"
 #include "cli/Json.h"
+#include "mqtt/Discovery.h"
+#include "mqtt/Topics.h"
 
 namespace mqtt {
 namespace {
@@ -39,7 +41,7 @@ bool isPublished(const Config& config, const tmx::Traits& parameter, const std::
 
 Agent::Connection::Connection(Agent& agent, const std::string& guid)
     : link(agent.m_reactor, agent.m_config.broker, guid, {.topic = agent.topic("online"), .payload = "false"}),
-      outbox(link, agent.topic("")),
+      outbox(link, guid),
       orders(agent.m_requests, agent.m_account, guid,
              [this](const std::string& topic, const std::string& payload) { outbox.send(topic, payload, false); }) {}
 
@@ -56,7 +58,9 @@ Agent::Agent(tmx::Reactor& reactor, int opener, const Config& config, const tmx:
       m_requests(m_upstream, catalogue, m_waiting),
       m_reader(reactor, m_upstream, kPeriods, [this] { tellValues(); }) {
   m_upstream.onAnswer([this](bool isAnswered, tmx::Clock::duration /*time*/) {
-    if (std::exchange(m_answers, isAnswered) && !isAnswered) m_waiting.noteRestart();
+    if (std::exchange(m_answers, isAnswered) == isAnswered) return;
+    if (!isAnswered) m_waiting.noteRestart();
+    if (m_connection) compareSoon();
   });
   introduce();
 }
@@ -108,7 +112,19 @@ void Agent::connected() {
   outbox.retain("about",
                 tmx::JsonObject().text("model", m_model).text("version", m_version).text("address", address()).str());
   outbox.retain("online", "true");
-  outbox.connected();
+  if (!m_config.discovery.empty()) announce();
+  outbox.pump();
+}
+
+/** Made anew for each connection: it is long, and nobody else needs it. */
+void Agent::announce() {
+  const Device device{
+      .guid = m_guid, .model = m_model, .version = m_version, .address = address(), .user = m_account.user};
+  const auto isOnBroker = [this](const std::string& path) {
+    return isPublished(m_config, *m_catalogue.find(path), path);
+  };
+  m_connection->outbox.send(m_config.discovery + "/device/" + m_guid + "/config",
+                            discovery(m_description, device, isOnBroker), true);
 }
 
 /** Where the camera's console answers: as configured, or where the broker is reached from. */

@@ -17,6 +17,7 @@
 #include "mqtt/Link.h"
 #include "mqtt/Orders.h"
 #include "mqtt/Outbox.h"
+#include "mqtt/Topics.h"
 
 namespace mqtt {
 
@@ -29,6 +30,7 @@ class Agent {
   /**
    * @param opener see tmx::startOpener().
    * @param paths which values are published.
+   * @param description the file that the catalogue was loaded from.
    */
   Agent(tmx::Reactor& reactor, int opener, const Config& config, const tmx::Catalogue& catalogue,
         std::vector<std::string> paths, std::string description);
@@ -48,11 +50,12 @@ class Agent {
   void introduce();
   void begin(const std::vector<tmx::Answer>& answers);
   void connected();
+  void announce();
   [[nodiscard]] std::string address() const;
   void tellValues();
   void compareSoon();
   void compare();
-  [[nodiscard]] std::string topic(const std::string& end) const { return "tmx/1/" + m_guid + "/" + end; }
+  [[nodiscard]] std::string topic(const std::string& end) const { return cameraTopic(m_guid, end); }
 
   tmx::Reactor& m_reactor;
   const Config& m_config;

@@ -1,5 +1,7 @@
 #include "mqtt/Outbox.h"
 
+#include "mqtt/Topics.h"
+
 namespace mqtt {
 namespace {
 
@@ -25,12 +27,11 @@ void Outbox::pump() {
     ++m_underWay;
 }
 
-void Outbox::connected() {
+void Outbox::lost() {
   m_underWay = 0;
   for (auto& [topic, retained] : m_retained)
     retained.isSent = false;
   m_values.forget();
-  pump();
 }
 
 void Outbox::delivered() {
@@ -48,7 +49,7 @@ bool Outbox::sendNext() {
   }
   for (auto& [topic, retained] : m_retained) {
     if (retained.isSent) continue;
-    retained.isSent = m_link.publish(m_root + topic, retained.payload, true).has_value();
+    retained.isSent = m_link.publish(cameraTopic(m_guid, topic), retained.payload, true).has_value();
     return retained.isSent;
   }
   return m_values.sendNext(m_link);

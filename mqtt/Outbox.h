@@ -16,12 +16,11 @@ namespace mqtt {
  */
 class Outbox {
  public:
-  /** @param root in front of the topics that are retained: "tmx/1/GUID/". */
-  Outbox(Link& link, const std::string& root) : m_link(link), m_root(root), m_values(root + "value/") {}
+  Outbox(Link& link, const std::string& guid) : m_link(link), m_guid(guid), m_values(guid) {}
 
   [[nodiscard]] Values& values() { return m_values; }
 
-  /** The payload from now on of a topic below the root. */
+  /** The payload from now on of one of the camera's topics. */
   void retain(const std::string& topic, std::string payload);
 
   /** Goes once; the oldest is given up where more than 32 wait for a connection. */
@@ -31,8 +30,7 @@ class Outbox {
   void pump();
 
   // To be told of the link.
-  void connected();
-  void lost() { m_underWay = 0; }
+  void lost();
   void delivered();
 
  private:
@@ -49,7 +47,7 @@ class Outbox {
   [[nodiscard]] bool sendNext();
 
   Link& m_link;
-  std::string m_root;
+  std::string m_guid;
   Values m_values;
   std::map<std::string, Retained> m_retained;  ///< by topic
   std::deque<Single> m_singles;

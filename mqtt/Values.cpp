@@ -1,8 +1,7 @@
 #include "mqtt/Values.h"
 
-#include <algorithm>
-
 #include "cli/Json.h"
+#include "mqtt/Topics.h"
 
 namespace mqtt {
 namespace {
@@ -28,9 +27,7 @@ bool Values::sendNext(Link& link) {
   for (; m_at < m_entries.size(); ++m_at) {
     Entry& entry = m_entries[m_at];
     if (entry.value->changed == entry.sent) continue;
-    std::string levels(entry.value->path);
-    std::ranges::replace(levels, '.', '/');
-    if (!link.publish(m_root + levels, payloadOf(*entry.value), true)) return false;
+    if (!link.publish(valueTopic(m_guid, std::string(entry.value->path)), payloadOf(*entry.value), true)) return false;
     entry.sent = entry.value->changed;
     return true;
   }

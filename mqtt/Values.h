@@ -14,7 +14,7 @@ namespace mqtt {
 /** The values that are published, each straight from the reader, since there are a thousand of them. */
 class Values {
  public:
-  explicit Values(std::string root) : m_root(std::move(root)) {}
+  explicit Values(std::string guid) : m_guid(std::move(guid)) {}
 
   void add(std::shared_ptr<const tmx::Reader::Value> value) { m_entries.push_back({std::move(value)}); }
 
@@ -32,7 +32,7 @@ class Values {
     std::uint64_t sent = 0;  ///< the change that was published
   };
 
-  std::string m_root;
+  std::string m_guid;
   std::vector<Entry> m_entries;
   std::size_t m_at = 0;  ///< none in front of it is to be sent
 };
