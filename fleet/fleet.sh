@@ -14,7 +14,7 @@ server_packages=(mosquitto prometheus nats-server)
 fleet_packages=(openssl mosquitto-clients python3-paho-mqtt ansible-core)
 default_network=127.77
 at_once=10            # cameras that boot or end side by side
-patience=30           # seconds for a server to listen, and for the cameras to find the broker
+patience=30          # seconds for a server to listen, and for the cameras to find the broker
 agent=/mnt/flash/mqtt # its folder inside
 
 make_servers() { lay_out "$servers" "${server_packages[@]}"; }
