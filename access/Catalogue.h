@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -17,10 +19,10 @@ struct Command {
 /** What has to be known of a parameter here; the description has the rest. */
 struct Traits {
   std::vector<Command> commands = {};
-  std::string commit = {};   ///< the request that an accepted value waits for, without the path's selectors
-  bool isForceful = false;   ///< in force before that
-  bool isForUsers = false;   ///< readable by the class user
-  bool showsStored = false;  ///< a read shows the text of the row
+  std::string commit = {};              ///< the request that an accepted value waits for, without the path's selectors
+  bool isForceful = false;              ///< in force before that
+  std::array<bool, 3> isReadable = {};  ///< by the classes administrator, operator and user
+  bool showsStored = false;             ///< a read shows the text of the row
 };
 
 /** A row of a configuration file. */
@@ -32,8 +34,11 @@ struct Row {
 /** The parameters by their paths without selectors, taken from the description that tmx-describe made. */
 class Catalogue {
  public:
+  /** Hears of a parameter and of its paths with all selectors written out. */
+  using Heard = std::function<void(const Traits& parameter, const std::vector<std::string>& paths)>;
+
   /** Reads the file without ever holding all of it; false where it is no description of a version that is known. */
-  [[nodiscard]] bool load(const std::string& file);
+  [[nodiscard]] bool load(const std::string& file, Heard heard = {});
 
   /** The parameter of a path with or without selectors; a null pointer when there is none. */
   [[nodiscard]] const Traits* find(std::string_view path) const;
@@ -49,6 +54,9 @@ class Catalogue {
 
   /** What a request "PATH=WORD" interrupts, in words; empty for nothing. */
   [[nodiscard]] std::string stops(std::string_view request) const;
+
+  /** The configuration files that hold rows. */
+  [[nodiscard]] const std::set<std::string>& files() const { return m_files; }
 
   /** Calls with each path whose value a read shows as it is stored: until then the two differ. */
   template <class Visit>

@@ -61,15 +61,14 @@ void Waiting::noteRestart() {
   m_differences.clear();
 }
 
-/** As an administrator, since a list is cut to what its reader may see. */
-void Waiting::compare(Upstream& upstream, std::function<void()> done) {
+void Waiting::compare(Upstream& upstream, UserClass user, std::function<void()> done) {
   std::vector<Item> reads;
   m_catalogue.forEachComparable([&](const std::string& path) { reads.push_back(Item::read(path)); });
   for (const auto& [path, written] : m_written) {
     if (written.kind != kHidden && !m_catalogue.find(path)->showsStored) reads.push_back(Item::read(path));
   }
   upstream.run(
-      Priority::Reader, UserClass::kAdmin, reads,
+      Priority::Reader, user, reads,
       [done = std::move(done)](const auto& /*answers*/, const std::string& /*failure*/) { done(); },
       [this, begin = Clock::now()](const std::vector<Answer>& answers) { take(answers, begin); });
 }
@@ -113,10 +112,10 @@ void Waiting::takeWritten(const Answer& answer, Clock::time_point begin) {
 /** One round may have met a save that was under way. */
 bool Waiting::isShown(const Difference& difference) { return difference.rounds > 1; }
 
-std::string Waiting::list(bool isForUsers) const {
+std::string Waiting::list(UserClass user) const {
   std::string text;
   const auto add = [&](const std::string& path, const auto& makeEntry) {
-    if (isForUsers && !m_catalogue.find(path)->isForUsers) return;
+    if (!m_catalogue.find(path)->isReadable.at(static_cast<std::size_t>(user))) return;
     text += (text.empty() ? "" : ", ") + makeEntry();
   };
   for (const auto& [path, written] : m_written) {

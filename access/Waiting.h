@@ -34,11 +34,11 @@ class Waiting {
   /** The daemon was gone: what was staged is lost. */
   void noteRestart();
 
-  /** Reads all that can differ from flash, and compares it. */
-  void compare(Upstream& upstream, std::function<void()> done);
+  /** Reads all that can differ from flash, as far as the class may, and compares it. */
+  void compare(Upstream& upstream, UserClass user, std::function<void()> done);
 
-  /** The list as JSON; with or without what only administrators and operators may read. */
-  [[nodiscard]] std::string list(bool isForUsers) const;
+  /** What the class, no higher than administrator, may read of it, as JSON. */
+  [[nodiscard]] std::string list(UserClass user) const;
   [[nodiscard]] std::size_t count() const;
 
  private:

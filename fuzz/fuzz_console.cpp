@@ -42,7 +42,7 @@ template <class Parse>
 void read(const Parse& parse, std::string_view body) {
   try {
     parse(body);
-  } catch (const console::BadBody&) {
+  } catch (const tmx::BadBody&) {
   }
 }
 

@@ -8,6 +8,7 @@
 
 #include "access/Account.h"
 #include "access/Catalogue.h"
+#include "access/Requests.h"
 #include "access/Upstream.h"
 #include "access/Waiting.h"
 #include "web/Body.h"
@@ -24,7 +25,11 @@ class Changes {
   /** @param changed called when what waits, for a commit or to be confirmed, is another. */
   Changes(tmx::Upstream& upstream, const tmx::Catalogue& catalogue, tmx::Waiting& waiting, const ConfirmFile& file,
           std::function<void()> changed)
-      : m_upstream(upstream), m_catalogue(catalogue), m_waiting(waiting), m_file(file), m_changed(std::move(changed)) {}
+      : m_upstream(upstream),
+        m_waiting(waiting),
+        m_requests(upstream, catalogue, waiting),
+        m_file(file),
+        m_changed(std::move(changed)) {}
 
   /** Reads and writes. */
   void request(const Client& client, const tmx::Account& account, std::vector<tmx::Item> items);
@@ -36,12 +41,11 @@ class Changes {
  private:
   struct Task {
     std::weak_ptr<Connection> client;
-    tmx::Account account;
-    Application what;
-    std::vector<tmx::Answer> answers = {};  ///< to the items
-    std::optional<tmx::Answer> commit = {};
+    tmx::Work work;
+    tmx::Item commit = {};
+    bool isConfirmed = false;
+    std::optional<tmx::Answer> committed = {};
     Applied before = {};
-    std::vector<tmx::Waiting::Reads> reads = {};  ///< of each item
   };
   using TaskPointer = std::shared_ptr<Task>;
 
@@ -51,15 +55,17 @@ class Changes {
   void write(const TaskPointer& task);
   void commit(const TaskPointer& task);
   void takeBack(const TaskPointer& task);
-  using Kept = std::optional<std::string> tmx::Waiting::Reads::*;
-  void readValues(const TaskPointer& task, Kept kept, std::function<void()> next);
-  void readBehind(const TaskPointer& task);
+  void lookBehind(const TaskPointer& task);
   void finish(const TaskPointer& task);
+  void fail(const TaskPointer& task, const std::string& failure);
   static void refuse(const TaskPointer& task, int status, const std::string& text);
 
+  /** The task's work, which lives as long as the task. */
+  [[nodiscard]] static std::shared_ptr<tmx::Work> workOf(const TaskPointer& task) { return {task, &task->work}; }
+
   tmx::Upstream& m_upstream;
-  const tmx::Catalogue& m_catalogue;
   tmx::Waiting& m_waiting;
+  tmx::Requests m_requests;
   const ConfirmFile& m_file;
   std::function<void()> m_changed;
   bool m_isApplying = false;  ///< something that is to be confirmed

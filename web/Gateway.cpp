@@ -100,7 +100,7 @@ void Gateway::post(const Client& client, const Request& request, const tmx::Acco
     if (path == "/api/apply") return m_changes.apply(client, account, parseApplication(request.body));
     if (path == "/api/confirm") return m_changes.confirm(client, account);
     if (path == "/api/view") return look(client, account, request.body);
-  } catch (const BadBody& bad) {
+  } catch (const tmx::BadBody& bad) {
     return client->answer(refusal(400, bad.what()));
   }
   client->answer(refusal(404, "there is no such request"));
@@ -109,7 +109,7 @@ void Gateway::post(const Client& client, const Request& request, const tmx::Acco
 void Gateway::look(const Client& client, const tmx::Account& account, const std::string& body) {
   const View view = parseView(body);
   for (const std::string& path : view.paths) {
-    if (const char* fault = Viewers::faultOf(path)) return client->answer(refusal(400, path + ": " + fault));
+    if (const char* fault = tmx::Reader::faultOf(path)) return client->answer(refusal(400, path + ": " + fault));
   }
   switch (m_viewers.look(account, view)) {
     case Viewers::Result::Taken:

@@ -71,7 +71,7 @@ void Metrics::serve(const std::shared_ptr<Connection>& client) {
   m_clients.push_back(client);
   if (m_clients.size() > 1) return;
   if (tmx::Clock::now() - m_read < kPeriod) return take({});
-  m_waiting.compare(m_upstream, [this] {
+  m_waiting.compare(m_upstream, tmx::UserClass::kAdmin, [this] {
     std::vector<tmx::Item> reads;
     reads.reserve(kPaths.size());
     for (const char* path : kPaths)
