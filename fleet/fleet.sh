@@ -67,10 +67,15 @@ end() {
   rm -f "$fleet/run/$1.pid"
 }
 
-# await NAME ADDRESS PORT: until it listens there.
-await() {
+listens() { (exec 3<>"/dev/tcp/$1/$2") 2>/dev/null; }
+
+# serve NAME ADDRESS PORT COMMAND...: started, unless it runs, and listening there.
+serve() {
   local pid end=$((SECONDS + patience))
-  until (exec 3<>"/dev/tcp/$2/$3") 2>/dev/null; do
+  ! runs "$1" || return 0
+  ! listens "$2" "$3" || fail "something else listens at $2:$3; another fleet needs another --network"
+  start "$1" "${@:4}"
+  until listens "$2" "$3"; do
     runs "$1" && ((SECONDS < end)) || fail "$1 does not listen at $2:$3: $(tail -n 3 "$fleet/run/$1.log")"
     sleep 0.05
   done
@@ -155,7 +160,7 @@ start_camera() {
   address=$(address_of "$1")
   [[ -e $home/flash/mqtt/agent.conf ]] || prepare_camera "$1"
   sandbox status >/dev/null || sandbox up --quiet --uplink "$network.255.1:8883"
-  start "relay-$1" "$programs/bin/camera-sandbox" relay --home "$home" "$address:8080" "$address:8443"
+  serve "relay-$1" "$address" 8443 "$programs/bin/camera-sandbox" relay --home "$home" "$address:8080" "$address:8443"
 }
 
 end_camera() {
@@ -165,8 +170,7 @@ end_camera() {
 }
 
 start_broker() {
-  start broker "$checkout/fleet/broker" "$fleet/broker" 8883 "$network.255.1"
-  await broker "$network.255.1" 8883
+  serve broker "$network.255.1" 8883 "$checkout/fleet/broker" "$fleet/broker" 8883 "$network.255.1"
 }
 
 start_prometheus() {
@@ -175,10 +179,9 @@ start_prometheus() {
   [[ -e $folder/password ]] || (umask 077 && new_password >"$folder/password")
   cp "$checkout"/fleet/prometheus/{prometheus,rules}.yml "$fleet/broker/ca.pem" "$folder"
   start targets "$checkout/fleet/targets" --broker "$network.255.1:8883" --certificates "$fleet/broker" "$folder/targets.json"
-  start prometheus "$checkout/fleet/server" prometheus --config.file="$folder/prometheus.yml" \
+  serve prometheus "$network.255.1" 9090 "$checkout/fleet/server" prometheus --config.file="$folder/prometheus.yml" \
     --storage.tsdb.path="$folder/data" --storage.tsdb.retention.time=7d --web.listen-address="$network.255.1:9090" \
     --log.level=warn
-  await prometheus "$network.255.1" 9090
 }
 
 make_inventory() {
