@@ -6,6 +6,8 @@
 
 #include "cli/Description.h"
 #include "cli/Json.h"
+#include "mqtt/Discovery.h"
+#include "mqtt/Topics.h"
 
 namespace mqtt {
 namespace {
@@ -26,12 +28,6 @@ constexpr std::array<const char*, 4> kAboutPaths{"system.guid", "system.model", 
 
 bool isBelow(std::string_view path, std::string_view head) {
   return path.starts_with(head) && (path.size() == head.size() || path[head.size()] == '.');
-}
-
-/** The path as a topic's levels. */
-std::string levels(std::string path) {
-  std::ranges::replace(path, '.', '/');
-  return path;
 }
 
 }  // namespace
@@ -115,7 +111,19 @@ void Agent::connected() {
   outbox.retain(topic("about"),
                 tmx::JsonObject().text("model", m_model).text("version", m_version).text("address", address()).str());
   outbox.retain(topic("online"), "true");
+  if (!m_config.discovery.empty()) announce();
   outbox.connected();
+}
+
+/** Made anew for each connection: it is long, and nobody else needs it. */
+void Agent::announce() {
+  const Device device{
+      .guid = m_guid, .model = m_model, .version = m_version, .address = address(), .user = m_account.user};
+  const auto isOnBroker = [this](const std::string& path) {
+    return isPublished(m_config, *m_catalogue.find(path), path);
+  };
+  m_connection->outbox.send(m_config.discovery + "/device/" + m_guid + "/config",
+                            discovery(m_description, device, isOnBroker), true);
 }
 
 /** Where the camera's console answers: as configured, or where the broker is reached from. */
@@ -131,7 +139,7 @@ void Agent::tellValues() {
     if (value->changed <= m_connection->seen) continue;
     const bool isShown =
         value->hasText && (value->status == 200 || value->status == 202) && value->text.size() <= kLongestValue;
-    m_connection->outbox.retain(topic("value/" + levels(value->path)),
+    m_connection->outbox.retain(valueTopic(m_guid, value->path),
                                 isShown ? tmx::jsonString(value->text) : std::string());
     isNew = true;
   }

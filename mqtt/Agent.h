@@ -29,6 +29,7 @@ class Agent {
   /**
    * @param opener see tmx::startOpener().
    * @param paths which values are published.
+   * @param description the file that the catalogue was loaded from.
    */
   Agent(tmx::Reactor& reactor, int opener, const Config& config, const tmx::Catalogue& catalogue,
         std::vector<std::string> paths, std::string description);
@@ -50,6 +51,7 @@ class Agent {
   void introduce();
   void begin(const std::vector<tmx::Answer>& answers);
   void connected();
+  void announce();
   [[nodiscard]] std::string address() const;
   void tellValues();
   void compareSoon();
