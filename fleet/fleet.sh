@@ -140,10 +140,10 @@ prepare_camera() {
   paste -d : <(printf 'admin\nuser\n') \
     <(printf '%s\n' "$password" "$(<"$fleet/prometheus/password")" | openssl passwd -apr1 -stdin) >"$flash/lighttpd/.htpasswd"
 
-  mkdir -p "$flash/mqtt"
-  cp "$certificates/ca.pem" "$flash/mqtt/ca.pem"
-  cp "$certificates/$guid.pem" "$flash/mqtt/certificate.pem"
-  cp "$certificates/$guid.key" "$flash/mqtt/key.pem"
+  # The agent is another user; its key becomes its own at the start.
+  install -D -m 644 "$certificates/ca.pem" "$flash/mqtt/ca.pem"
+  install -m 644 "$certificates/$guid.pem" "$flash/mqtt/certificate.pem"
+  install -m 600 "$certificates/$guid.key" "$flash/mqtt/key.pem"
   cat >"$flash/mqtt/agent.conf.new" <<END
 broker=127.0.0.1:8883
 ca=$agent/ca.pem
