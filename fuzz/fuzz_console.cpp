@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "web/Account.h"
+#include "access/Account.h"
 #include "web/Body.h"
 #include "web/Files.h"
 #include "web/Scgi.h"
@@ -28,7 +28,7 @@ void parse(std::string_view bytes) {
   if (state != ScgiParser::State::Complete) return;
   const console::Request& request = whole.request();
   assert(request.header("SCGI") == "1" && request.body.size() <= console::kMaxBody);
-  static_cast<void>(console::accountOf(request.header("REMOTE_USER")));
+  static_cast<void>(tmx::accountOf(request.header("REMOTE_USER")));
   assert(console::fileOf("/nowhere", request.header("PATH_INFO"), request.header("HTTP_IF_NONE_MATCH")).status == 404);
 }
 
@@ -42,7 +42,7 @@ template <class Parse>
 void read(const Parse& parse, std::string_view body) {
   try {
     parse(body);
-  } catch (const console::BadBody&) {
+  } catch (const tmx::BadBody&) {
   }
 }
 

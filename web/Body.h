@@ -1,18 +1,12 @@
 #pragma once
 
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "cli/Item.h"
+#include "access/Body.h"
 
 namespace console {
-
-/** A body that cannot be understood; what() says why. */
-struct BadBody : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
 
 /** What a page looks at. */
 struct View {
@@ -27,13 +21,13 @@ struct Application {
   bool isConfirmed = false;  ///< goes back unless somebody confirms it
 };
 
-/** {"items": [{"path", "value"?}, …]}; the values in their form on the wire. Throws BadBody. */
+/** {"items": [{"path", "value"?}, …]}. Throws tmx::BadBody, as the others do. */
 [[nodiscard]] std::vector<tmx::Item> parseItems(std::string_view body);
 
-/** {"items": [writes], "commit": "PATH=WORD", "confirm"?: true}. Throws BadBody. */
+/** {"items": [writes], "commit": "PATH=WORD", "confirm"?: true}. */
 [[nodiscard]] Application parseApplication(std::string_view body);
 
-/** {"id", "paths"}. Throws BadBody. */
+/** {"id", "paths"}. */
 [[nodiscard]] View parseView(std::string_view body);
 
 }  // namespace console

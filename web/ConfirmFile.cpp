@@ -73,7 +73,7 @@ std::optional<Applied> ConfirmFile::parse(const std::string& file) {
   if (!stream) return std::nullopt;
   try {
     const Json json = Json::parse(stream);
-    const auto account = accountOf(json.at("account").get<std::string>());
+    const auto account = tmx::accountOf(json.at("account").get<std::string>());
     if (!account) return std::nullopt;
     Applied change{.account = *account, .commit = json.at("commit"), .items = {}};
     for (const Json& item : json.at("items"))

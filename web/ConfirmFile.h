@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "web/Account.h"
+#include "access/Account.h"
 
 namespace console {
 
@@ -16,7 +16,7 @@ struct Applied {
     std::string before;
     std::string after;
   };
-  Account account;
+  tmx::Account account;
   std::string commit;  ///< "PATH=WORD"
   std::vector<Item> items;
 };

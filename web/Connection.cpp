@@ -19,7 +19,7 @@ constexpr std::size_t kMaxUntaken = 131072;
 
 }  // namespace
 
-Connection::Connection(Reactor& reactor, FileDescriptor descriptor, OnRequest onRequest, OnClosed onClosed)
+Connection::Connection(tmx::Reactor& reactor, FileDescriptor descriptor, OnRequest onRequest, OnClosed onClosed)
     : m_reactor(reactor),
       m_descriptor(std::move(descriptor)),
       m_onRequest(std::move(onRequest)),

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "access/Reactor.h"
 #include "local/FileDescriptor.h"
-#include "web/Reactor.h"
 #include "web/Response.h"
 #include "web/Scgi.h"
 
@@ -21,7 +21,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
   using OnRequest = std::function<void(const std::shared_ptr<Connection>&, const Request&)>;
   using OnClosed = std::function<void(const Connection*)>;
 
-  Connection(Reactor& reactor, FileDescriptor descriptor, OnRequest onRequest, OnClosed onClosed);
+  Connection(tmx::Reactor& reactor, FileDescriptor descriptor, OnRequest onRequest, OnClosed onClosed);
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
   ~Connection();
@@ -43,7 +43,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
   [[nodiscard]] bool write();
   void close();
 
-  Reactor& m_reactor;
+  tmx::Reactor& m_reactor;
   FileDescriptor m_descriptor;
   OnRequest m_onRequest;
   OnClosed m_onClosed;
@@ -52,7 +52,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
   bool m_isRequestRead = false;
   bool m_isStream = false;
   std::string m_output;
-  Reactor::Timer m_limit = 0;
+  tmx::Reactor::Timer m_limit = 0;
 };
 
 }  // namespace console

@@ -27,8 +27,8 @@ std::string pathOf(const Request& request) {
 
 }  // namespace
 
-Gateway::Gateway(Reactor& reactor, FileDescriptor server, int opener, std::string page, const Catalogue& catalogue,
-                 const ConfirmFile& file)
+Gateway::Gateway(tmx::Reactor& reactor, FileDescriptor server, int opener, std::string page,
+                 const tmx::Catalogue& catalogue, const ConfirmFile& file)
     : m_reactor(reactor),
       m_server(std::move(server)),
       m_page(std::move(page)),
@@ -37,7 +37,7 @@ Gateway::Gateway(Reactor& reactor, FileDescriptor server, int opener, std::strin
       m_viewers(reactor, m_upstream, m_waiting, file),
       m_changes(m_upstream, catalogue, m_waiting, file, [this] { m_viewers.tellWaiting(); }),
       m_metrics(m_upstream, m_waiting) {
-  m_upstream.onAnswer([this](bool isAnswered, Clock::duration time) {
+  m_upstream.onAnswer([this](bool isAnswered, tmx::Clock::duration time) {
     m_metrics.noteAnswer(isAnswered, time);
     m_viewers.noteAnswer(isAnswered);
   });
@@ -58,7 +58,7 @@ void Gateway::accept() {
 }
 
 void Gateway::serve(const Client& client, const Request& request) {
-  const auto account = accountOf(request.header("REMOTE_USER"));
+  const auto account = tmx::accountOf(request.header("REMOTE_USER"));
   if (!account) return client->answer(refusal(403, "the console is for the accounts admin, operator and user"));
   const std::string path = pathOf(request);
   const std::string_view method = request.header("REQUEST_METHOD");
@@ -67,13 +67,13 @@ void Gateway::serve(const Client& client, const Request& request) {
   client->answer(refusal(405, "the console takes GET and POST"));
 }
 
-void Gateway::get(const Client& client, const Request& request, const Account& account, const std::string& path) {
+void Gateway::get(const Client& client, const Request& request, const tmx::Account& account, const std::string& path) {
   if (path.empty()) {
     client->answer({.status = 301, .type = "", .headers = "Location: /console/\r\n"});
   } else if (path == "/api/me") {
     client->answer(json(tmx::JsonObject()
                             .text("user", account.name)
-                            .text("class", className(account.user))
+                            .text("class", tmx::className(account.user))
                             .member("simulated", hasJournal() ? "true" : "false")
                             .str()));
   } else if (path == "/api/events") {
@@ -90,7 +90,7 @@ void Gateway::get(const Client& client, const Request& request, const Account& a
   }
 }
 
-void Gateway::post(const Client& client, const Request& request, const Account& account, const std::string& path) {
+void Gateway::post(const Client& client, const Request& request, const tmx::Account& account, const std::string& path) {
   // What a form or a script of another site cannot send.
   if (request.header("CONTENT_TYPE") != "application/json" || request.header("HTTP_X_TMX_CONSOLE") != "1") {
     return client->answer(refusal(403, "application/json and the header X-Tmx-Console: 1 are needed"));
@@ -100,16 +100,16 @@ void Gateway::post(const Client& client, const Request& request, const Account& 
     if (path == "/api/apply") return m_changes.apply(client, account, parseApplication(request.body));
     if (path == "/api/confirm") return m_changes.confirm(client, account);
     if (path == "/api/view") return look(client, account, request.body);
-  } catch (const BadBody& bad) {
+  } catch (const tmx::BadBody& bad) {
     return client->answer(refusal(400, bad.what()));
   }
   client->answer(refusal(404, "there is no such request"));
 }
 
-void Gateway::look(const Client& client, const Account& account, const std::string& body) {
+void Gateway::look(const Client& client, const tmx::Account& account, const std::string& body) {
   const View view = parseView(body);
   for (const std::string& path : view.paths) {
-    if (const char* fault = Viewers::faultOf(path)) return client->answer(refusal(400, path + ": " + fault));
+    if (const char* fault = tmx::Reader::faultOf(path)) return client->answer(refusal(400, path + ": " + fault));
   }
   switch (m_viewers.look(account, view)) {
     case Viewers::Result::Taken:

@@ -4,17 +4,17 @@
 #include <memory>
 #include <string>
 
+#include "access/Account.h"
+#include "access/Catalogue.h"
+#include "access/Reactor.h"
+#include "access/Upstream.h"
+#include "access/Waiting.h"
 #include "local/FileDescriptor.h"
-#include "web/Account.h"
-#include "web/Catalogue.h"
 #include "web/Changes.h"
 #include "web/ConfirmFile.h"
 #include "web/Connection.h"
 #include "web/Metrics.h"
-#include "web/Reactor.h"
-#include "web/Upstream.h"
 #include "web/Viewers.h"
-#include "web/Waiting.h"
 
 namespace console {
 
@@ -26,7 +26,7 @@ class Gateway {
    * @param opener see startOpener().
    * @param page the folder of the page's files.
    */
-  Gateway(Reactor& reactor, FileDescriptor server, int opener, std::string page, const Catalogue& catalogue,
+  Gateway(tmx::Reactor& reactor, FileDescriptor server, int opener, std::string page, const tmx::Catalogue& catalogue,
           const ConfirmFile& file);
 
  private:
@@ -34,15 +34,15 @@ class Gateway {
 
   void accept();
   void serve(const Client& client, const Request& request);
-  void get(const Client& client, const Request& request, const Account& account, const std::string& path);
-  void post(const Client& client, const Request& request, const Account& account, const std::string& path);
-  void look(const Client& client, const Account& account, const std::string& body);
+  void get(const Client& client, const Request& request, const tmx::Account& account, const std::string& path);
+  void post(const Client& client, const Request& request, const tmx::Account& account, const std::string& path);
+  void look(const Client& client, const tmx::Account& account, const std::string& body);
 
-  Reactor& m_reactor;
+  tmx::Reactor& m_reactor;
   FileDescriptor m_server;
   std::string m_page;
-  Upstream m_upstream;
-  Waiting m_waiting;
+  tmx::Upstream m_upstream;
+  tmx::Waiting m_waiting;
   Viewers m_viewers;
   Changes m_changes;
   Metrics m_metrics;

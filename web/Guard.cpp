@@ -14,10 +14,10 @@
 #include <optional>
 #include <vector>
 
+#include "access/Opener.h"
 #include "cli/Client.h"
 #include "cli/Item.h"
 #include "local/FileDescriptor.h"
-#include "web/Opener.h"
 
 namespace console {
 namespace {
@@ -48,8 +48,8 @@ std::vector<tmx::Answer> ask(int opener, tmx::UserClass user, const std::vector<
   for (const std::vector<tmx::Item>& request : tmx::splitRequests(items)) {
     const std::string frame = tmx::requestFrame(user, tmx::LineEnd::kPlain, tmx::requestText(request));
     while (true) {
-      if (!requestConnection(opener)) std::exit(EXIT_FAILURE);
-      const FileDescriptor connection = takeConnection(opener);
+      if (!tmx::requestConnection(opener)) std::exit(EXIT_FAILURE);
+      const FileDescriptor connection = tmx::takeConnection(opener);
       if (!connection.isValid() && errno == EPIPE) std::exit(EXIT_FAILURE);
       if (connection.isValid()) {
         const tmx::Reply reply = tmx::exchangeOver(connection.get(), frame, kAnswerLimit);

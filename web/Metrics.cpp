@@ -70,22 +70,22 @@ double uptime() {
 void Metrics::serve(const std::shared_ptr<Connection>& client) {
   m_clients.push_back(client);
   if (m_clients.size() > 1) return;
-  if (Clock::now() - m_read < kPeriod) return take({});
-  m_waiting.compare(m_upstream, [this] {
+  if (tmx::Clock::now() - m_read < kPeriod) return take({});
+  m_waiting.compare(m_upstream, tmx::UserClass::kAdmin, [this] {
     std::vector<tmx::Item> reads;
     reads.reserve(kPaths.size());
     for (const char* path : kPaths)
       reads.push_back(tmx::Item::read(path));
-    m_upstream.run(Priority::Reader, tmx::UserClass::kUser, reads,
+    m_upstream.run(tmx::Priority::Reader, tmx::UserClass::kUser, reads,
                    [this](const std::vector<tmx::Answer>& values, const std::string& /*failure*/) {
                      m_values.clear();
-                     m_read = Clock::now();
+                     m_read = tmx::Clock::now();
                      take(values);
                    });
   });
 }
 
-void Metrics::noteAnswer(bool isAnswered, Clock::duration time) {
+void Metrics::noteAnswer(bool isAnswered, tmx::Clock::duration time) {
   if (!isAnswered) return;
   const double seconds = std::chrono::duration<double>(time).count();
   ++m_requests;

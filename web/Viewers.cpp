@@ -18,19 +18,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kPeriod = 2s;
-constexpr auto kSlowPeriod = 10s;
+constexpr tmx::Reader::Periods kPeriods{.usual = 2s, .slow = 10s};
 constexpr auto kComparePeriod = 4s;
 constexpr auto kSignPeriod = 15s;
 constexpr std::size_t kMaxViewers = 64;
 constexpr std::size_t kMaxValues = 3000;
-
-/** What takes the daemon time, or changes with each read. */
-bool isSlow(std::string_view path) {
-  const std::string bare = tmx::withoutSelectors(path);
-  return bare == "system.hardware.cpu.utilization" || bare == "system.session" || bare == "system.log" ||
-         bare == "system.model" || bare.starts_with("application.audioplay.");
-}
 
 std::string newId() {
   std::array<unsigned char, 16> bytes{};
@@ -52,7 +44,17 @@ std::string cameraEvent(bool answers) { return tmx::JsonObject().member("answers
 
 }  // namespace
 
-bool Viewers::add(const std::shared_ptr<Connection>& connection, const Account& account) {
+Viewers::Viewers(tmx::Reactor& reactor, tmx::Upstream& upstream, tmx::Waiting& waiting, const ConfirmFile& file)
+    : m_reactor(reactor),
+      m_upstream(upstream),
+      m_waiting(waiting),
+      m_file(file),
+      m_reader(reactor, upstream, kPeriods, [this] {
+        for (auto& [id, viewer] : m_viewers)
+          tell(viewer);
+      }) {}
+
+bool Viewers::add(const std::shared_ptr<Connection>& connection, const tmx::Account& account) {
   const std::string id = newId();
   if (m_viewers.size() >= kMaxViewers || id.empty()) return false;
   m_viewers[id] = {.id = id, .account = account, .connection = connection};
@@ -67,36 +69,28 @@ bool Viewers::add(const std::shared_ptr<Connection>& connection, const Account& 
     tellWaiting();
   }
   if (m_nextSign == 0) m_nextSign = m_reactor.after(kSignPeriod, [this] { keepAlive(); });
-  readSoon(0s);
+  if (m_nextComparison == 0) m_nextComparison = m_reactor.after(0s, [this] { compareWaiting(); });
   return true;
 }
 
-Viewers::Result Viewers::look(const Account& account, const View& view) {
+Viewers::Result Viewers::look(const tmx::Account& account, const View& view) {
   const auto found = m_viewers.find(view.id);
   if (found == m_viewers.end() || found->second.account.name != account.name) return Result::NoSuchPage;
   Viewer& viewer = found->second;
-  std::vector<std::shared_ptr<Value>> values;
+  std::vector<std::shared_ptr<const tmx::Reader::Value>> values;
   for (const std::string& path : view.paths)
-    values.push_back(value(account.user, path));
+    values.push_back(m_reader.watch(account.user, path));
   std::ranges::sort(values);
   values.erase(std::unique(values.begin(), values.end()), values.end());
   viewer.values = std::move(values);
   viewer.seen = 0;
-  std::erase_if(m_values, [](const auto& entry) { return entry.second.expired(); });
-  if (m_values.size() > kMaxValues) {
+  if (m_reader.count() > kMaxValues) {
     viewer.values.clear();
     return Result::TooMuch;
   }
   tell(viewer);  // what others look at too is known already
-  readSoon(0s);
+  m_reader.readSoon();
   return Result::Taken;
-}
-
-const char* Viewers::faultOf(std::string_view path) {
-  if (tmx::withoutSelectors(path) == "storage.disk.check") return "each read of it tests the card";
-  // Behind it "camera.scene.status=save" would mean this scene, for everybody.
-  if (path.starts_with("camera.scene(")) return "a path that names a scene selects it, for all clients";
-  return nullptr;
 }
 
 void Viewers::tellWaiting() {
@@ -117,88 +111,17 @@ void Viewers::noteAnswer(bool isAnswered) {
 void Viewers::remove(const std::string& id) {
   m_viewers.erase(id);
   if (!m_viewers.empty()) return;
-  m_compared = {};
-  m_reactor.cancel(std::exchange(m_nextRead, 0));
+  m_reactor.cancel(std::exchange(m_nextComparison, 0));
   m_reactor.cancel(std::exchange(m_nextSign, 0));
-  m_values.clear();
-}
-
-std::shared_ptr<Viewers::Value> Viewers::value(tmx::UserClass user, const std::string& path) {
-  std::weak_ptr<Value>& known = m_values[{user, path}];
-  std::shared_ptr<Value> value = known.lock();
-  if (!value) known = value = std::make_shared<Value>(Value{.user = user, .path = path, .isSlow = isSlow(path)});
-  return value;
-}
-
-void Viewers::readSoon(std::chrono::milliseconds time) {
-  if (m_underWay > 0) {
-    m_isReadAgain = true;
-    return;
-  }
-  m_reactor.cancel(m_nextRead);
-  m_nextRead = m_reactor.after(time, [this] { readAll(); });
-}
-
-void Viewers::readAll() {
-  m_nextRead = 0;
-  m_isReadAgain = false;
-  for (const tmx::UserClass user : {tmx::UserClass::kAdmin, tmx::UserClass::kOperator, tmx::UserClass::kUser})
-    readOf(user);
-  compareWaiting();
-}
-
-void Viewers::readOf(tmx::UserClass user) {
-  std::vector<std::shared_ptr<Value>> values;
-  std::vector<tmx::Item> items;
-  for (const auto& [key, known] : m_values) {
-    const std::shared_ptr<Value> value = known.lock();
-    if (!value || value->user != user) continue;
-    const auto period = value->isSlow ? kSlowPeriod : kPeriod;
-    if (value->status != 0 && Clock::now() - value->read < period - 100ms) continue;
-    values.push_back(value);
-    items.push_back(tmx::Item::read(value->path));
-  }
-  if (values.empty()) return;
-  ++m_underWay;
-  m_upstream.run(
-      Priority::Reader, user, items,
-      [this](const auto& /*answers*/, const std::string& /*failure*/) {
-        for (auto& [id, viewer] : m_viewers)
-          tell(viewer);
-        endRound();
-      },
-      [this, values, next = std::size_t{0}](const std::vector<tmx::Answer>& answers) mutable {
-        for (const tmx::Answer& answer : answers)
-          take(*values[next++], answer);
-      });
 }
 
 void Viewers::compareWaiting() {
-  if (Clock::now() - m_compared < kComparePeriod) {
-    if (m_underWay == 0) readSoon(kPeriod);
-    return;
-  }
-  m_compared = Clock::now();
-  ++m_underWay;
-  m_waiting.compare(m_upstream, [this] {
+  m_nextComparison = m_reactor.after(kComparePeriod, [this] { compareWaiting(); });
+  if (std::exchange(m_isComparing, true)) return;
+  m_waiting.compare(m_upstream, tmx::UserClass::kAdmin, [this] {
+    m_isComparing = false;
     tellWaiting();
-    endRound();
   });
-}
-
-void Viewers::endRound() {
-  --m_underWay;
-  if (m_underWay == 0 && !m_viewers.empty()) readSoon(m_isReadAgain ? 0s : kPeriod);
-}
-
-void Viewers::take(Value& value, const tmx::Answer& answer) {
-  value.read = Clock::now();
-  std::string text = tmx::unescapeValue(answer.value);
-  if (value.status == answer.status && value.hasText == answer.hasValue && value.text == text) return;
-  value.status = answer.status;
-  value.hasText = answer.hasValue;
-  value.text = std::move(text);
-  value.changed = ++m_changes;
 }
 
 /** A new view is told as a whole, once all of it has been read. */
@@ -214,13 +137,13 @@ void Viewers::tell(Viewer& viewer) const {
     values.member(value->path, shown.str());
     isNew = true;
   }
-  viewer.seen = m_changes;
+  viewer.seen = m_reader.changes();
   const auto connection = viewer.connection.lock();
   if (isNew && connection) connection->stream(eventText("values", values.str()));
 }
 
 void Viewers::tellPending(Viewer& viewer) const {
-  const std::string list = m_waiting.list(viewer.account.user == tmx::UserClass::kUser);
+  const std::string list = m_waiting.list(viewer.account.user);
   const std::size_t hash = std::hash<std::string>()(list);
   const auto connection = viewer.connection.lock();
   if (std::exchange(viewer.pending, hash) != hash && connection) connection->stream(eventText("pending", list));

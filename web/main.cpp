@@ -18,10 +18,10 @@
 #include <cstring>
 #include <string>
 
+#include "access/Opener.h"
+#include "access/Privileges.h"
 #include "web/Gateway.h"
 #include "web/Guard.h"
-#include "web/Opener.h"
-#include "web/Privileges.h"
 
 namespace console {
 namespace {
@@ -91,10 +91,10 @@ bool parseOptions(int argc, char** argv, Options& options) {
 
 [[noreturn]] void run(const Options& options) {
   openlog("tmx-console", LOG_NDELAY, LOG_DAEMON);  // the log's socket may be root's
-  const FileDescriptor opener = startOpener(options.socket);
+  const FileDescriptor opener = tmx::startOpener(options.socket, "console-opener");
   if (!opener.isValid()) die("start the opener");
   // Nothing of anybody else's is read before this.
-  if (!becomeUser(options.user, {options.state, kRunFolder})) die("become the user " + options.user);
+  if (!tmx::becomeUser(options.user, {options.state, kRunFolder})) die("become the user " + options.user);
   const ConfirmFile file(options.state);
   if (options.isGuard) {
     prctl(PR_SET_NAME, "console-guard");
@@ -103,9 +103,9 @@ bool parseOptions(int argc, char** argv, Options& options) {
   mallopt(M_MMAP_THRESHOLD, kLargeBytes);  // what a burst of requests took goes back
   mallopt(M_TRIM_THRESHOLD, kLargeBytes);
   prctl(PR_SET_PDEATHSIG, SIGTERM);  // the web server that comes behind one that was killed starts another
-  Catalogue catalogue;
+  tmx::Catalogue catalogue;
   if (!catalogue.load(options.description)) die("read " + options.description);
-  Reactor reactor;
+  tmx::Reactor reactor;
   const Gateway gateway(reactor, FileDescriptor(STDIN_FILENO), opener.get(), options.page, catalogue, file);
   reactor.run();
 }

@@ -132,14 +132,15 @@ void Home::power() const {
   if (fs::file_size(run("fault"), error) != sizeof(FaultPage)) {
     writeFile(run("fault"), std::string(sizeof(FaultPage), '\0'));
   }
-  giveToConsole("fault");
+  give("run/fault", consoleUser);  // a fault can also meet what the console does on flash
+  if (fs::exists(path("flash/mqtt/key.pem"), error)) give("flash/mqtt/key.pem", mqttUser);
   const Fd page(open(run("fault").c_str(), O_WRONLY | O_CLOEXEC));
   const std::uint32_t lit = 0;
   must(pwrite(page.get(), &lit, sizeof lit, offsetof(FaultPage, dark)) == sizeof lit, "light " + run("fault").string());
 }
 
-void Home::giveToConsole(const std::string& name) const {
-  if (geteuid() == 0) must(chown(run(name).c_str(), consoleUser, 0) == 0, "give " + run(name).string());
+void Home::give(const std::string& name, uid_t user) const {
+  if (geteuid() == 0) must(chown(path(name).c_str(), user, 0) == 0, "give " + path(name).string());
 }
 
 void Home::settle(bool isKept) const {

@@ -7,6 +7,8 @@ namespace sim {
 /** The user inside the camera as whom the console runs; a camera that is started without root has no other than root.
  */
 inline constexpr uid_t consoleUser = 200;
+/** The same for the agent of the broker. */
+inline constexpr uid_t mqttUser = 201;
 
 /**
  * One camera's state on the host: flash/, factory/, sysinfo/, tmp/, run/, the flash partitions mtd5 and mtd6, the
@@ -28,8 +30,8 @@ class Home {
   /** What was changed and not synced: on flash all the same, or lost with the power. */
   void settle(bool isKept) const;
 
-  /** A fault can also meet what the console does on flash, so these files of run/ are its user's. */
-  void giveToConsole(const std::string& name) const;
+  /** Makes one of these files that of a user inside. */
+  void give(const std::string& name, uid_t user) const;
 
   [[nodiscard]] Path path(const std::string& name) const { return m_home / name; }
   [[nodiscard]] Path run(const std::string& name) const { return m_home / "run" / name; }

@@ -74,6 +74,7 @@ void Init::serve() {
   [[maybe_unused]] const pid_t upreset = spawn({"upreset"}, cameraEnvironment());
   startDaemon();
   startGuard();
+  startAgent();
   pump([this] { return m_stopping; }, -1);
   stop();
 }
@@ -100,6 +101,12 @@ void Init::startGuard() {
   Command command{"/usr/bin/tmx-console", "guard"};
   command.insert(command.end(), m_options.guardArguments.begin(), m_options.guardArguments.end());
   [[maybe_unused]] const pid_t guard = spawn(command, daemonEnvironment({}));
+}
+
+/** Whoever has told it of a broker has it. */
+void Init::startAgent() {
+  if (!exist({"/mnt/flash/mqtt/agent.conf"})) return;
+  [[maybe_unused]] const pid_t agent = spawn({"/usr/bin/tmx-mqtt"}, daemonEnvironment({}));
 }
 
 /** The daemon first, while everything that it talks to is still there. */

@@ -27,6 +27,7 @@ class Init {
   void startNeighbours();
   void startDaemon();
   void startGuard();
+  void startAgent();
   void stop();
   bool pump(const Condition& done, int milliseconds);
   void reap();

@@ -21,6 +21,7 @@ constexpr const char* usage =
     "             --tmxd-arg ARG     argument for the daemon (repeatable)\n"
     "             --env NAME=VALUE   variable for the daemon (repeatable)\n"
     "             --guard-arg ARG    argument for the console's guard (repeatable)\n"
+    "             --uplink PORT      inside, 127.0.0.1:8883 leads to this port of the host's loopback address\n"
     "             --timeout SECONDS  give up waiting; 0: do not wait\n"
     "             --quiet            no progress\n"
     "  down     stop it in order\n"
@@ -29,10 +30,12 @@ constexpr const char* usage =
     "  status   exit status 0 when it runs\n"
     "  shell    a shell inside\n"
     "  exec     run WORD... inside\n"
-    "  relay    the web server at port WORD of the host's loopback address, by default any free one\n"
+    "  relay    the web server at WORD, \"[ADDRESS:]PORT\" of the host, by default any free port of its loopback "
+    "address;\n"
+    "           its encrypted port at a second WORD\n"
     "  flash    count | cut=N[:half|:lose] | fail=N:EINTR|EIO|ENOSPC|EROFS | full | off | show\n";
 
-constexpr std::array<option, 13> longOptions{{{"home", required_argument, nullptr, 'h'},
+constexpr std::array<option, 14> longOptions{{{"home", required_argument, nullptr, 'h'},
                                               {"build", required_argument, nullptr, 'b'},
                                               {"daemon", required_argument, nullptr, 'd'},
                                               {"userland", required_argument, nullptr, 'u'},
@@ -40,6 +43,7 @@ constexpr std::array<option, 13> longOptions{{{"home", required_argument, nullpt
                                               {"without", required_argument, nullptr, 'w'},
                                               {"fresh", no_argument, nullptr, 'f'},
                                               {"quiet", no_argument, nullptr, 'q'},
+                                              {"uplink", required_argument, nullptr, 'l'},
                                               {"timeout", required_argument, nullptr, 't'},
                                               {"tmxd-arg", required_argument, nullptr, 'a'},
                                               {"env", required_argument, nullptr, 'e'},
@@ -71,6 +75,9 @@ bool take(Options& options, int option, const std::string& value) {
       return true;
     case 'q':
       options.quiet = true;
+      return true;
+    case 'l':
+      options.uplink = std::atoi(value.c_str());
       return true;
     case 't':
       options.timeoutSeconds = std::atoi(value.c_str());

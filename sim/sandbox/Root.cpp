@@ -112,10 +112,15 @@ void Root::etc() const {
     makeDirectory("etc/alternatives");
     bind("/etc/alternatives", "etc/alternatives", true);
   }
-  const std::string user = std::to_string(consoleUser);
-  put("etc/passwd", "root:x:0:0:root:/:/bin/sh\nconsole:x:" + user + ":" + user +
-                        ":console:/:/bin/false\nnobody:x:65534:65534:nobody:/:/bin/false\n");
-  put("etc/group", "root:x:0:\ntty:x:5:\nconsole:x:" + user + ":\nnogroup:x:65534:\n");
+  std::string users = "root:x:0:0:root:/:/bin/sh\nnobody:x:65534:65534:nobody:/:/bin/false\n";
+  std::string groups = "root:x:0:\ntty:x:5:\nnogroup:x:65534:\n";
+  for (const auto& [name, number] : {std::pair{"console", consoleUser}, {"mqtt", mqttUser}}) {
+    const std::string user = std::string(name) + ":x:" + std::to_string(number) + ":";
+    users += user + std::to_string(number) + ":" + name + ":/:/bin/false\n";
+    groups += user + "\n";
+  }
+  put("etc/passwd", users);
+  put("etc/group", groups);
   put("etc/hosts", "127.0.0.1 localhost\n");
   put("etc/resolv.conf", "");
   put("etc/version", "1.00.003\n");

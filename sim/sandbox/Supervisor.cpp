@@ -62,7 +62,7 @@ Fd Supervisor::start() {
   const std::string power = m_home.run("power");
   unlink(power.c_str());
   if (mkfifo(power.c_str(), 0600) != 0) die("make " + power);
-  m_home.giveToConsole("power");
+  m_home.give("run/power", consoleUser);
   m_power = Fd(open(power.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
   writeFile(m_home.run("boots"), "0\n");
 
@@ -88,6 +88,7 @@ void Supervisor::serve(Fd progress) {
     writeFile(m_home.run("init.pid"), std::to_string(init) + "\n");
     writeFile(m_home.run("boots"), std::to_string(boots) + "\n");
     const Event event = end(init, wait(init));
+    m_uplink.reset();
     m_home.settle(event != Event::Cut);
     if (event != Event::Reboot) _exit(0);
   }
@@ -99,6 +100,7 @@ pid_t Supervisor::boot(Fd progress) {
   const gid_t group = getegid();
   unsigned long flags = CLONE_NEWNS | CLONE_NEWPID | CLONE_NEWNET | CLONE_NEWUTS | CLONE_NEWIPC;
   if (user != 0) flags |= CLONE_NEWUSER;
+  if (m_options.uplink != 0) m_uplink.emplace(m_options.uplink);
   const long pid = syscall(SYS_clone, flags | SIGCHLD, nullptr, nullptr, nullptr, nullptr);
   if (pid < 0) die("make the namespaces");
   if (pid == 0) beInit(std::move(progress), user, group);
@@ -118,6 +120,7 @@ void Supervisor::beInit(Fd progress, uid_t user, gid_t group) {
   setsid();
   Root(m_options).enter();
   makeNetwork();
+  if (m_uplink) m_uplink->open();
   Init(m_options, std::move(progress)).serve();
   _exit(0);
 }

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <optional>
+
 #include "sim/sandbox/Home.h"
+#include "sim/sandbox/Uplink.h"
 
 namespace sim {
 
@@ -43,6 +46,7 @@ class Supervisor {
   const Home& m_home;
   Fd m_lock;
   Fd m_power;
+  std::optional<Uplink> m_uplink;
 };
 
 }  // namespace sim

@@ -147,10 +147,7 @@ const std::map<std::string, Action> actions{
        return runInside(home, {"/bin/sh", "-i"});
      }},
     {"exec", runWords},
-    {"relay",
-     [](const Options& options, const Home& home) {
-       return relay(home, options.words.empty() ? 0 : std::atoi(options.words[0].c_str()));
-     }},
+    {"relay", [](const Options& options, const Home& home) -> int { relay(home, options.words); }},
     {"flash", flash},
 };
 

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <memory>
@@ -106,6 +107,7 @@ std::vector<std::string> Camera::upWords() const {
   std::vector<std::string> words{"up", "--quiet"};
   const char* daemon = std::getenv("TMX_DAEMON");
   if (daemon != nullptr && !m_options.isNative) words.insert(words.end(), {"--daemon", daemon});
+  if (m_uplink != 0) words.insert(words.end(), {"--uplink", std::to_string(m_uplink)});
   if (!m_options.model.empty()) words.insert(words.end(), {"--model", m_options.model});
   for (const std::string& feature : m_options.without) {
     words.insert(words.end(), {"--without", feature});
@@ -326,6 +328,19 @@ std::string Camera::shell(const std::string& line) const {
   std::string text = read("sandbox-output");
   if (text.ends_with('\n')) text.pop_back();
   return text;
+}
+
+Relay::Relay(const Camera& camera)
+    : m_output(popen(("echo $$; exec " + std::string(kBuild) + "/bin/camera-sandbox relay --home " +
+                      camera.path("").string() + " 0 0")
+                         .c_str(),
+                     "r")) {
+  EXPECT_EQ(std::fscanf(m_output, "%d %d %d", &m_pid, &m_port, &m_encryptedPort), 3);
+}
+
+Relay::~Relay() {
+  kill(m_pid, SIGTERM);
+  pclose(m_output);
 }
 
 Texts spread(const Texts& all, size_t usual, size_t offset) {

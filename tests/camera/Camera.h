@@ -38,6 +38,9 @@ class Camera {
   Camera(const Camera&) = delete;
   Camera& operator=(const Camera&) = delete;
 
+  /** From the next up() on the camera's one way out leads to this port of the machine. */
+  void leadUplinkTo(int port) { m_uplink = port; }
+
   // The power. Each waits until it has happened; false when the camera did not come up.
   [[nodiscard]] bool up();
   /** Boots without waiting for an answer, for a start that is expected to fail. */
@@ -112,8 +115,27 @@ class Camera {
   [[nodiscard]] unsigned flashCount(const std::string& what) const;
 
   CameraOptions m_options;
+  int m_uplink = 0;
   std::filesystem::path m_home;
   std::uintmax_t m_journalStart = 0;
+};
+
+/** A camera's web server at ports of this machine; before it is up, too. */
+class Relay {
+ public:
+  explicit Relay(const Camera& camera);
+  ~Relay();
+  Relay(const Relay&) = delete;
+  Relay& operator=(const Relay&) = delete;
+
+  [[nodiscard]] int port() const { return m_port; }
+  [[nodiscard]] int encryptedPort() const { return m_encryptedPort; }
+
+ private:
+  FILE* m_output;
+  int m_pid = 0;
+  int m_port = 0;
+  int m_encryptedPort = 0;
 };
 
 /** All of the list with TMX_LONG set, else so many at equal distances. */

@@ -148,5 +148,31 @@ TEST_F(WebServer, NeedsACertificateForTls) {
   expectAnswers(without, "network.https", {{".port", k461}, {".status=on", k461}, {"(word).port", k461}});
 }
 
+// What the web server says on the way out of the camera, back in through the relay, and out again.
+TEST(Relay, LeadsInAndTheUplinkOut) {
+  Camera camera;
+  const Relay relay(camera);
+  constexpr const char* kTitle = "grep -q '<h1>Camera</h1>'";
+  const auto isServed = [&](const std::string& client) {
+    return eventually([&] {
+      return camera.exec(
+                 {"/bin/bash", "-c", "printf 'GET / HTTP/1.0\r\n\r\n' | timeout 9 " + client + " | " + kTitle}) == 0;
+    });
+  };
+  constexpr const char* kPlain = "bash -c 'exec 3<>/dev/tcp/127.0.0.1/8883 && cat >&3 && cat <&3'";
+  camera.leadUplinkTo(relay.port());
+  ASSERT_TRUE(camera.up());
+  EXPECT_TRUE(isServed(kPlain));
+
+  camera.setRows("flash/sysconfig/network.conf",
+                 {"HTTPS_CONFIG_STATUS=on", "HTTPS_CONFIG_PORT=8443", "HTTP_CONFIG_PORT=8080"});
+  ASSERT_TRUE(camera.reboot());
+  EXPECT_TRUE(isServed(kPlain)) << "other network, other port";
+  camera.down();
+  camera.leadUplinkTo(relay.encryptedPort());
+  ASSERT_TRUE(camera.up());
+  EXPECT_TRUE(isServed("openssl s_client -quiet -connect 127.0.0.1:8883 2>/dev/null"));
+}
+
 }  // namespace
 }  // namespace test

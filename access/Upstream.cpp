@@ -1,4 +1,4 @@
-#include "web/Upstream.h"
+#include "access/Upstream.h"
 
 #include <poll.h>
 
@@ -10,28 +10,27 @@
 #include <iterator>
 #include <utility>
 
-#include "web/Opener.h"
+#include "access/Opener.h"
 
-namespace console {
+namespace tmx {
 namespace {
 
 /** A neighbour of the daemon's may keep it waiting for seconds. */
 constexpr std::chrono::seconds kAnswerLimit{30};
 /** An answer longer than this is none for a page. */
-constexpr std::uint32_t kMaxAnswer = 262144;
+constexpr std::uint32_t kLongestAnswer = 262144;
 
-/** The web server starts both anew. */
+/** Who has started both starts both anew. */
 [[noreturn]] void endWithoutOpener() {
-  std::fputs("tmx-console: the opener has gone\n", stderr);
+  std::fprintf(stderr, "%s: the opener has gone\n", program_invocation_short_name);
   std::exit(EXIT_FAILURE);
 }
 
 }  // namespace
 
-void Upstream::run(Priority priority, tmx::UserClass user, const std::vector<tmx::Item>& items, Done done, Part part) {
+void Upstream::run(Priority priority, UserClass user, const std::vector<Item>& items, Done done, Part part) {
   m_waiting.at(static_cast<std::size_t>(priority))
-      .push_back(
-          {.user = user, .requests = tmx::splitRequests(items), .done = std::move(done), .part = std::move(part)});
+      .push_back({.user = user, .requests = splitRequests(items), .done = std::move(done), .part = std::move(part)});
   if (!m_job) begin();
 }
 
@@ -54,37 +53,37 @@ void Upstream::connected() {
   m_connection = takeConnection(m_opener);
   if (!m_connection.isValid()) {
     if (errno == EPIPE) endWithoutOpener();
-    end({tmx::Outcome::kNoConnection, std::strerror(errno)});
+    end({Outcome::kNoConnection, std::strerror(errno)});
     return;
   }
-  m_exchange.emplace(
-      m_connection.get(),
-      tmx::requestFrame(m_job->user, tmx::LineEnd::kPlain, tmx::requestText(m_job->requests[m_job->next])), kMaxAnswer);
+  m_exchange.emplace(m_connection.get(),
+                     requestFrame(m_job->user, LineEnd::kPlain, requestText(m_job->requests[m_job->next])),
+                     kLongestAnswer);
   m_reactor.watch(m_connection.get(), m_exchange->events(), [this](short) { step(); });
-  m_limit = m_reactor.after(kAnswerLimit, [this] { end({tmx::Outcome::kTimedOut, "no answer in time"}); });
+  m_limit = m_reactor.after(kAnswerLimit, [this] { end({Outcome::kTimedOut, "no answer in time"}); });
   step();
 }
 
 void Upstream::step() {
-  if (const std::optional<tmx::Reply> reply = m_exchange->step()) {
+  if (const std::optional<Reply> reply = m_exchange->step()) {
     end(*reply);
   } else {
     m_reactor.setEvents(m_connection.get(), m_exchange->events());
   }
 }
 
-void Upstream::end(const tmx::Reply& reply) {
+void Upstream::end(const Reply& reply) {
   m_exchange.reset();
   if (m_connection.isValid()) m_reactor.forget(m_connection.get());
   m_connection.reset();
   m_reactor.cancel(std::exchange(m_limit, 0));
 
-  const bool isAnswered = reply.outcome == tmx::Outcome::kAnswered;
+  const bool isAnswered = reply.outcome == Outcome::kAnswered;
   if (m_heard) m_heard(isAnswered, Clock::now() - m_begin);
   Job job = std::move(*m_job);
   m_job.reset();
   if (isAnswered) {
-    std::vector<tmx::Answer> answers = tmx::parseAnswers(job.requests[job.next], reply.text);
+    std::vector<Answer> answers = parseAnswers(job.requests[job.next], reply.text);
     if (job.part) {
       job.part(answers);
     } else {
@@ -100,4 +99,4 @@ void Upstream::end(const tmx::Reply& reply) {
   if (!m_job) begin();
 }
 
-}  // namespace console
+}  // namespace tmx

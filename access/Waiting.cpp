@@ -1,11 +1,11 @@
-#include "web/Waiting.h"
+#include "access/Waiting.h"
 
 #include <algorithm>
 #include <utility>
 
 #include "cli/Json.h"
 
-namespace console {
+namespace tmx {
 namespace {
 
 constexpr std::size_t kMaxWritten = 200;
@@ -24,8 +24,8 @@ std::string shownAt(const std::string& path) {
 
 }  // namespace
 
-void Waiting::note(const Account& account, const tmx::Item& item, const tmx::Answer& answer, const Reads& reads) {
-  const std::string typed = tmx::unescapeValue(item.value);
+void Waiting::note(const Account& account, const Item& item, const Answer& answer, const Reads& reads) {
+  const std::string typed = unescapeValue(item.value);
   if (m_catalogue.findCommand(item.path, typed) != nullptr) {
     std::erase_if(m_written, [&](const auto& entry) { return entry.second.commit == item.text(); });
     return;
@@ -34,7 +34,7 @@ void Waiting::note(const Account& account, const tmx::Item& item, const tmx::Ans
   const auto known = m_written.extract(path);
   const std::optional<std::string> before = known.empty() ? reads.before : known.mapped().before;
   const std::optional<std::string>& now = reads.now;
-  const Parameter* parameter = m_catalogue.find(path);
+  const Traits* parameter = m_catalogue.find(path);
   if (answer.hint.empty() || parameter == nullptr || m_written.size() >= kMaxWritten) return;
   const Row* place = m_catalogue.findRow(path);
   const std::optional<std::string> row = place == nullptr ? std::nullopt : Rows().text(*place);
@@ -46,7 +46,7 @@ void Waiting::note(const Account& account, const tmx::Item& item, const tmx::Ans
   const bool showsOld = before ? now == before : now != item.value;
   m_written[path] = {.typed = typed,
                      .by = account.name,
-                     .live = tmx::unescapeValue(now.value_or("")),
+                     .live = unescapeValue(now.value_or("")),
                      .before = before,
                      .row = row,
                      .commit = answer.hint,
@@ -61,22 +61,21 @@ void Waiting::noteRestart() {
   m_differences.clear();
 }
 
-/** As an administrator, since a list is cut to what its reader may see. */
-void Waiting::compare(Upstream& upstream, std::function<void()> done) {
-  std::vector<tmx::Item> reads;
-  m_catalogue.forEachComparable([&](const std::string& path) { reads.push_back(tmx::Item::read(path)); });
+void Waiting::compare(Upstream& upstream, UserClass user, std::function<void()> done) {
+  std::vector<Item> reads;
+  m_catalogue.forEachComparable([&](const std::string& path) { reads.push_back(Item::read(path)); });
   for (const auto& [path, written] : m_written) {
-    if (written.kind != kHidden && !m_catalogue.find(path)->showsStored) reads.push_back(tmx::Item::read(path));
+    if (written.kind != kHidden && !m_catalogue.find(path)->showsStored) reads.push_back(Item::read(path));
   }
   upstream.run(
-      Priority::Reader, tmx::UserClass::kAdmin, reads,
+      Priority::Reader, user, reads,
       [done = std::move(done)](const auto& /*answers*/, const std::string& /*failure*/) { done(); },
-      [this, begin = Clock::now()](const std::vector<tmx::Answer>& answers) { take(answers, begin); });
+      [this, begin = Clock::now()](const std::vector<Answer>& answers) { take(answers, begin); });
 }
 
-void Waiting::take(const std::vector<tmx::Answer>& answers, Clock::time_point begin) {
+void Waiting::take(const std::vector<Answer>& answers, Clock::time_point begin) {
   Rows rows;
-  for (const tmx::Answer& answer : answers) {
+  for (const Answer& answer : answers) {
     if (!m_catalogue.find(answer.path)->showsStored) {
       takeWritten(answer, begin);
       continue;
@@ -86,7 +85,7 @@ void Waiting::take(const std::vector<tmx::Answer>& answers, Clock::time_point be
     const auto known = m_differences.find(answer.path);
     if (!shows(answer.value, *stored)) {
       const int rounds = known == m_differences.end() ? 1 : known->second.rounds + 1;
-      m_differences[answer.path] = {tmx::unescapeValue(answer.value), *stored, rounds};
+      m_differences[answer.path] = {unescapeValue(answer.value), *stored, rounds};
       continue;
     }
     if (known != m_differences.end()) m_differences.erase(known);
@@ -103,20 +102,20 @@ void Waiting::take(const std::vector<tmx::Answer>& answers, Clock::time_point be
 }
 
 /** Where flash does not tell, what was there in front of the write does: a refused commit may have brought it back. */
-void Waiting::takeWritten(const tmx::Answer& answer, Clock::time_point begin) {
+void Waiting::takeWritten(const Answer& answer, Clock::time_point begin) {
   const auto written = m_written.find(answer.path);
   if (written == m_written.end() || written->second.at >= begin || !answer.hasValue) return;
-  written->second.live = tmx::unescapeValue(answer.value);
+  written->second.live = unescapeValue(answer.value);
   if (written->second.before == answer.value) m_written.erase(written);
 }
 
 /** One round may have met a save that was under way. */
 bool Waiting::isShown(const Difference& difference) { return difference.rounds > 1; }
 
-std::string Waiting::list(bool isForUsers) const {
+std::string Waiting::list(UserClass user) const {
   std::string text;
   const auto add = [&](const std::string& path, const auto& makeEntry) {
-    if (isForUsers && !m_catalogue.find(path)->isForUsers) return;
+    if (!m_catalogue.find(path)->isReadable.at(static_cast<std::size_t>(user))) return;
     text += (text.empty() ? "" : ", ") + makeEntry();
   };
   for (const auto& [path, written] : m_written) {
@@ -143,23 +142,23 @@ std::string Waiting::entry(const std::string& path, const Written& written, cons
   std::optional<std::string> stored = written.before;
   if (written.row && m_catalogue.find(path)->showsStored) stored = written.row;
   if (difference != nullptr) stored = difference->stored;
-  tmx::JsonObject object;
+  JsonObject object;
   object.text("path", path).text("live", live).text("typed", written.typed).text("by", written.by);
-  if (stored) object.text("stored", tmx::unescapeValue(*stored));
+  if (stored) object.text("stored", unescapeValue(*stored));
   if (written.kind != kHidden && live != written.typed) object.text("taken", live);
   return withCommit(object, written.kind, written.commit);
 }
 
 std::string Waiting::entry(const std::string& path, const Difference& difference) const {
-  tmx::JsonObject object;
-  object.text("path", path).text("live", difference.live).text("stored", tmx::unescapeValue(difference.stored));
+  JsonObject object;
+  object.text("path", path).text("live", difference.live).text("stored", unescapeValue(difference.stored));
   return withCommit(object, m_catalogue.find(path)->isForceful ? kLive : kShown, m_catalogue.commitOf(path));
 }
 
-std::string Waiting::withCommit(tmx::JsonObject& object, const char* kind, const std::string& commit) const {
+std::string Waiting::withCommit(JsonObject& object, const char* kind, const std::string& commit) const {
   object.text("kind", kind).text("commit", commit);
   if (const std::string stops = m_catalogue.stops(commit); !stops.empty()) object.text("stops", stops);
   return object.str();
 }
 
-}  // namespace console
+}  // namespace tmx

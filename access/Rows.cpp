@@ -1,10 +1,10 @@
-#include "web/Rows.h"
+#include "access/Rows.h"
 
 #include <fstream>
 
 #include "cli/Item.h"
 
-namespace console {
+namespace tmx {
 
 std::optional<std::string> Rows::text(const Row& row) {
   auto file = m_files.find(*row.file);
@@ -25,6 +25,6 @@ Rows::File Rows::read(const std::string& path) {
   return rows;
 }
 
-bool shows(const std::string& wire, const std::string& row) { return wire == row || tmx::unescapeValue(wire) == row; }
+bool shows(const std::string& wire, const std::string& row) { return wire == row || unescapeValue(wire) == row; }
 
-}  // namespace console
+}  // namespace tmx

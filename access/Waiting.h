@@ -6,18 +6,18 @@
 #include <string>
 #include <vector>
 
+#include "access/Account.h"
+#include "access/Catalogue.h"
+#include "access/Reactor.h"
+#include "access/Rows.h"
+#include "access/Upstream.h"
 #include "cli/Item.h"
 #include "cli/Json.h"
-#include "web/Account.h"
-#include "web/Catalogue.h"
-#include "web/Reactor.h"
-#include "web/Rows.h"
-#include "web/Upstream.h"
 
-namespace console {
+namespace tmx {
 
 /**
- * The changes that wait for their commit: what was written through this gateway, and what differs between the daemon
+ * The changes that wait for their commit: what was written through this program, and what differs between the daemon
  * and flash whoever wrote it.
  */
 class Waiting {
@@ -30,19 +30,19 @@ class Waiting {
     std::optional<std::string> now;
   };
   /** A write that was accepted. */
-  void note(const Account& account, const tmx::Item& item, const tmx::Answer& answer, const Reads& reads);
+  void note(const Account& account, const Item& item, const Answer& answer, const Reads& reads);
   /** The daemon was gone: what was staged is lost. */
   void noteRestart();
 
-  /** Reads all that can differ from flash, and compares it. */
-  void compare(Upstream& upstream, std::function<void()> done);
+  /** Reads all that can differ from flash, as far as the class may, and compares it. */
+  void compare(Upstream& upstream, UserClass user, std::function<void()> done);
 
-  /** The list as JSON; with or without what only administrators and operators may read. */
-  [[nodiscard]] std::string list(bool isForUsers) const;
+  /** What the class, no higher than administrator, may read of it, as JSON. */
+  [[nodiscard]] std::string list(UserClass user) const;
   [[nodiscard]] std::size_t count() const;
 
  private:
-  /** A value that was written through this gateway. */
+  /** A value that was written through this program. */
   struct Written {
     std::string typed;
     std::string by;
@@ -60,11 +60,11 @@ class Waiting {
     int rounds = 1;  ///< comparisons that have found it
   };
 
-  void take(const std::vector<tmx::Answer>& answers, Clock::time_point begin);
-  void takeWritten(const tmx::Answer& answer, Clock::time_point begin);
+  void take(const std::vector<Answer>& answers, Clock::time_point begin);
+  void takeWritten(const Answer& answer, Clock::time_point begin);
   [[nodiscard]] std::string entry(const std::string& path, const Written& written, const Difference* difference) const;
   [[nodiscard]] std::string entry(const std::string& path, const Difference& difference) const;
-  [[nodiscard]] std::string withCommit(tmx::JsonObject& object, const char* kind, const std::string& commit) const;
+  [[nodiscard]] std::string withCommit(JsonObject& object, const char* kind, const std::string& commit) const;
   [[nodiscard]] static bool isShown(const Difference& difference);
 
   const Catalogue& m_catalogue;
@@ -72,4 +72,4 @@ class Waiting {
   std::map<std::string, Difference> m_differences;  ///< by path
 };
 
-}  // namespace console
+}  // namespace tmx

@@ -6,7 +6,7 @@
 #include <map>
 #include <memory>
 
-namespace console {
+namespace tmx {
 
 using Clock = std::chrono::steady_clock;
 
@@ -50,4 +50,4 @@ class Reactor {
   std::uint64_t m_serial = 0;
 };
 
-}  // namespace console
+}  // namespace tmx

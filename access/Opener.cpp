@@ -1,4 +1,4 @@
-#include "web/Opener.h"
+#include "access/Opener.h"
 
 #include <sys/prctl.h>
 #include <sys/socket.h>
@@ -9,10 +9,10 @@
 #include <csignal>
 #include <cstring>
 
+#include "access/Privileges.h"
 #include "cli/Client.h"
-#include "web/Privileges.h"
 
-namespace console {
+namespace tmx {
 namespace {
 
 /** The longest wait for a place among those whom the daemon has not served yet. */
@@ -42,13 +42,13 @@ bool hand(int client, int descriptor, int error) {
   return sendmsg(client, &message, MSG_NOSIGNAL) >= 0;
 }
 
-[[noreturn]] void serve(int client, const std::string& socket) {
-  prctl(PR_SET_NAME, "console-opener");
-  std::signal(SIGTERM, SIG_IGN);  // ends with the gateway
+[[noreturn]] void serve(int client, const std::string& socket, const char* name) {
+  prctl(PR_SET_NAME, name);
+  std::signal(SIGTERM, SIG_IGN);  // ends with who has started it
   if (!dropCapabilities()) _exit(1);
   char asked = 0;
   while (read(client, &asked, sizeof asked) == sizeof asked) {
-    const FileDescriptor connection(tmx::connectTo(socket, kPatience));
+    const FileDescriptor connection(connectTo(socket, kPatience));
     if (!hand(client, connection.get(), connection.isValid() ? 0 : errno)) break;
   }
   _exit(0);
@@ -56,7 +56,7 @@ bool hand(int client, int descriptor, int error) {
 
 }  // namespace
 
-FileDescriptor startOpener(const std::string& socket) {
+FileDescriptor startOpener(const std::string& socket, const char* name) {
   std::array<int, 2> ends{};
   if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0) return {};
   FileDescriptor ours(ends[0]);
@@ -65,8 +65,8 @@ FileDescriptor startOpener(const std::string& socket) {
   if (pid < 0) return {};
   if (pid == 0) {
     ours.reset();
-    close(STDIN_FILENO);  // the web server's socket
-    serve(theirs.get(), socket);
+    close(STDIN_FILENO);  // may be a socket of somebody who waits for its end
+    serve(theirs.get(), socket, name);
   }
   return ours;
 }
@@ -97,4 +97,4 @@ FileDescriptor takeConnection(int opener) {
   return connection;
 }
 
-}  // namespace console
+}  // namespace tmx

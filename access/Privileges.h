@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace console {
+namespace tmx {
 
 /** Gives up all capabilities, for good, and for what this process may start; false with errno set. */
 [[nodiscard]] bool dropCapabilities();
@@ -17,4 +17,4 @@ namespace console {
  */
 [[nodiscard]] bool becomeUser(const std::string& user, const std::vector<std::string>& folders);
 
-}  // namespace console
+}  // namespace tmx

@@ -1,4 +1,4 @@
-#include "web/Privileges.h"
+#include "access/Privileges.h"
 
 #include <grp.h>
 #include <linux/capability.h>
@@ -12,7 +12,7 @@
 #include <cerrno>
 #include <fstream>
 
-namespace console {
+namespace tmx {
 namespace {
 
 /** Whether this process's user namespace has the number in the map, "uid_map" or "gid_map". */
@@ -64,4 +64,4 @@ bool becomeUser(const std::string& user, const std::vector<std::string>& folders
   return dropHeld();
 }
 
-}  // namespace console
+}  // namespace tmx

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
-#include "web/Catalogue.h"
+#include "access/Catalogue.h"
 
-namespace console {
+namespace tmx {
 
 /** The rows on flash as they stand at one moment; each file is read at most once. */
 class Rows {
@@ -24,4 +24,4 @@ class Rows {
 /** Whether an answer's value on the wire shows the row's text, as it stands there or escaped. */
 [[nodiscard]] bool shows(const std::string& wire, const std::string& row);
 
-}  // namespace console
+}  // namespace tmx

@@ -1,12 +1,14 @@
 #pragma once
 
+#include <array>
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace console {
+namespace tmx {
 
 /** A word that starts something and is not kept. */
 struct Command {
@@ -14,13 +16,13 @@ struct Command {
   std::string stops = {};  ///< what it interrupts, in words; often empty
 };
 
-/** What the gateway has to know of a parameter; the page has the whole description. */
-struct Parameter {
+/** What has to be known of a parameter here; the description has the rest. */
+struct Traits {
   std::vector<Command> commands = {};
-  std::string commit = {};   ///< the request that an accepted value waits for, without the path's selectors
-  bool isForceful = false;   ///< in force before that
-  bool isForUsers = false;   ///< readable by the class user
-  bool showsStored = false;  ///< a read shows the text of the row
+  std::string commit = {};              ///< the request that an accepted value waits for, without the path's selectors
+  bool isForceful = false;              ///< in force before that
+  std::array<bool, 3> isReadable = {};  ///< by the classes administrator, operator and user
+  bool showsStored = false;             ///< a read shows the text of the row
 };
 
 /** A row of a configuration file. */
@@ -32,11 +34,14 @@ struct Row {
 /** The parameters by their paths without selectors, taken from the description that tmx-describe made. */
 class Catalogue {
  public:
+  /** Hears of a parameter and of its paths with all selectors written out. */
+  using Heard = std::function<void(const Traits& parameter, const std::vector<std::string>& paths)>;
+
   /** Reads the file without ever holding all of it; false where it is no description of a version that is known. */
-  [[nodiscard]] bool load(const std::string& file);
+  [[nodiscard]] bool load(const std::string& file, Heard heard = {});
 
   /** The parameter of a path with or without selectors; a null pointer when there is none. */
-  [[nodiscard]] const Parameter* find(std::string_view path) const;
+  [[nodiscard]] const Traits* find(std::string_view path) const;
 
   /** The command of a write, such as "restart"; a null pointer for a value. */
   [[nodiscard]] const Command* findCommand(std::string_view path, std::string_view value) const;
@@ -50,20 +55,23 @@ class Catalogue {
   /** What a request "PATH=WORD" interrupts, in words; empty for nothing. */
   [[nodiscard]] std::string stops(std::string_view request) const;
 
+  /** The configuration files that hold rows. */
+  [[nodiscard]] const std::set<std::string>& files() const { return m_files; }
+
   /** Calls with each path whose value a read shows as it is stored: until then the two differ. */
   template <class Visit>
   void forEachComparable(const Visit& visit) const {
     for (const auto& [path, row] : m_rows) {
-      const Parameter* parameter = find(path);
+      const Traits* parameter = find(path);
       if (parameter->showsStored) visit(path);
     }
   }
 
  private:
   friend class DescriptionReader;
-  std::map<std::string, Parameter, std::less<>> m_parameters;
+  std::map<std::string, Traits, std::less<>> m_parameters;
   std::map<std::string, Row, std::less<>> m_rows;  ///< by paths with their selectors
   std::set<std::string> m_files;
 };
 
-}  // namespace console
+}  // namespace tmx

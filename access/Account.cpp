@@ -1,13 +1,13 @@
-#include "web/Account.h"
+#include "access/Account.h"
 
 #include <array>
 #include <utility>
 
-namespace console {
+namespace tmx {
 
 std::optional<Account> accountOf(std::string_view name) {
-  constexpr std::array<std::pair<std::string_view, tmx::UserClass>, 3> kClasses{
-      {{"admin", tmx::UserClass::kAdmin}, {"operator", tmx::UserClass::kOperator}, {"user", tmx::UserClass::kUser}}};
+  constexpr std::array<std::pair<std::string_view, UserClass>, 3> kClasses{
+      {{"admin", UserClass::kAdmin}, {"operator", UserClass::kOperator}, {"user", UserClass::kUser}}};
   for (const auto& [text, user] : kClasses) {
     if (!name.starts_with(text)) continue;
     const std::string_view number = name.substr(text.size());
@@ -16,15 +16,15 @@ std::optional<Account> accountOf(std::string_view name) {
   return std::nullopt;
 }
 
-const char* className(tmx::UserClass user) {
+const char* className(UserClass user) {
   switch (user) {
-    case tmx::UserClass::kAdmin:
+    case UserClass::kAdmin:
       return "administrator";
-    case tmx::UserClass::kOperator:
+    case UserClass::kOperator:
       return "operator";
     default:
       return "user";
   }
 }
 
-}  // namespace console
+}  // namespace tmx

@@ -1,17 +1,18 @@
-#include "web/Catalogue.h"
+#include "access/Catalogue.h"
 
 #include <algorithm>
 #include <fstream>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "cli/Description.h"
 
-namespace console {
+namespace tmx {
 
 /** Hears of one value after the other, with the keys that lead to it: ".parameters.commands.word". */
 class DescriptionReader : public nlohmann::json_sax<nlohmann::json> {
  public:
-  explicit DescriptionReader(Catalogue& catalogue) : m_catalogue(catalogue) {}
+  DescriptionReader(Catalogue& catalogue, Catalogue::Heard heard) : m_catalogue(catalogue), m_heard(std::move(heard)) {}
 
   bool key(string_t& name) override {
     m_place.resize(m_objects.back());
@@ -25,7 +26,7 @@ class DescriptionReader : public nlohmann::json_sax<nlohmann::json> {
   bool end_object() override {
     m_place.resize(m_objects.back());
     m_objects.pop_back();
-    if (m_place == ".parameters") addRows();
+    if (m_place == ".parameters") endParameter();
     return true;
   }
   bool string(string_t& text) override {
@@ -42,7 +43,7 @@ class DescriptionReader : public nlohmann::json_sax<nlohmann::json> {
     return true;
   }
   bool number_unsigned(number_unsigned_t number) override {
-    return m_place != ".version" || number == tmx::kDescriptionVersion;
+    return m_place != ".version" || number == kDescriptionVersion;
   }
   bool number_integer(number_integer_t /*number*/) override { return true; }
   bool number_float(number_float_t /*number*/, const string_t& /*text*/) override { return true; }
@@ -65,8 +66,10 @@ class DescriptionReader : public nlohmann::json_sax<nlohmann::json> {
       m_parameter->commit = text;
     } else if (m_place == ".parameters.force") {
       m_parameter->isForceful = text == "at once";
-    } else if (m_place == ".parameters.rights.user") {
-      m_parameter->isForUsers = text.starts_with('R');
+    } else if (m_place.starts_with(".parameters.rights.")) {
+      const auto name = std::ranges::find(kClassNames, m_place.substr(m_place.rfind('.') + 1));
+      if (name == kClassNames.end()) return false;
+      m_parameter->isReadable.at(static_cast<std::size_t>(name - kClassNames.begin())) = text.starts_with('R');
     } else if (m_place == ".parameters.selectors.layer") {
       m_layers.push_back({text.size(), {}});
     } else if (m_place == ".parameters.selectors.values") {
@@ -80,10 +83,15 @@ class DescriptionReader : public nlohmann::json_sax<nlohmann::json> {
     return true;
   }
 
-  /** At the end of a parameter: one row for each path. */
-  void addRows() {
-    if (m_stored.empty()) return;
-    const std::vector<std::string> paths = tmx::expandPath(m_path, m_layers);
+  void endParameter() {
+    if (m_stored.empty() && !m_heard) return;
+    const std::vector<std::string> paths = expandPath(m_path, m_layers);
+    if (m_heard) m_heard(*m_parameter, paths);
+    addRows(paths);
+  }
+
+  /** One row for each path. */
+  void addRows(const std::vector<std::string>& paths) {
     if (paths.size() != m_stored.size()) return;
     for (std::size_t i = 0; i < paths.size(); ++i) {
       const std::size_t colon = m_stored[i].find(':');
@@ -92,28 +100,31 @@ class DescriptionReader : public nlohmann::json_sax<nlohmann::json> {
     }
   }
 
+  static constexpr std::array<std::string_view, 3> kClassNames{"administrator", "operator", "user"};
+
   Catalogue& m_catalogue;
+  Catalogue::Heard m_heard;
   std::string m_place;
   std::vector<std::size_t> m_objects;  ///< the lengths of m_place where they begin
-  Parameter* m_parameter = nullptr;
+  Traits* m_parameter = nullptr;
   std::string m_path;
-  std::vector<tmx::Selectable> m_layers;
+  std::vector<Selectable> m_layers;
   std::vector<std::string> m_stored;
 };
 
-bool Catalogue::load(const std::string& file) {
+bool Catalogue::load(const std::string& file, Heard heard) {
   std::ifstream stream(file, std::ios::binary);
-  DescriptionReader reader(*this);
+  DescriptionReader reader(*this, std::move(heard));
   return stream && nlohmann::json::sax_parse(stream, &reader);
 }
 
-const Parameter* Catalogue::find(std::string_view path) const {
-  const auto found = m_parameters.find(tmx::withoutSelectors(path));
+const Traits* Catalogue::find(std::string_view path) const {
+  const auto found = m_parameters.find(withoutSelectors(path));
   return found == m_parameters.end() ? nullptr : &found->second;
 }
 
 const Command* Catalogue::findCommand(std::string_view path, std::string_view value) const {
-  const Parameter* parameter = find(path);
+  const Traits* parameter = find(path);
   if (parameter == nullptr) return nullptr;
   const auto command = std::ranges::find(parameter->commands, value, &Command::word);
   return command == parameter->commands.end() ? nullptr : &*command;
@@ -125,7 +136,7 @@ const Row* Catalogue::findRow(std::string_view path) const {
 }
 
 std::string Catalogue::commitOf(std::string_view path) const {
-  const Parameter* parameter = find(path);
+  const Traits* parameter = find(path);
   if (parameter == nullptr) return {};
   std::string commit = parameter->commit;
   // The part in front of the first difference is shared, but for the selectors that only the path has.
@@ -152,4 +163,4 @@ std::string Catalogue::stops(std::string_view request) const {
   return command == nullptr ? std::string() : command->stops;
 }
 
-}  // namespace console
+}  // namespace tmx

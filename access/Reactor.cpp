@@ -1,11 +1,11 @@
-#include "web/Reactor.h"
+#include "access/Reactor.h"
 
 #include <poll.h>
 
 #include <algorithm>
 #include <vector>
 
-namespace console {
+namespace tmx {
 
 void Reactor::watch(int descriptor, short events, Ready ready) {
   m_watches[descriptor] = {++m_serial, events, std::make_shared<Ready>(std::move(ready))};
@@ -65,4 +65,4 @@ int Reactor::untilNextTimer() const {
   return static_cast<int>(std::max<decltype(rest)>(rest, 0));
 }
 
-}  // namespace console
+}  // namespace tmx
