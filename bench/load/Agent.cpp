@@ -1,5 +1,6 @@
 #include "bench/load/Agent.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <nlohmann/json.hpp>
@@ -12,10 +13,13 @@ namespace {
 
 /** As many as the library sends without an acknowledgement. */
 constexpr int kMostUnacknowledged = 20;
+constexpr int kLongestPause = 60;  // seconds
 
-std::chrono::milliseconds randomWait(int seconds) {
+/** Any time up to a limit that doubles with each failure, as the agents of cameras have it. */
+std::chrono::milliseconds randomPause(int seconds, int failures) {
   static std::minstd_rand random{std::random_device{}()};
-  return std::chrono::milliseconds(std::uniform_int_distribution<int>(0, seconds * 1000)(random));
+  const int limit = std::min(kLongestPause, seconds << std::min(failures, 6));
+  return std::chrono::milliseconds(std::uniform_int_distribution<int>(0, limit * 1000)(random));
 }
 
 }  // namespace
@@ -69,7 +73,7 @@ void Agent::lost() {
   ++m_crowd.lost;
   if (m_isReady) --m_crowd.ready;
   m_isReady = false;
-  m_returns.emplace(Clock::now() + randomWait(m_options.jitter), this);
+  m_returns.emplace(Clock::now() + randomPause(m_options.jitter, m_failures++), this);
 }
 
 void Agent::received(const mosquitto_message& message) {
@@ -90,6 +94,7 @@ void Agent::acknowledged() {
   publishMore();
   m_isReady = m_unacknowledged == 0;
   if (!m_isReady) return;
+  m_failures = 0;
   ++m_crowd.ready;
   m_crowd.waits[static_cast<std::size_t>(m_number)] = std::chrono::duration<double>(Clock::now() - m_wanted).count();
 }

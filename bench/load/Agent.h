@@ -54,6 +54,7 @@ class Agent : public Client {
   int m_published = 0;  ///< of its values, on this connection
   int m_unacknowledged = 0;
   int m_changed = 0;
+  int m_failures = 0;  ///< since it was ready
   bool m_isReady = false;
 };
 

@@ -10,7 +10,7 @@
 namespace bench::load {
 namespace {
 
-constexpr int kKeepAliveSeconds = 60;
+constexpr int kKeepAliveSeconds = 30;
 
 Client& clientOf(void* object) { return *static_cast<Client*>(object); }
 

@@ -108,12 +108,12 @@ Plays the agents of cameras at a broker, and one who observes all of them.
   --seconds N       for each rate (10)
   --requests N      so many agents are asked, all at once
   --outage COMMAND  a command that restarts the broker; all agents come back
-  --jitter N        within so many seconds (10)
+  --jitter N        within so many seconds, and twice as many after each failure (1)
   --patience N      seconds until a phase counts as failed (120)
   --qos 0|1         of the observer's subscription (1)
   --ca FILE --certificate FILE --key FILE
                     TLS, with one certificate for all
-  --watch FILE      has the numbers of the broker's processes, whose memory and processor time is shown
+  --watch FILE      with the numbers of the broker's processes, whose memory and processor time is shown
   --json            one object a phase, one a line
 )";
 }

@@ -30,7 +30,7 @@ struct Options {
   int seconds = 10;        ///< for each rate
   int requests = 0;        ///< agents that are asked
   std::string outage;      ///< a command that ends and restarts the broker
-  int jitter = 10;         ///< seconds within which an agent comes back
+  int jitter = 1;          ///< seconds within which an agent comes back; twice as many after each failure
   int patience = 120;      ///< seconds after which a phase that is not done counts as failed
   int quality = 1;         ///< QoS of the observer's subscription
   std::string watched;     ///< a file with the numbers of the broker's processes; it may change

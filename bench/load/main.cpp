@@ -4,7 +4,9 @@
 
 #include <csignal>
 #include <cstdio>
+#include <functional>
 #include <stdexcept>
+#include <vector>
 
 #include "bench/load/Fleet.h"
 
@@ -13,22 +15,21 @@ namespace {
 using bench::load::Options;
 using bench::load::Row;
 
-/** Whether all of every phase was done. */
+/** Whether all of every phase was done; the first that achieves nothing ends the load. */
 bool run(const Options& options) {
   bench::load::Fleet fleet(options);
-  bool isFirst = true;
-  bool isDone = true;
-  const auto take = [&](const Row& row) {
-    bench::load::print(row, isFirst, options.showsJson);
-    isFirst = false;
-    isDone = isDone && row.done == row.wanted;
-  };
-  take(fleet.connect());
-  take(fleet.subscribe());
+  std::vector<std::function<Row()>> phases = {[&] { return fleet.connect(); }, [&] { return fleet.subscribe(); }};
   for (const int rate : options.rates)
-    take(fleet.change(rate));
-  if (options.requests > 0) take(fleet.ask());
-  if (!options.outage.empty()) take(fleet.outage());
+    phases.emplace_back([&fleet, rate] { return fleet.change(rate); });
+  if (options.requests > 0) phases.emplace_back([&] { return fleet.ask(); });
+  if (!options.outage.empty()) phases.emplace_back([&] { return fleet.outage(); });
+  bool isDone = true;
+  for (std::size_t i = 0; i < phases.size(); ++i) {
+    const Row row = phases[i]();
+    bench::load::print(row, i == 0, options.showsJson);
+    isDone = isDone && row.done == row.wanted;
+    if (row.done == 0) return false;
+  }
   return isDone;
 }
 
