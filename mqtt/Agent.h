@@ -17,6 +17,7 @@
 #include "mqtt/Link.h"
 #include "mqtt/Orders.h"
 #include "mqtt/Outbox.h"
+#include "mqtt/Topics.h"
 
 namespace mqtt {
 
@@ -44,8 +45,6 @@ class Agent {
     Link link;
     Outbox outbox;
     Orders orders;
-    std::vector<std::shared_ptr<const tmx::Reader::Value>> values = {};
-    std::uint64_t seen = 0;  ///< the change up to which the values were handed on
   };
 
   void introduce();
@@ -56,7 +55,7 @@ class Agent {
   void tellValues();
   void compareSoon();
   void compare();
-  [[nodiscard]] std::string topic(const std::string& end) const { return "tmx/1/" + m_guid + "/" + end; }
+  [[nodiscard]] std::string topic(const std::string& end) const { return cameraTopic(m_guid, end); }
 
   tmx::Reactor& m_reactor;
   const Config& m_config;
@@ -75,7 +74,8 @@ class Agent {
   std::string m_port;  ///< of the camera's encrypted web server
   std::unique_ptr<Connection> m_connection;
   bool m_answers = true;
-  int m_comparisons = 0;  ///< that are still to be made
+  std::uint64_t m_told = 0;  ///< the change of a value that was handed on
+  int m_comparisons = 0;     ///< that are still to be made
   tmx::Reactor::Timer m_nextComparison = 0;
 };
 

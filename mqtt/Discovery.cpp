@@ -65,10 +65,10 @@ std::string identifier(std::string text) {
   return text;
 }
 
-/** The summary up to its first halt, and the selectors: "Frame rate (1)". */
+/** The summary's first clause, and the selectors: "Frame rate (1)". */
 std::string nameOf(const Parameter& parameter, const std::string& path) {
   std::string name = parameter["summary"];
-  name.resize(std::min({name.find(','), name.find(';'), name.find(". "), name.size() - (name.ends_with('.') ? 1 : 0)}));
+  name.resize(std::min({name.find(';'), name.find(". "), name.size() - (name.ends_with('.') ? 1 : 0)}));
   for (std::size_t at = 0; (at = path.find('(', at)) != std::string::npos; ++at)
     name += " " + path.substr(at, path.find(')', at) + 1 - at);
   return name;
@@ -76,8 +76,8 @@ std::string nameOf(const Parameter& parameter, const std::string& path) {
 
 /** A request of docs/mqtt.md as a template. @param value what stands for the value, JSON once it is filled in. */
 std::string requestTemplate(const std::string& path, const std::string& value) {
-  return R"({"id": "{{ now().timestamp() }}", "answer": "tmx/1/answer/homeassistant", "items": [{"path": )" +
-         jsonString(path) + R"(, "value": )" + value + "}]}";
+  return R"({"id":"{{now().timestamp()}}","answer":"tmx/1/answer/homeassistant","items":[{"path":)" + jsonString(path) +
+         R"(,"value":)" + value + "}]}";
 }
 
 std::string listOf(const Parameter& values) {
@@ -87,6 +87,8 @@ std::string listOf(const Parameter& values) {
   return "[" + list + "]";
 }
 
+bool isRange(const Parameter& takes) { return takes.contains("low"); }
+
 /** The kind of an entity that is written, by what a write takes. */
 void addWritable(JsonObject& entity, const Parameter& takes) {
   const std::string kind = takes["kind"];
@@ -95,7 +97,7 @@ void addWritable(JsonObject& entity, const Parameter& takes) {
     entity.text("p", "switch").text("pl_on", "on").text("pl_off", "off");
   } else if (!list.empty()) {
     entity.text("p", "select").member("ops", list);
-  } else if (kind == "number" || kind == "decimal") {
+  } else if (isRange(takes)) {
     entity.text("p", "number").member("min", takes["low"].dump()).member("max", takes["high"].dump());
     if (kind == "decimal") entity.member("step", "0.1");
     entity.text("mode", "box");
@@ -133,28 +135,27 @@ class Components {
     JsonObject entity;
     if (isWritable) {
       addWritable(entity, parameter["takes"]);
-      entity.text("cmd_tpl", requestTemplate(path, "{{ value | string | tojson }}"));
+      entity.text("cmd_tpl", requestTemplate(path, "{{value|string|tojson}}"));
     } else {
       entity.text("p", "sensor");
     }
-    if (parameter.contains("unit")) addUnit(entity, parameter["unit"]);
-    entity.text("stat_t", valueTopic(m_device.guid, path)).text("val_tpl", "{{ value_json | default('') }}");
-    const bool isSelf = isOfEveryDay(parameter["path"]);
-    finish(entity, path, nameOf(parameter, path), isSelf, isWritable ? "config" : "diagnostic");
+    const bool isNumber = !isWritable || isRange(parameter["takes"]);
+    if (isNumber && parameter.contains("unit")) addUnit(entity, parameter["unit"]);
+    entity.text("stat_t", valueTopic(m_device.guid, path)).text("val_tpl", "{{value_json|default('')}}");
+    finish(entity, path, nameOf(parameter, path), isOfEveryDay(parameter["path"]));
   }
 
   void addButton(const Parameter& parameter, const std::string& path, const std::string& word) {
     JsonObject entity;
     entity.text("p", "button").text("cmd_tpl", requestTemplate(path, jsonString(word)));
     const std::string bare = parameter["path"];
-    finish(entity, path + "=" + word, path + ": " + word, isOfEveryDay(bare + "=" + word), "config");
+    finish(entity, path + "=" + word, path + ": " + word, isOfEveryDay(bare + "=" + word));
   }
 
-  void finish(JsonObject& entity, const std::string& key, const std::string& name, bool isOfEveryDay,
-              const char* category) {
+  void finish(JsonObject& entity, const std::string& key, const std::string& name, bool isOfEveryDay) {
     const std::string id = identifier(key);
     entity.text("name", name).text("uniq_id", m_device.guid + "_" + id);
-    if (!isOfEveryDay) entity.text("ent_cat", category).member("en", "false");
+    if (!isOfEveryDay) entity.member("en", "false");
     m_text += (m_text.empty() ? "" : ",\n") + jsonString(id) + ": " + entity.str();
   }
 
