@@ -41,6 +41,7 @@ guid() { cat "$fleet/$1/sysinfo/uuid"; }
 password() { sed -n 's/^tmx_password: //p' "$fleet/inventory/host_vars/$(guid "$1").yml"; }
 # console PATH USER PASSWORD: of camera 1, whose certificate must be right.
 console() { curl -sS --cacert "$fleet/broker/ca.pem" -u "$2:$3" "https://$network.0.1:8443/console/$1"; }
+roll_out() { (cd "$fleet" && ansible-playbook tmx.camera.frame_rates -e frame_rate=15 --limit "$(guid 001)"); }
 # Processes of the fleet, those inside the cameras too; the name must not stand in the search's own command line.
 left() { grep -lF -f <(echo "${fleet##*/}") /proc/[0-9]*/{cmdline,mountinfo} 2>/dev/null || true; }
 
@@ -64,6 +65,11 @@ expect 401 console api/me admin "$(password 002)"
 [[ ! $(find "$fleet/broker" "$fleet/prometheus" "$fleet/inventory" \( -name '*.key' -o -name password -o -path '*/host_vars/*' \) -perm /077) ]] ||
   fail "others can read passwords or keys"
 console metrics user "$(<"$fleet/prometheus/password")" | "$checkout/fleet/server" promtool check metrics
+
+say "the inventory"
+hosts() { (cd "$fleet" && ansible-inventory --graph online | grep -c -- '--[0-9a-f]'); }
+expect "$count" hosts
+expect "changed=1" roll_out
 
 # Its usual 15 s would be the longest part of this test.
 sed -i 's/15s/1s/' "$fleet/prometheus/prometheus.yml"
