@@ -9,6 +9,8 @@ using namespace std::chrono_literals;
 
 /** Two rounds are never exactly a period apart. */
 constexpr auto kTolerance = 100ms;
+/** So that a round takes little memory. */
+constexpr std::size_t kAtOnce = 60;
 
 /** What takes the daemon time, or changes with each read. */
 bool isSlow(std::string_view path) {
@@ -27,9 +29,9 @@ const char* Reader::faultOf(std::string_view path) {
 }
 
 std::shared_ptr<const Reader::Value> Reader::watch(UserClass user, const std::string& path) {
-  std::weak_ptr<Value>& known = m_values[{user, path}];
+  auto& [key, known] = *m_values.try_emplace({user, path}).first;
   std::shared_ptr<Value> value = known.lock();
-  if (!value) known = value = std::make_shared<Value>(Value{.user = user, .path = path, .isSlow = isSlow(path)});
+  if (!value) known = value = std::make_shared<Value>(Value{.user = user, .path = key.second, .isSlow = isSlow(path)});
   return value;
 }
 
@@ -47,7 +49,7 @@ void Reader::refresh() {
 }
 
 void Reader::readIn(std::chrono::milliseconds time) {
-  if (m_underWay > 0) {
+  if (m_isUnderWay) {
     m_isReadAgain = true;
     return;
   }
@@ -59,34 +61,37 @@ void Reader::readAll() {
   m_nextRead = 0;
   m_isReadAgain = false;
   if (count() == 0) return;
-  for (const UserClass user : {UserClass::kAdmin, UserClass::kOperator, UserClass::kUser})
-    readOf(user);
-  if (m_underWay == 0) readIn(m_periods.usual);
-}
-
-void Reader::readOf(UserClass user) {
-  std::vector<std::shared_ptr<Value>> values;
-  std::vector<Item> items;
   for (const auto& [key, known] : m_values) {
     const std::shared_ptr<Value> value = known.lock();
-    if (!value || value->user != user) continue;
     const auto period = value->isSlow ? m_periods.slow : m_periods.usual;
-    if (value->status != 0 && Clock::now() - value->read < period - kTolerance) continue;
-    values.push_back(value);
-    items.push_back(Item::read(value->path));
+    if (value->status == 0 || Clock::now() - value->read >= period - kTolerance) m_due.push_back(value);
   }
-  if (values.empty()) return;
-  ++m_underWay;
-  m_upstream.run(
-      Priority::Reader, user, items,
-      [this](const auto& /*answers*/, const std::string& /*failure*/) {
-        m_heard();
-        if (--m_underWay == 0) readIn(m_isReadAgain ? 0ms : m_periods.usual);
-      },
-      [this, values, next = std::size_t{0}](const std::vector<Answer>& answers) mutable {
-        for (const Answer& answer : answers)
-          take(*values[next++], answer);
-      });
+  m_isUnderWay = true;
+  readNext();
+}
+
+/** Some values of one class; behind the last of a class it is told. */
+void Reader::readNext() {
+  if (m_due.empty()) {
+    m_isUnderWay = false;
+    return readIn(m_isReadAgain ? 0ms : m_periods.usual);
+  }
+  const UserClass user = m_due.back()->user;
+  std::vector<std::shared_ptr<Value>> values;
+  std::vector<Item> items;
+  while (!m_due.empty() && m_due.back()->user == user && items.size() < kAtOnce) {
+    items.push_back(Item::read(m_due.back()->path));
+    values.push_back(std::move(m_due.back()));
+    m_due.pop_back();
+  }
+  m_upstream.run(Priority::Reader, user, items,
+                 [this, values = std::move(values)](const std::vector<Answer>& answers, const std::string& failure) {
+                   for (std::size_t i = 0; i < answers.size(); ++i)
+                     take(*values[i], answers[i]);
+                   if (!failure.empty()) m_due.clear();
+                   if (m_due.empty() || m_due.back()->user != values.front()->user) m_heard();
+                   readNext();
+                 });
 }
 
 void Reader::take(Value& value, const Answer& answer) {

@@ -24,7 +24,7 @@ class Reader {
   /** A parameter as one class sees it. */
   struct Value {
     UserClass user;
-    std::string path;
+    std::string_view path;  ///< the reader's
     bool isSlow;
     int status = 0;  ///< 0 before it was read
     std::string text = {};
@@ -59,7 +59,7 @@ class Reader {
  private:
   void readIn(std::chrono::milliseconds time);
   void readAll();
-  void readOf(UserClass user);
+  void readNext();
   void take(Value& value, const Answer& answer);
 
   Reactor& m_reactor;
@@ -68,7 +68,8 @@ class Reader {
   std::function<void()> m_heard;
   std::map<std::pair<UserClass, std::string>, std::weak_ptr<Value>> m_values;
   std::uint64_t m_changes = 0;
-  unsigned m_underWay = 0;  ///< classes of a round that are being read
+  bool m_isUnderWay = false;
+  std::vector<std::shared_ptr<Value>> m_due;  ///< of the round that is under way, those to be read next at the end
   bool m_isReadAgain = false;
   Reactor::Timer m_nextRead = 0;
 };

@@ -1,11 +1,15 @@
 #include "mqtt/Agent.h"
 
+#include <malloc.h>
+
 #include <algorithm>
 #include <array>
 #include <utility>
 
 #include "cli/Description.h"
 #include "cli/Json.h"
+#include "mqtt/Discovery.h"
+#include "mqtt/Topics.h"
 
 namespace mqtt {
 namespace {
@@ -18,20 +22,11 @@ constexpr auto kIntroduction = 2s;
 constexpr auto kComparison = 1s;
 /** What differs in one comparison alone may be a save that is under way. */
 constexpr int kComparisons = 2;
-/** A longer value, such as a log, is none for a broker. */
-constexpr std::size_t kLongestValue = 4096;
-
 constexpr std::array<const char*, 4> kAboutPaths{"system.guid", "system.model", "system.software.revision",
                                                  "network.https(configuration).port"};
 
 bool isBelow(std::string_view path, std::string_view head) {
   return path.starts_with(head) && (path.size() == head.size() || path[head.size()] == '.');
-}
-
-/** The path as a topic's levels. */
-std::string levels(std::string path) {
-  std::ranges::replace(path, '.', '/');
-  return path;
 }
 
 }  // namespace
@@ -46,7 +41,7 @@ bool isPublished(const Config& config, const tmx::Traits& parameter, const std::
 
 Agent::Connection::Connection(Agent& agent, const std::string& guid)
     : link(agent.m_reactor, agent.m_config.broker, guid, {.topic = agent.topic("online"), .payload = "false"}),
-      outbox(link),
+      outbox(link, guid),
       orders(agent.m_requests, agent.m_account, guid,
              [this](const std::string& topic, const std::string& payload) { outbox.send(topic, payload, false); }) {}
 
@@ -63,7 +58,9 @@ Agent::Agent(tmx::Reactor& reactor, int opener, const Config& config, const tmx:
       m_requests(m_upstream, catalogue, m_waiting),
       m_reader(reactor, m_upstream, kPeriods, [this] { tellValues(); }) {
   m_upstream.onAnswer([this](bool isAnswered, tmx::Clock::duration /*time*/) {
-    if (std::exchange(m_answers, isAnswered) && !isAnswered) m_waiting.noteRestart();
+    if (std::exchange(m_answers, isAnswered) == isAnswered) return;
+    if (!isAnswered) m_waiting.noteRestart();
+    if (m_connection) compareSoon();
   });
   introduce();
 }
@@ -100,7 +97,7 @@ void Agent::begin(const std::vector<tmx::Answer>& answers) {
   });
   link.open();
   for (const std::string& path : std::exchange(m_paths, {}))
-    m_connection->values.push_back(m_reader.watch(m_account.user, path));
+    m_connection->outbox.values().add(m_reader.watch(m_account.user, path));
   m_reader.readSoon();
   m_flash.emplace(m_reactor, m_catalogue.files(), [this] {
     m_reader.refresh();
@@ -112,10 +109,23 @@ void Agent::begin(const std::vector<tmx::Answer>& answers) {
 void Agent::connected() {
   m_connection->link.subscribe(topic("request"));
   Outbox& outbox = m_connection->outbox;
-  outbox.retain(topic("about"),
+  outbox.retain("about",
                 tmx::JsonObject().text("model", m_model).text("version", m_version).text("address", address()).str());
-  outbox.retain(topic("online"), "true");
-  outbox.connected();
+  outbox.retain("online", "true");
+  if (!m_config.discovery.empty()) announce();
+  outbox.pump();
+}
+
+/** Made anew for each connection: it is long, and nobody else needs it. */
+void Agent::announce() {
+  const Device device{
+      .guid = m_guid, .model = m_model, .version = m_version, .address = address(), .user = m_account.user};
+  const auto isOnBroker = [this](const std::string& path) {
+    return isPublished(m_config, *m_catalogue.find(path), path);
+  };
+  m_connection->outbox.send(m_config.discovery + "/device/" + m_guid + "/config",
+                            discovery(m_description, device, isOnBroker), true);
+  malloc_trim(0);  // what that took in between
 }
 
 /** Where the camera's console answers: as configured, or where the broker is reached from. */
@@ -126,17 +136,10 @@ std::string Agent::address() const {
 }
 
 void Agent::tellValues() {
-  bool isNew = false;
-  for (const auto& value : m_connection->values) {
-    if (value->changed <= m_connection->seen) continue;
-    const bool isShown =
-        value->hasText && (value->status == 200 || value->status == 202) && value->text.size() <= kLongestValue;
-    m_connection->outbox.retain(topic("value/" + levels(value->path)),
-                                isShown ? tmx::jsonString(value->text) : std::string());
-    isNew = true;
-  }
-  m_connection->seen = m_reader.changes();
-  if (isNew) compareSoon();
+  if (std::exchange(m_told, m_reader.changes()) == m_reader.changes()) return;
+  m_connection->outbox.values().changed();
+  m_connection->outbox.pump();
+  compareSoon();
 }
 
 void Agent::compareSoon() {
@@ -148,8 +151,9 @@ void Agent::compareSoon() {
 void Agent::compare() {
   --m_comparisons;
   m_waiting.compare(m_upstream, m_account.user, [this] {
-    m_connection->outbox.retain(topic("pending"), m_waiting.list(m_account.user));
+    m_connection->outbox.retain("pending", m_waiting.list(m_account.user));
     m_nextComparison = m_comparisons > 0 ? m_reactor.after(kComparison, [this] { compare(); }) : 0;
+    if (m_nextComparison == 0) malloc_trim(0);  // what connecting and much that changed at once took
   });
 }
 

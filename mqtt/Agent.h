@@ -17,6 +17,7 @@
 #include "mqtt/Link.h"
 #include "mqtt/Orders.h"
 #include "mqtt/Outbox.h"
+#include "mqtt/Topics.h"
 
 namespace mqtt {
 
@@ -29,6 +30,7 @@ class Agent {
   /**
    * @param opener see tmx::startOpener().
    * @param paths which values are published.
+   * @param description the file that the catalogue was loaded from.
    */
   Agent(tmx::Reactor& reactor, int opener, const Config& config, const tmx::Catalogue& catalogue,
         std::vector<std::string> paths, std::string description);
@@ -43,18 +45,17 @@ class Agent {
     Link link;
     Outbox outbox;
     Orders orders;
-    std::vector<std::shared_ptr<const tmx::Reader::Value>> values = {};
-    std::uint64_t seen = 0;  ///< the change up to which the values were handed on
   };
 
   void introduce();
   void begin(const std::vector<tmx::Answer>& answers);
   void connected();
+  void announce();
   [[nodiscard]] std::string address() const;
   void tellValues();
   void compareSoon();
   void compare();
-  [[nodiscard]] std::string topic(const std::string& end) const { return "tmx/1/" + m_guid + "/" + end; }
+  [[nodiscard]] std::string topic(const std::string& end) const { return cameraTopic(m_guid, end); }
 
   tmx::Reactor& m_reactor;
   const Config& m_config;
@@ -73,7 +74,8 @@ class Agent {
   std::string m_port;  ///< of the camera's encrypted web server
   std::unique_ptr<Connection> m_connection;
   bool m_answers = true;
-  int m_comparisons = 0;  ///< that are still to be made
+  std::uint64_t m_told = 0;  ///< the change of a value that was handed on
+  int m_comparisons = 0;     ///< that are still to be made
   tmx::Reactor::Timer m_nextComparison = 0;
 };
 

@@ -137,13 +137,15 @@ void Link::watch() {
 }
 
 void Link::step(short events) {
-  if (!m_isConnected && (events & (POLLERR | POLLHUP)) != 0) {
-    if (const int error = socketError(m_socket); error != 0) return lose(std::strerror(error));
-  }
   errno = 0;  // the library takes an old EAGAIN for its own
   int error = MOSQ_ERR_SUCCESS;
+  const int broken = (events & (POLLERR | POLLHUP)) == 0 ? 0 : socketError(m_socket);
+  if (broken != 0) return lose(std::strerror(broken));
   if ((events & ~POLLOUT) != 0) error = mosquitto_loop_read(m_client.get(), 1);
   if (error == MOSQ_ERR_SUCCESS && (events & POLLOUT) != 0) error = mosquitto_loop_write(m_client.get(), 1);
+  // The library begins with TLS on a connection that has failed, and finds nothing wrong with its end.
+  const bool isOver = !m_isConnected && (events & (POLLERR | POLLHUP)) != 0;
+  if (error == MOSQ_ERR_SUCCESS && isOver && m_failure.empty()) m_failure = "the connection was refused or reset";
   check(error);
 }
 

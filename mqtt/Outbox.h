@@ -1,53 +1,56 @@
 #pragma once
 
-#include <cstddef>
 #include <deque>
 #include <map>
 #include <string>
+#include <utility>
 
 #include "mqtt/Link.h"
+#include "mqtt/Values.h"
 
 namespace mqtt {
 
 /**
- * What goes to the broker: of each retained topic the last payload, all of them anew behind each connection, since the
- * broker may have lost its data; and messages that go once. The topics that wait take no more room than they do anyhow,
- * and few messages are on their way.
+ * What goes to the broker, a few messages at once: messages that go once, then what is retained, all of it anew behind
+ * each connection, since the broker may have lost its data.
  */
 class Outbox {
  public:
-  explicit Outbox(Link& link) : m_link(link) {}
+  Outbox(Link& link, const std::string& guid) : m_link(link), m_guid(guid), m_values(guid) {}
 
-  /** The topic's payload from now on; an empty one takes it away. */
+  [[nodiscard]] Values& values() { return m_values; }
+
+  /** The payload from now on of one of the camera's topics. */
   void retain(const std::string& topic, std::string payload);
 
-  /** Goes once, in front of what is retained; the oldest is given up where more than 32 wait for a connection. */
+  /** Goes once; the oldest is given up where more than 32 wait for a connection. */
   void send(std::string topic, std::string payload, bool isRetained);
 
+  /** Goes on; to be called when values have changed. */
+  void pump();
+
   // To be told of the link.
-  void connected();
-  void lost() { m_underWay = 0; }
+  void lost();
   void delivered();
 
  private:
   struct Retained {
     std::string payload;
-    bool isWaiting;
+    bool isSent = false;
   };
-  using Entry = std::map<std::string, Retained>::value_type;
-  struct Message {
+  struct Single {
     std::string topic;
     std::string payload;
     bool isRetained;
   };
 
-  void pump();
   [[nodiscard]] bool sendNext();
 
   Link& m_link;
+  std::string m_guid;
+  Values m_values;
   std::map<std::string, Retained> m_retained;  ///< by topic
-  std::deque<Entry*> m_waiting;
-  std::deque<Message> m_messages;
+  std::deque<Single> m_singles;
   int m_underWay = 0;
 };
 

@@ -9,18 +9,22 @@
 #include <limits>
 #include <utility>
 
+#include "src/encode/budget/BitrateLimit.h"
+
 namespace console {
 namespace {
 
 constexpr std::chrono::seconds kPeriod{2};
 
-enum Value : std::size_t { kModel, kVersion, kSending, kReceiving, kBitrate, kScene, kValues };
+enum Value : std::size_t { kModel, kVersion, kSending, kReceiving, kBitrate, kScene, kCard, kCardErrors, kValues };
 constexpr std::array<const char*, kValues> kPaths{"system.model",
                                                   "system.software.revision",
                                                   "system.session.sending_count",
                                                   "system.session.receiving_count",
                                                   "system.session.total_bitrate",
-                                                  "camera.scene.status"};
+                                                  "camera.scene.status",
+                                                  "storage.disk(1).status",
+                                                  "storage.disk(1).errcode"};
 
 /** A label's text in its quotes. */
 std::string quoted(const std::string& text) {
@@ -47,6 +51,25 @@ std::string leading(const std::string& text, double factor = 1) {
   double value = std::numeric_limits<double>::quiet_NaN();
   std::from_chars(text.data(), text.data() + text.size(), value);
   return value == value ? number(value * factor) : "NaN";
+}
+
+std::string sample(const char* name, const char* label, const char* value, bool isSo) {
+  return std::string(name) + "{" + label + "=\"" + value + "\"} " + (isSo ? "1\n" : "0\n");
+}
+
+/** The card by its state, such as "off_read_only"; nothing where the model has none, or its daemon says nothing. */
+std::string card(std::string_view state, std::string_view errors) {
+  if (state.empty()) return "";
+  const bool isOff = state.starts_with("off");
+  std::string text = head("tmx_card_enabled", "gauge", "Whether the memory card is used.") + "tmx_card_enabled " +
+                     (isOff ? "0\n" : "1\n") +
+                     head("tmx_card_state", "gauge", "Whether the memory card is in a state.");
+  if (isOff) state = state == "off" ? "on" : state.substr(std::string_view("off_").size());
+  for (const char* name : {"empty", "on", "read_only"})
+    text += sample("tmx_card_state", "state", name, state == name);
+  return text + head("tmx_card_error", "gauge", "Whether a recording has failed on the memory card.") +
+         sample("tmx_card_error", "error", "write", errors.find('1') != std::string_view::npos) +
+         sample("tmx_card_error", "error", "space", errors.find('2') != std::string_view::npos);
 }
 
 /** Seconds since the camera's first process began. */
@@ -122,8 +145,10 @@ std::string Metrics::text() const {
   constexpr double kBytesPerKilobit = 125;
   text += head("tmx_streams_bytes_per_second", "gauge", "Rate of all streams together.") +
           "tmx_streams_bytes_per_second " + leading(m_values[kBitrate], kBytesPerKilobit) + "\n";
+  text += head("tmx_streams_limit_bytes_per_second", "gauge", "What all streams together may take.") +
+          "tmx_streams_limit_bytes_per_second " + number(kBytesPerKilobit * bitrate_budget::kLimitKilobits) + "\n";
   return text + head("tmx_scene_number", "gauge", "Scene in force.") + "tmx_scene_number " + leading(m_values[kScene]) +
-         "\n";
+         "\n" + card(m_values[kCard], m_values[kCardErrors]);
 }
 
 std::string Metrics::requestTimes() const {

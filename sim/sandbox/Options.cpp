@@ -21,9 +21,11 @@ constexpr const char* usage =
     "             --tmxd-arg ARG     argument for the daemon (repeatable)\n"
     "             --env NAME=VALUE   variable for the daemon (repeatable)\n"
     "             --guard-arg ARG    argument for the console's guard (repeatable)\n"
-    "             --uplink PORT      inside, 127.0.0.1:8883 leads to this port of the host's loopback address\n"
+    "             --uplink [ADDRESS:]PORT\n"
+    "                                inside, 127.0.0.1:8883 leads there, by default to the host's loopback address\n"
     "             --timeout SECONDS  give up waiting; 0: do not wait\n"
     "             --quiet            no progress\n"
+    "  make     make the files of a camera that has none yet, and leave it off\n"
     "  down     stop it in order\n"
     "  reboot   restart it and wait for its answer\n"
     "  cut      cut its power\n"
@@ -77,7 +79,7 @@ bool take(Options& options, int option, const std::string& value) {
       options.quiet = true;
       return true;
     case 'l':
-      options.uplink = std::atoi(value.c_str());
+      options.uplink = value;
       return true;
     case 't':
       options.timeoutSeconds = std::atoi(value.c_str());

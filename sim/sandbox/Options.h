@@ -21,7 +21,7 @@ struct Options {
   std::vector<std::string> missing;  ///< programs that the camera does not have, "/bin/NAME"
   bool fresh = false;
   bool quiet = false;
-  int uplink = 0;  ///< port of the host that the camera's 127.0.0.1:8883 leads to; 0: it leads nowhere
+  std::string uplink;  ///< address of the host that the camera's 127.0.0.1:8883 leads to; empty: it leads nowhere
   int timeoutSeconds = 60;
   std::vector<std::string> daemonArguments;
   Environment daemonVariables;

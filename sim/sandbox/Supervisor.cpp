@@ -100,7 +100,7 @@ pid_t Supervisor::boot(Fd progress) {
   const gid_t group = getegid();
   unsigned long flags = CLONE_NEWNS | CLONE_NEWPID | CLONE_NEWNET | CLONE_NEWUTS | CLONE_NEWIPC;
   if (user != 0) flags |= CLONE_NEWUSER;
-  if (m_options.uplink != 0) m_uplink.emplace(m_options.uplink);
+  if (!m_options.uplink.empty()) m_uplink.emplace(m_options.uplink);
   const long pid = syscall(SYS_clone, flags | SIGCHLD, nullptr, nullptr, nullptr, nullptr);
   if (pid < 0) die("make the namespaces");
   if (pid == 0) beInit(std::move(progress), user, group);

@@ -62,7 +62,8 @@ void closeAllBut(const Fd& channel) {
 
 }  // namespace
 
-Uplink::Uplink(int port) {
+Uplink::Uplink(const std::string& place) {
+  const sockaddr_in address = parseAddress(place);
   std::array<int, 2> ends{};
   must(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) == 0, "make the uplink");
   m_channel = Fd(ends[0]);
@@ -75,7 +76,7 @@ Uplink::Uplink(int port) {
   closeAllBut(outside);
   std::vector<Door> doors(1);
   doors[0].listener = receive(outside);
-  doors[0].reach = [port] { return connectTo(loopback(port)); };
+  doors[0].reach = [address] { return connectTo(address); };
   if (doors[0].listener.valid()) serve(doors);
   _exit(1);
 }

@@ -23,6 +23,8 @@ namespace sim {
 
 namespace {
 
+constexpr const char* alreadyOn = "the camera is already on; take it down first";
+
 int complain(const char* text) {
   std::fprintf(stderr, "camera: %s\n", text);
   return 1;
@@ -43,13 +45,25 @@ void showProgress(const Fd& progress, bool quiet) {
   std::fclose(steps);
 }
 
-int up(const Options& options, const Home& home) {
+/** Whether the camera is off and has its files. */
+bool prepare(const Home& home) {
   std::error_code error;
   std::filesystem::create_directories(home.path("run"), error);
-  if (Supervisor::isOn(home)) return complain("the camera is already on; take it down first");
+  if (Supervisor::isOn(home)) return false;
   home.prepare();
+  return true;
+}
+
+int make(const Options& /*options*/, const Home& home) {
+  if (!prepare(home)) return complain(alreadyOn);
+  home.power();
+  return 0;
+}
+
+int up(const Options& options, const Home& home) {
+  if (!prepare(home)) return complain(alreadyOn);
   const Fd progress = Supervisor(options, home).start();
-  if (!progress.valid()) return complain("the camera is already on; take it down first");
+  if (!progress.valid()) return complain(alreadyOn);
   showProgress(progress, options.quiet);
   if (options.timeoutSeconds == 0 || waitForAnswer(home, 1, options.timeoutSeconds)) return 0;
   switchOff(home, "down");
@@ -137,6 +151,7 @@ int flash(const Options& options, const Home& home) {
 using Action = int (*)(const Options&, const Home&);
 
 const std::map<std::string, Action> actions{
+    {"make", make},
     {"up", up},
     {"down", [](const Options&, const Home& home) { return switchOff(home, "down"); }},
     {"cut", [](const Options&, const Home& home) { return switchOff(home, "cut"); }},

@@ -259,6 +259,28 @@ TEST_F(ConsoleTest, HasMetrics) {
   EXPECT_NE(answer.body.find("tmx_camera_info{model=\"KT-A10\",version="), std::string::npos);
 }
 
+TEST_F(ConsoleTest, MeasuresTheCardAndTheStreams) {
+  const auto has = [](const Texts& samples) {
+    return eventually([&] {
+      const std::string text = console().get("user", "/metrics").body;
+      return std::ranges::all_of(
+          samples, [&](const std::string& sample) { return text.find("\n" + sample + "\n") != std::string::npos; });
+    });
+  };
+  camera().tell("session add h264high 16000 http");
+  camera().tell("sdrec card=read_only write_error=on");
+  camera().ask("storage.disk(1).status=off");
+  EXPECT_TRUE(has({"tmx_card_enabled 0", "tmx_card_state{state=\"on\"} 0", "tmx_card_state{state=\"read_only\"} 1",
+                   "tmx_card_error{error=\"write\"} 1", "tmx_card_error{error=\"space\"} 0",
+                   "tmx_streams_bytes_per_second 2000000", "tmx_streams_limit_bytes_per_second 2500000"}));
+  camera().tell("session clear");
+  camera().tell("sdrec card=on write_error=off space_error=on");
+  EXPECT_TRUE(has({"tmx_card_enabled 0", "tmx_card_state{state=\"on\"} 1", "tmx_card_error{error=\"write\"} 0",
+                   "tmx_card_error{error=\"space\"} 1", "tmx_streams_bytes_per_second 0"}));
+  camera().tell("sdrec space_error=off");
+  camera().ask("storage.disk(1).status=on");
+}
+
 TEST_F(ConsoleTest, ShowsTheJournal) {
   const Json before = console().get("admin", "/api/journal?after=0").json();
   EXPECT_EQ(before["lines"].size(), 200U);

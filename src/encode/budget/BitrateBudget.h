@@ -5,6 +5,7 @@
 #include <string>
 
 #include "config/Config.h"
+#include "encode/budget/BitrateLimit.h"
 
 /** One live session as the session daemon tells it. */
 struct SessionSlot {
@@ -14,7 +15,7 @@ struct SessionSlot {
 };
 
 /**
- * The budget of the live sessions: all of them together may take 20000 kilobits per second.
+ * The budget of the live sessions: all of them together may take kLimitKilobits.
  *
  * A check takes the sessions and the settings of the channels as they are, puts the new value in the place of the
  * channel's own (0 to 2), and adds up what all sessions would take. 0 when that fits, else -1.
@@ -22,7 +23,6 @@ struct SessionSlot {
 namespace bitrate_budget {
 
 inline constexpr int32_t kSessionSlots = 22;
-inline constexpr int64_t kLimitKilobits = 20000;
 
 /** A new bit rate, in bits per second; it changes only the sessions of a channel that is no jpeg channel. */
 [[nodiscard]] int32_t checkForStream(std::span<const SessionSlot> sessions, const Config& config, int32_t newBits,
