@@ -1,19 +1,18 @@
 #!/usr/bin/python3
 """
-A roll-out over twenty cameras in waves of five: two of the third wave refuse, which stops it, and a second play puts all of it back.
-
-rollout_test.py FOLDER: with a fleet of its own in the folder.
+A roll-out over a fleet in waves: some of the third wave refuse, which stops it, and a second play puts all of it back. Eight cameras in
+waves of two, or with TMX_LONG twenty in waves of five.
 """
 
 import json
 import os
 import subprocess
-import sys
+import tempfile
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
-CAMERAS, WAVE = 20, 5
-NETWORK = "127.78"
+CAMERAS, WAVE = (20, 5) if os.environ.get("TMX_LONG") else (8, 2)
+NETWORK = f"127.{100 + os.getpid() % 150}"
 RATE = "encode(1).framerate"
 NEW = "15"
 
@@ -113,13 +112,13 @@ def roll_out(fleet):
 
 def main():
     """The fleet ends whatever happens."""
-    fleet = Fleet(Path(sys.argv[1]).resolve())
-    fleet.folder.mkdir(parents=True, exist_ok=True)
-    try:
-        fleet.up()
-        roll_out(fleet)
-    finally:
-        fleet.down()
+    with tempfile.TemporaryDirectory(prefix="tmx-fleet-", dir=os.environ.get("TMX_TEST_HOMES", "/dev/shm")) as folder:
+        fleet = Fleet(Path(folder))
+        try:
+            fleet.up()
+            roll_out(fleet)
+        finally:
+            fleet.down()
 
 
 if __name__ == "__main__":
