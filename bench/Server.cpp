@@ -7,9 +7,6 @@
 
 #include <chrono>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <thread>
 
 #include "bench/Socket.h"
@@ -34,38 +31,10 @@ pid_t listenerOf(const std::string& path) {
   return isKnown ? peer.pid : 0;
 }
 
-std::string processFile(pid_t pid, const char* name) { return "/proc/" + std::to_string(pid) + "/" + name; }
-
 }  // namespace
 
 Server::Server(std::string socket) : m_socket(std::move(socket)), m_client(m_socket, kTimeout) {
   m_pid = listenerOf(m_socket);
-}
-
-double Server::processorTime() const {
-  double seconds = 0;
-  std::error_code error;
-  for (const auto& thread : std::filesystem::directory_iterator(processFile(m_pid, "task"), error)) {
-    std::ifstream file(thread.path() / "schedstat");
-    double nanoseconds = 0;
-    file >> nanoseconds;
-    seconds += nanoseconds * 1e-9;
-  }
-  return seconds;
-}
-
-Memory Server::memory() const {
-  Memory memory;
-  std::ifstream file(processFile(m_pid, "smaps_rollup"));
-  for (std::string line; std::getline(file, line);) {
-    std::istringstream words(line);
-    std::string key;
-    long kibibytes = 0;
-    words >> key >> kibibytes;
-    if (key == "Rss:") memory.resident = kibibytes;
-    if (key == "Private_Dirty:") memory.privateDirty = kibibytes;
-  }
-  return memory;
 }
 
 Cost Server::send(const std::vector<std::string>& frames, int requests) const {

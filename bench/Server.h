@@ -5,16 +5,11 @@
 
 #include <string>
 
+#include "bench/Process.h"
 #include "bench/Statistics.h"
 #include "cli/Client.h"
 
 namespace bench {
-
-/** The kibibytes of a process. */
-struct Memory {
-  long resident = 0;
-  long privateDirty = 0;
-};
 
 /** A server on a Unix socket, seen from outside: its processor time, its memory, and what a request to it costs. */
 class Server {
@@ -24,8 +19,8 @@ class Server {
   /** The process that listens; 0 when nobody does. */
   [[nodiscard]] pid_t pid() const { return m_pid; }
   /** Seconds of processor time since the server's start, of all its threads. */
-  [[nodiscard]] double processorTime() const;
-  [[nodiscard]] Memory memory() const;
+  [[nodiscard]] double processorTime() const { return processorTimeOf(m_pid); }
+  [[nodiscard]] Memory memory() const { return memoryOf(m_pid); }
 
   /** The cost of sending the frames in turn, so many requests in all. Answers that are no answer make it fail. */
   [[nodiscard]] Cost send(const std::vector<std::string>& frames, int requests) const;
