@@ -6,6 +6,7 @@ waves of two, or with TMX_LONG twenty in waves of five.
 
 import json
 import os
+import shutil
 import subprocess
 import tempfile
 from pathlib import Path
@@ -70,6 +71,10 @@ class Fleet:
                 recap[guid.strip()] = {key: int(value) for key, value in (count.split("=") for count in counts.split())}
         return done.returncode == 0, recap
 
+    def certificates(self):
+        """By which the broker knows them."""
+        return {guid: (home / "flash/mqtt/certificate.pem").read_text() for guid, home in self.homes.items()}
+
     def kept(self):
         """Whose values are kept."""
         return {file.stem for file in (self.folder / "before").glob("*.json")}
@@ -110,6 +115,29 @@ def roll_out(fleet):
     expect("kept at last", fleet.kept(), set())
 
 
+def issue(fleet, name, ca=()):
+    """A folder with a certificate for each camera, signed by the authority, or by another than the broker's."""
+    folder = fleet.folder / name
+    folder.mkdir()
+    for file in ca:
+        shutil.copy(fleet.folder / "broker" / file, folder)
+    for words in (["ca"], *(["camera", guid] for guid in fleet.homes)):
+        subprocess.run([ROOT / "fleet/certificates", folder, *words], check=True)
+    return folder
+
+
+def renew_certificates(fleet):
+    """New ones bring the cameras to the broker again; of those that do not the first is put back, and the others never see them."""
+    for folder, is_good in ((issue(fleet, "new", ("ca.pem", "ca.key")), True), (issue(fleet, "foreign"), False)):
+        before = fleet.certificates()
+        has_succeeded, recap = fleet.play("certificates", certificates=str(folder), wave=[1, CAMERAS])
+        expect("renewed", has_succeeded, is_good)
+        expect("asked", len(recap), CAMERAS if is_good else 1)
+        issued = {guid: (folder / f"{guid}.pem").read_text() for guid in fleet.homes}
+        expect("certificates", fleet.certificates() == (issued if is_good else before), True)
+        assert f"{CAMERAS} at the broker" in fleet.camera("--home", fleet.folder, "fleet", "status")
+
+
 def main():
     """The fleet ends whatever happens."""
     with tempfile.TemporaryDirectory(prefix="tmx-fleet-", dir=os.environ.get("TMX_TEST_HOMES", "/dev/shm")) as folder:
@@ -117,6 +145,8 @@ def main():
         try:
             fleet.up()
             roll_out(fleet)
+            if os.environ.get("TMX_LONG"):
+                renew_certificates(fleet)
         finally:
             fleet.down()
 

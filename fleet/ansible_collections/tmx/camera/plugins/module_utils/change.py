@@ -2,11 +2,9 @@
 
 import re
 
-from ansible_collections.tmx.camera.plugins.module_utils.console import ConsoleError, accepted
+from ansible_collections.tmx.camera.plugins.module_utils.console import LEAVE_TIME, ConsoleError, accepted
 from ansible_collections.tmx.camera.plugins.module_utils.tree import bare, names_scene
 
-# Seconds in which the web server goes, behind a commit that restarts it.
-LEAVE_TIME = 20
 # Taking these over can cut the controller off, so the camera puts them back unless they are confirmed.
 CUTS_OFF = re.compile(r"network\.(interface|gateway|http|https)\b")
 # What is interrupted, the later the more it takes along.
@@ -182,19 +180,12 @@ class Change:
     def _commit(self, hint, restarts):
         """Sends a commit, and waits for the camera where it restarts; False when it was refused."""
         path, equals, word = hint.partition("=")
-        stream = self._console.events(LEAVE_TIME) if restarts else None
-        try:
-            answer = self._console.request([{"path": path, "value": word}])[0]
-        except ConsoleError as error:
-            if not restarts or error.status not in (None, 503):
-                raise
-            answer = None  # the web server went with the commit
-        if answer is not None and not accepted(answer):
+        item = {"path": path, "value": word}
+        answer = self._console.restart(item, self._wait) if restarts else self._console.request([item])[0]
+        if not accepted(answer):
             self.refused.append(refusal(path, word, answer))
             return False
         self.commits.append(hint)
-        if restarts:
-            self._return(stream)
         return True
 
     def _put_back(self, paths, hints):
@@ -215,12 +206,7 @@ class Change:
             "confirm": True,
         }
         stream = self._console.events(LEAVE_TIME)
-        try:
-            answers = self._console.post("api/apply", body)["answers"]
-        except ConsoleError as error:
-            if error.status is not None and error.status != 503:
-                raise
-            answers = []  # the web server went with the commit
+        answers = self._console.last(lambda: self._console.post("api/apply", body)["answers"]) or []
         if not all(accepted(answer) for answer in answers):
             stream.close()
             values = [self._shown(path, self._desired[path]) for path in paths] + [commit.partition("=")[2]]
@@ -229,17 +215,10 @@ class Change:
         self.commits.append(commit)
         if self._url_after:
             self._console.at(self._url_after)
-        self._return(stream)
+        self._console.come_back(stream, self._wait)
         try:
             self._console.post("api/confirm", {})
         except ConsoleError as error:
             raise ConsoleError(f"{commit} could not be confirmed, so that the camera puts it back: {error}") from error
         self.written += paths
         return True
-
-    def _return(self, stream):
-        """Waits until the web server has gone, which ends the stream, and answers again."""
-        for event in stream:
-            pass
-        stream.close()
-        self._console.wait(self._wait)
