@@ -9,6 +9,7 @@ import os
 import shutil
 import subprocess
 import tempfile
+import time
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
@@ -44,6 +45,13 @@ class Fleet:
         self.camera("--home", self.folder, "fleet", "up", CAMERAS, "--network", NETWORK)
         homes = [home for home in self.folder.iterdir() if home.name.isdigit()]
         self.homes = dict(sorted(((home / "sysinfo/uuid").read_text().strip(), home) for home in homes))
+
+    def await_online(self):
+        """Waits until all are at the broker."""
+        end = time.monotonic() + 60
+        while f"{CAMERAS} at the broker" not in self.camera("--home", self.folder, "fleet", "status"):
+            assert time.monotonic() < end, "not all are at the broker"
+            time.sleep(0.5)
 
     def down(self):
         """Ends it."""
@@ -135,7 +143,7 @@ def renew_certificates(fleet):
         expect("asked", len(recap), CAMERAS if is_good else 1)
         issued = {guid: (folder / f"{guid}.pem").read_text() for guid in fleet.homes}
         expect("certificates", fleet.certificates() == (issued if is_good else before), True)
-        assert f"{CAMERAS} at the broker" in fleet.camera("--home", fleet.folder, "fleet", "status")
+        fleet.await_online()
 
 
 def main():
