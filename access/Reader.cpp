@@ -16,7 +16,8 @@ constexpr std::size_t kAtOnce = 60;
 bool isSlow(std::string_view path) {
   const std::string bare = withoutSelectors(path);
   return bare == "system.hardware.cpu.utilization" || bare == "system.session" || bare == "system.log" ||
-         bare == "system.model" || bare == "system.date" || bare.starts_with("application.audioplay.");
+         bare == "system.model" || bare == "system.date" || bare.starts_with("application.audioplay.") ||
+         bare.starts_with("system.session.sending.") || bare.starts_with("system.session.receiving.");
 }
 
 }  // namespace

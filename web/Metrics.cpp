@@ -9,7 +9,7 @@
 #include <limits>
 #include <utility>
 
-#include "src/encode/budget/BitrateLimit.h"
+#include "encode/budget/BitrateLimit.h"
 
 namespace console {
 namespace {
