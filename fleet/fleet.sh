@@ -139,7 +139,7 @@ prepare_camera() {
   sed -i 's/^HTTPS_CONFIG_STATUS=.*/HTTPS_CONFIG_STATUS=on/' "$flash/sysconfig/network.conf"
 
   password=$(new_password)
-  (umask 077 && printf 'tmx_user: admin\ntmx_password: %s\n' "$password" >"$fleet/inventory/host_vars/$guid.yml")
+  (umask 077 && printf 'tmx_user: admin\ntmx_password: %s\ntmx_flash: %s\n' "$password" "$flash" >"$fleet/inventory/host_vars/$guid.yml")
   paste -d : <(printf 'admin\nuser\n') \
     <(printf '%s\n' "$password" "$(<"$fleet/prometheus/password")" | openssl passwd -apr1 -stdin) >"$flash/lighttpd/.htpasswd"
 
