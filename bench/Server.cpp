@@ -48,18 +48,19 @@ Cost Server::send(const std::vector<std::string>& frames, int requests) const {
   return {wall / requests, (processorTime() - processor) / requests};
 }
 
-OneProcessor::OneProcessor(const Server& server) : m_server(server.pid()) {
-  sched_getaffinity(m_server, sizeof m_before, &m_before);
+OneProcessor::OneProcessor(std::vector<pid_t> others) : m_processes(std::move(others)) {
+  m_processes.push_back(getpid());
+  sched_getaffinity(0, sizeof m_before, &m_before);
   cpu_set_t one;
   CPU_ZERO(&one);
   CPU_SET(sched_getcpu(), &one);
-  sched_setaffinity(m_server, sizeof one, &one);
-  sched_setaffinity(0, sizeof one, &one);
+  for (const pid_t process : m_processes)
+    sched_setaffinity(process, sizeof one, &one);
 }
 
 OneProcessor::~OneProcessor() {
-  sched_setaffinity(m_server, sizeof m_before, &m_before);
-  sched_setaffinity(0, sizeof m_before, &m_before);
+  for (const pid_t process : m_processes)
+    sched_setaffinity(process, sizeof m_before, &m_before);
 }
 
 Floor::Floor(const std::string& program, std::string socket, std::string journal)

@@ -32,18 +32,18 @@ class Server {
 };
 
 /**
- * For as long as it lives, this process, the children that it starts meanwhile and the server share one processor.
+ * For as long as it lives, this process, the children that it starts meanwhile and the others share one processor.
  * Waking a second processor takes as long as the work that is measured, and not always the same time.
  */
 class OneProcessor {
  public:
-  explicit OneProcessor(const Server& server);
+  explicit OneProcessor(std::vector<pid_t> others);
   OneProcessor(const OneProcessor&) = delete;
   OneProcessor& operator=(const OneProcessor&) = delete;
   ~OneProcessor();
 
  private:
-  pid_t m_server;
+  std::vector<pid_t> m_processes;
   cpu_set_t m_before{};
 };
 

@@ -27,31 +27,35 @@ namespace fs = std::filesystem;
 using tmx::Item;
 
 constexpr const char* kUsage =
-    R"(usage: tmx_bench [--home DIR] [--turns N] [--soak N]
-  --home DIR  measure the camera that is up in DIR; without it one is booted for the measurement
-  --turns N   turns of each comparison (default 30)
-  --soak N    only send N requests and print the daemon's memory on the way
+    R"(usage: tmx_bench [--home DIR] [--turns N] [--soak N] [--beside PID]
+  --home DIR    measure the camera that is up in DIR; without it one is booted for the measurement
+  --turns N     turns of each comparison (default 30)
+  --soak N      only send N requests and print the daemon's memory on the way
+  --beside PID  only compare reads while this process of the camera runs with reads while it is stopped
 )";
 
 struct Options {
   std::string home;
   int turns = 30;
   long soak = 0;
+  pid_t beside = 0;
 };
 
 bool parse(int argc, char** argv, Options& options) {
   const option longOptions[] = {{"home", required_argument, nullptr, 'h'},
                                 {"turns", required_argument, nullptr, 't'},
                                 {"soak", required_argument, nullptr, 's'},
+                                {"beside", required_argument, nullptr, 'b'},
                                 {nullptr, 0, nullptr, 0}};
   int option = 0;
   while ((option = getopt_long(argc, argv, "", longOptions, nullptr)) != -1) {
     if (option == 'h') options.home = optarg;
     if (option == 't') options.turns = std::atoi(optarg);
     if (option == 's') options.soak = std::atol(optarg);
+    if (option == 'b') options.beside = std::atoi(optarg);
     if (option == '?') return false;
   }
-  return optind == argc && options.turns > 0 && options.soak >= 0;
+  return optind == argc && options.turns > 0 && options.soak >= 0 && options.beside >= 0;
 }
 
 std::string frame(const std::vector<Item>& items) {
@@ -112,7 +116,7 @@ void printRow(const char* name, const bench::Comparison& result) {
 
 void printRequests(const Options& options, const bench::Camera& camera) {
   const bench::Server daemon(camera.socket());
-  const bench::OneProcessor processor(daemon);
+  const bench::OneProcessor processor({daemon.pid()});
   const std::string floorSocket = camera.path("tmp/tmx_floor");
   const std::string pictureSocket = camera.path("tmp/tmx_floor.dsp");
   const bench::Floor floor(bench::programBeside("tmx_floor"), floorSocket);
@@ -226,6 +230,21 @@ bool soak(const bench::Camera& camera, long requests) {
   return true;
 }
 
+/** What another process of the camera adds to the time of a read; as the floor stand the times without it. */
+void printBeside(const Options& options, const bench::Camera& camera) {
+  const bench::Server daemon(camera.socket());
+  const bench::OneProcessor processor({daemon.pid(), options.beside});
+  const Requests requests;
+  constexpr int kReads = 50000;  // takes longer than the pauses of the other
+  const auto reads = [&](int signal) {
+    return [&, signal](int n) {
+      kill(options.beside, signal);
+      return daemon.send(requests.read, n);
+    };
+  };
+  printRow("read one parameter", bench::compare(reads(SIGCONT), reads(SIGSTOP), options.turns, kReads));
+}
+
 /** Measures in the order in which the parts disturb each other least. */
 bool measure(const Options& options, const bench::Camera& camera) {
   const tmx::Client client(camera.socket(), std::chrono::seconds(30));
@@ -234,6 +253,10 @@ bool measure(const Options& options, const bench::Camera& camera) {
     if (!areAccepted(client, *frames)) return false;
   }
   if (options.soak > 0) return soak(camera, options.soak);
+  if (options.beside > 0) {
+    printBeside(options, camera);
+    return true;
+  }
   printStart(camera);
   printMemory(bench::Server(camera.socket()), "memory");
   printSize();
@@ -258,6 +281,7 @@ int measureInChild(const Options& options, const bench::Camera& camera) {
   int status = 0;
   while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
   }
+  if (options.beside > 0) kill(options.beside, SIGCONT);
   return WIFEXITED(status) ? WEXITSTATUS(status) : 1;
 }
 

@@ -27,13 +27,6 @@ double machineTime() {
   return ticks / static_cast<double>(sysconf(_SC_CLK_TCK));
 }
 
-double timeOf(const std::vector<pid_t>& processes) {
-  double seconds = 0;
-  for (const pid_t pid : processes)
-    seconds += processorTimeOf(pid);
-  return seconds;
-}
-
 std::vector<pid_t> processesIn(const std::string& name) {
   std::vector<pid_t> processes;
   std::ifstream file(name);
@@ -46,10 +39,20 @@ double secondsOf(Clock::duration duration) { return std::chrono::duration<double
 
 }  // namespace
 
-Meter::Meter(const std::string& broker, const std::vector<pid_t>& own)
-    : m_broker(broker), m_own(own), m_before(work()) {}
+Meter::Meter(std::string broker, std::vector<pid_t> own)
+    : m_broker(std::move(broker)), m_own(std::move(own)), m_machineBefore(machineTime()) {
+  for (const auto& processes : {processesIn(m_broker), m_own}) {
+    for (const pid_t pid : processes)
+      m_before[pid] = processorTimeOf(pid);
+  }
+}
 
-Meter::Work Meter::work() const { return {timeOf(processesIn(m_broker)), timeOf(m_own), machineTime()}; }
+double Meter::timeOf(const std::vector<pid_t>& processes) const {
+  double seconds = 0;
+  for (const pid_t pid : processes)
+    seconds += processorTimeOf(pid) - (m_before.contains(pid) ? m_before.at(pid) : 0);
+  return seconds;
+}
 
 Row Meter::row(const std::string& phase, long wanted, long done, Clock::time_point end,
                std::vector<double> waits) const {
@@ -64,11 +67,10 @@ Row Meter::row(const std::string& phase, long wanted, long done, Clock::time_poi
     row.most99 = waits[waits.size() * 99 / 100];
     row.most = waits.back();
   }
-  const Work now = work();
   const double wall = secondsOf(Clock::now() - m_start);
-  row.brokerProcessor = (now.broker - m_before.broker) / wall;
-  row.ownProcessor = (now.own - m_before.own) / wall;
-  row.otherProcessor = (now.machine - m_before.machine) / wall - row.brokerProcessor - row.ownProcessor;
+  row.brokerProcessor = timeOf(processesIn(m_broker)) / wall;
+  row.ownProcessor = timeOf(m_own) / wall;
+  row.otherProcessor = (machineTime() - m_machineBefore) / wall - row.brokerProcessor - row.ownProcessor;
   for (const pid_t pid : processesIn(m_broker))
     row.brokerMebibytes += static_cast<double>(memoryOf(pid).resident) / 1024;
   return row;

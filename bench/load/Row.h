@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -26,24 +27,20 @@ struct Row {
 class Meter {
  public:
   /** @param broker a file with the numbers of the broker's processes. @param own those of the load. */
-  Meter(const std::string& broker, const std::vector<pid_t>& own);
+  Meter(std::string broker, std::vector<pid_t> own);
   /** @param waits seconds that each of what was done took; may be empty. */
   [[nodiscard]] Row row(const std::string& phase, long wanted, long done, Clock::time_point end,
                         std::vector<double> waits) const;
 
  private:
-  /** Seconds of processor time. */
-  struct Work {
-    double broker = 0;
-    double own = 0;
-    double machine = 0;
-  };
-  [[nodiscard]] Work work() const;
+  /** Seconds of processor time since the construction; of processes that were not there then, all. */
+  [[nodiscard]] double timeOf(const std::vector<pid_t>& processes) const;
 
-  const std::string& m_broker;
-  const std::vector<pid_t>& m_own;
+  std::string m_broker;
+  std::vector<pid_t> m_own;
   Clock::time_point m_start = Clock::now();
-  Work m_before;
+  std::map<pid_t, double> m_before;
+  double m_machineBefore;
 };
 
 /** Prints the row: a line of a table, under its heading when it is the first, or of JSON. */
