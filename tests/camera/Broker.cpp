@@ -133,12 +133,15 @@ bool Client::await(const std::function<bool()>& isIt) {
   const auto end = std::chrono::steady_clock::now() + kPatience;
   while (!isIt()) {
     if (std::chrono::steady_clock::now() >= end) return false;
-    if (mosquitto_loop(m_client.get(), 20, 1) != MOSQ_ERR_SUCCESS) {
-      usleep(20000);
-      mosquitto_reconnect(m_client.get());
-    }
+    hear();
   }
   return true;
+}
+
+void Client::hear() {
+  if (mosquitto_loop(m_client.get(), 20, 1) == MOSQ_ERR_SUCCESS) return;
+  usleep(20000);
+  mosquitto_reconnect(m_client.get());
 }
 
 bool Client::await(const std::string& topic, const std::string& payload) {

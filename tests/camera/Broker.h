@@ -58,6 +58,8 @@ class Client {
  public:
   Client(const Broker& broker, const std::string& name);
 
+  /** Hears what has come, and connects anew where the connection is lost. */
+  void hear();
   /** Hears until it is so; false where it is not in a time that is longer than anything takes. */
   [[nodiscard]] bool await(const std::function<bool()>& isIt);
   /** Hears until the retained payload of the topic is this one. */

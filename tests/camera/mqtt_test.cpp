@@ -31,7 +31,9 @@ class Agent {
   Agent(const Agent&) = delete;
   Agent& operator=(const Agent&) = delete;
 
-  void stop() const { m_camera.exec({"sh", "-c", "kill " + m_pid + " && while kill -0 " + m_pid + "; do :; done 2>/dev/null"}); }
+  void stop() const {
+    m_camera.exec({"sh", "-c", "kill " + m_pid + " && while kill -0 " + m_pid + "; do :; done 2>/dev/null"});
+  }
   [[nodiscard]] bool runs() const { return m_camera.exec({"sh", "-c", "kill -0 " + m_pid}) == 0; }
   [[nodiscard]] std::string status(const std::string& file) const {
     return m_camera.shell("cat /proc/" + m_pid + "/" + file);
@@ -124,7 +126,8 @@ std::map<std::string, std::string> readAll(Camera& camera) {
   for (const std::vector<tmx::Item>& part : tmx::splitRequests(items)) {
     for (const tmx::Answer& answer :
          tmx::parseAnswers(part, camera.ask(tmx::requestText(part), UserClass::kOperator))) {
-      if (answer.hasValue && answer.accepted()) values[answer.path] = tmx::unescapeValue(answer.value);
+      const bool isShort = answer.value.size() <= 4096;
+      if (answer.hasValue && answer.accepted() && isShort) values[answer.path] = tmx::unescapeValue(answer.value);
     }
   }
   return values;
@@ -161,12 +164,12 @@ TEST_F(Mqtt, FollowsWhatChanges) {
   camera().ask("encode(1).framerate=10&encode(1).status=save");
   EXPECT_TRUE(client().await(valueTopic("encode(1).framerate"), "\"10\""));
   // What cannot be read is taken away until it can.
-  const std::string rate = valueTopic("system.session.total_bitrate");
-  ASSERT_TRUE(client().await([&] { return !client().at(rate).empty(); }));
-  camera().tell("session down");
-  EXPECT_TRUE(client().await(rate, ""));
-  camera().tell("session up");
-  EXPECT_TRUE(client().await([&] { return !client().at(rate).empty(); }));
+  const std::string pan = valueTopic("camera.motion.pan");
+  ASSERT_TRUE(client().await([&] { return !client().at(pan).empty(); }));
+  camera().tell("ptzseq down");
+  EXPECT_TRUE(client().await(pan, ""));
+  camera().tell("ptzseq up");
+  EXPECT_TRUE(client().await([&] { return !client().at(pan).empty(); }));
   camera().ask("camera.scene.status=save&camera.status=save");
 }
 
@@ -257,12 +260,15 @@ TEST_F(Mqtt, RefusesWhatItDoesNotUnderstand) {
 }
 
 TEST_F(Mqtt, ExecutesARequestOnce) {
-  const auto writes = [] { return camera().toldRecorder({"COMMENT"}).size() + camera().journal("dsp").size(); };
+  const auto writes = [] {
+    return std::ranges::count_if(camera().journal("dsp"),
+                                 [](const std::string& line) { return line.find("set") != std::string::npos; });
+  };
   camera().clearJournal();
   const Json item{{{"path", "camera.scene.image.color"}, {"value", "77"}}};
   const Json first = client().ask(guid(), "once", item);
-  const std::size_t once = writes();
-  EXPECT_GT(once, 0U);
+  const auto once = writes();
+  EXPECT_GT(once, 0);
   EXPECT_EQ(client().ask(guid(), "once", item), first);
   // Nor another one that has its id, nor behind a new connection.
   EXPECT_EQ(client().ask(guid(), "once", {{{"path", "camera.scene.image.color"}, {"value", "78"}}}), first);
@@ -300,7 +306,7 @@ TEST_F(Mqtt, ActsAsConfigured) {
     const std::string path = at.substr(topic("value/").size());
     heads.insert(path.substr(0, path.find('/')));
   }
-  EXPECT_EQ(heads, (std::set<std::string>{"encode(1)", "network"}));
+  EXPECT_EQ(heads, (std::set<std::string>{"encode(1)", "network", "system"}));
   EXPECT_EQ(Json::parse(client().at(topic("about")))["address"], "camera.example:8443");
   EXPECT_FALSE(client().at(valueTopic("network.destination(5).host")).empty());
   EXPECT_TRUE(client().at("homeassistant/device/" + guid() + "/config").empty());
@@ -369,12 +375,11 @@ TEST_F(Mqtt, NobodyIsAnotherCamera) {
     stranger.publish(topic(end), R"({"id": "x", "answer": "tmx/1/answer/x", "items": [{"path": "system.model"}]})",
                      true);
   stranger.publish("homeassistant/device/" + guid() + "/config", "{}", true);
-  // Behind them, on the same connection, what it may publish.
+  // The broker ends its connection for each. Behind them what it may publish.
   stranger.publish("tmx/1/" + other + "/online", "true", true);
   client().answers.clear();
-  ASSERT_TRUE(stranger.await([] { return true; }));
   ASSERT_TRUE(client().await([&] {
-    static_cast<void>(stranger.await([] { return true; }));
+    stranger.hear();
     return client().at("tmx/1/" + other + "/online") == "true";
   }));
   EXPECT_EQ(client().at(topic("online")), "true");
@@ -403,8 +408,9 @@ TEST_F(Mqtt, IntroducesTheCameraToHomeAssistant) {
     EXPECT_EQ(platform == "button", state.empty()) << id;
     EXPECT_EQ(platform == "sensor", !entity.contains("cmd_tpl")) << id;
     const std::string value = client().at(state);
-    if (entity.contains("unit_of_meas") && !value.empty() && value != R"("")") {
-      EXPECT_EQ(value.find_first_not_of("\"-.0123456789"), std::string::npos) << id << value;
+    if (entity.contains("unit_of_meas")) {
+      EXPECT_EQ(value.find_first_not_of("\"-.0123456789k"), std::string::npos) << id << value;
+      EXPECT_NE(entity["val_tpl"].get<std::string>().find("replace('k','')"), std::string::npos) << id;
     }
     if (platform == "select" && !value.empty() && !entity.contains("en")) {
       EXPECT_TRUE(std::ranges::count(entity["ops"], Json::parse(value)) == 1) << id << value;
@@ -496,20 +502,24 @@ class Impostor {
     address.sin_port = htons(static_cast<std::uint16_t>(port));
     EXPECT_EQ(bind(m_server, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
     EXPECT_EQ(listen(m_server, 8), 0);
+    const timeval limit{20, 0};
+    setsockopt(m_server, SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit);
   }
   ~Impostor() { close(m_server); }
   Impostor(const Impostor&) = delete;
   Impostor& operator=(const Impostor&) = delete;
 
   /** Waits for a client, reads its first packet, and sends the bytes; then waits until it is left, or leaves. */
-  void meet(const std::string& bytes, bool waits) const {
+  [[nodiscard]] bool meet(const std::string& bytes, bool waits) const {
     const int client = accept4(m_server, nullptr, nullptr, SOCK_CLOEXEC);
+    if (client < 0) return false;
     std::array<char, 4096> buffer{};
     static_cast<void>(recv(client, buffer.data(), buffer.size(), 0));
     static_cast<void>(send(client, bytes.data(), bytes.size(), MSG_NOSIGNAL));
     while (waits && recv(client, buffer.data(), buffer.size(), 0) > 0) {
     }
     close(client);
+    return true;
   }
 
  private:
@@ -531,7 +541,6 @@ TEST_F(Mqtt, OutlivesWhatIsNoBroker) {
   agent().stop();
   broker().kill();
   const Impostor impostor(broker().port());
-  const Agent victim(camera(), "broker=127.0.0.1:8883\n");
   std::mt19937 random(1);
   std::string requests = kAccepted;
   const std::string right = R"({"id": "x", "answer": "tmx/1/answer/x", "items": [{"path": "system.model"}]})";
@@ -550,11 +559,14 @@ TEST_F(Mqtt, OutlivesWhatIsNoBroker) {
       {kAccepted + message(topic("request"), std::string(1 << 20, '[')), false},
       {requests, false}};
   for (const auto& [bytes, waits] : words) {
-    impostor.meet(bytes, waits);
-    ASSERT_TRUE(victim.runs()) << bytes.substr(0, 20);
+    const Agent victim(camera(), "broker=127.0.0.1:8883\n");
+    EXPECT_TRUE(impostor.meet(bytes, waits));
+    EXPECT_TRUE(impostor.meet("", false)) << "does not come again behind " << bytes.substr(0, 20);
+    EXPECT_TRUE(victim.runs()) << bytes.substr(0, 20);
   }
-  const std::string peak = victim.status("status");
-  std::printf("%s\n", peak.substr(peak.find("VmHWM"), 24).c_str());
+  if (!isLong()) return;
+  const Agent victim(camera(), "broker=127.0.0.1:8883\n");
+  EXPECT_TRUE(impostor.meet("", true)) << "waits for ever for an answer";
 }
 
 }  // namespace
