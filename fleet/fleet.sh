@@ -5,7 +5,7 @@
 #   001, 002, …   the cameras' homes
 #   broker        certificates, and Mosquitto's configuration
 #   prometheus    configuration, rules, the list of targets, what was measured
-#   inventory     Ansible's, with the administrators' passwords
+#   inventory     Ansible's, with the administrators' passwords; ansible.cfg names it
 #   run           what each program in the background said; the first half of the addresses: network
 
 servers=$build/servers
@@ -76,7 +76,7 @@ serve() {
   ! listens "$2" "$3" || fail "something else listens at $2:$3; another fleet needs another --network"
   start "$1" "${@:4}"
   until listens "$2" "$3"; do
-    runs "$1" && ((SECONDS < end)) || fail "$1 does not listen at $2:$3: $(tail -n 3 "$fleet/run/$1.log")"
+    { runs "$1" && ((SECONDS < end)); } || fail "$1 does not listen at $2:$3: $(tail -n 3 "$fleet/run/$1.log")"
     sleep 0.05
   done
 }
@@ -136,7 +136,7 @@ prepare_camera() {
   sed -i 's/^HTTPS_CONFIG_STATUS=.*/HTTPS_CONFIG_STATUS=on/' "$flash/sysconfig/network.conf"
 
   password=$(new_password)
-  (umask 077 && printf 'tmx_user: admin\ntmx_password: %s\n' "$password" >"$fleet/inventory/host_vars/$guid.yml")
+  (umask 077 && printf 'tmx_user: admin\ntmx_password: %s\ntmx_flash: %s\n' "$password" "$flash" >"$fleet/inventory/host_vars/$guid.yml")
   paste -d : <(printf 'admin\nuser\n') \
     <(printf '%s\n' "$password" "$(<"$fleet/prometheus/password")" | openssl passwd -apr1 -stdin) >"$flash/lighttpd/.htpasswd"
 
@@ -196,6 +196,7 @@ certificate: $fleet/broker/operator.pem
 key: $fleet/broker/operator.key
 END
   printf 'tmx_ca_path: %s\n' "$fleet/broker/ca.pem" >"$folder/group_vars/all.yml"
+  printf '[defaults]\ninventory = %s\ncollections_path = %s\n' "$folder" "$checkout/fleet" >"$fleet/ansible.cfg"
 }
 
 # What the broker keeps: TOPIC PAYLOAD of the topics, one a line; ends when there are COUNT, or after SECONDS.

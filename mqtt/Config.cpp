@@ -126,9 +126,8 @@ Config parseConfig(std::string_view text) {
 
 Config readConfig(const std::string& file) {
   std::ifstream stream(file, std::ios::binary);
-  std::ostringstream text;
-  if (!stream || !(text << stream.rdbuf())) throw BadConfig(std::strerror(errno));
-  return parseConfig(text.str());
+  if (!stream) throw BadConfig(std::strerror(errno));
+  return parseConfig(std::string(std::istreambuf_iterator<char>(stream), {}));
 }
 
 }  // namespace mqtt

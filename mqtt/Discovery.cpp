@@ -52,6 +52,10 @@ constexpr std::array<Unit, 8> kUnits{{{"s", "s", "duration"},
                                       {"kbytes", "kB", "data_size"},
                                       {"MHz", "MHz", "frequency"}}};
 
+/** How the payload becomes a state; a number may carry a "k" that its unit has too. */
+constexpr const char* kText = "{{value_json|default('')}}";
+constexpr const char* kNumber = "{{value_json|default('')|replace('k','')}}";
+
 /** The path, or a path with "=" and a word. */
 bool isOfEveryDay(const std::string& bare) {
   return std::ranges::any_of(
@@ -139,9 +143,9 @@ class Components {
     } else {
       entity.text("p", "sensor");
     }
-    const bool isNumber = !isWritable || isRange(parameter["takes"]);
-    if (isNumber && parameter.contains("unit")) addUnit(entity, parameter["unit"]);
-    entity.text("stat_t", valueTopic(m_device.guid, path)).text("val_tpl", "{{value_json|default('')}}");
+    const bool isNumber = parameter.contains("unit") && (!isWritable || isRange(parameter["takes"]));
+    if (isNumber) addUnit(entity, parameter["unit"]);
+    entity.text("stat_t", valueTopic(m_device.guid, path)).text("val_tpl", isNumber ? kNumber : kText);
     finish(entity, path, nameOf(parameter, path), isOfEveryDay(parameter["path"]));
   }
 

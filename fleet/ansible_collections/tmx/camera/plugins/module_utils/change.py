@@ -2,11 +2,9 @@
 
 import re
 
-from ansible_collections.tmx.camera.plugins.module_utils.console import ConsoleError, accepted
-from ansible_collections.tmx.camera.plugins.module_utils.tree import names_scene
+from ansible_collections.tmx.camera.plugins.module_utils.console import LEAVE_TIME, ConsoleError, accepted
+from ansible_collections.tmx.camera.plugins.module_utils.tree import bare, names_scene
 
-# Seconds in which the web server goes, behind a commit that restarts it.
-LEAVE_TIME = 20
 # Taking these over can cut the controller off, so the camera puts them back unless they are confirmed.
 CUTS_OFF = re.compile(r"network\.(interface|gateway|http|https)\b")
 # What is interrupted, the later the more it takes along.
@@ -36,6 +34,7 @@ class Change:
         self._unsaved = set()  # paths that read as desired while they wait for their commit
         self._read = {}  # what reads showed at first, by path
         self.differing = []  # paths to be written
+        self.taken_along = []  # paths that others have changed, and that wait for the same commits
         self.written = []  # paths that were, and stand
         self.commits = []
         self.refused = []
@@ -55,9 +54,12 @@ class Change:
                 self._read[path] = answer.get("value", "")
             else:
                 self.refused.append(refusal(path, self._shown(path, self._desired[path]), answer))
-        waiting = {entry["path"] for entry in self._console.pending() if entry["kind"] != "hidden"}
+        pending = self._console.pending()
+        waiting = {entry["path"] for entry in pending if entry["kind"] != "hidden"}
         self._unsaved = {path for path in known if path in waiting and self._read.get(path) == self._desired[path]}
         self.differing = [path for path in known if path in self._unsaved or self._read.get(path) != self._desired[path]]
+        commits = {bare(self._tree.commit(path)) for path in self.differing}
+        self.taken_along = [entry["path"] for entry in pending if entry["path"] not in self._desired and bare(entry["commit"]) in commits]
 
     def doubt(self):
         """What the camera would refuse, as far as its description tells; for a run that changes nothing."""
@@ -92,10 +94,6 @@ class Change:
         """What is read now, except of the secrets."""
         answers = self._console.read(self.before)
         return {path: answer.get("value", "") for path, answer in answers.items() if accepted(answer)}
-
-    def is_known(self, path):
-        """Whether the value in front of the change was read."""
-        return path in self._read
 
     def is_unsaved(self, path):
         """Whether it reads as desired and only waits for its commit."""
@@ -146,24 +144,17 @@ class Change:
 
     def _part(self, commit, paths):
         """Writes what belongs together and commits it; False when it was refused and put back."""
-        stops = self._tree.stops(commit)
         if CUTS_OFF.match(commit) and all(path in self._read for path in paths):
             return self._apply(commit, paths)
         done, hints = self._write(paths)
         if len(done) < len(paths):
             self._put_back(done, [])
             return False
-        restarts = stops in ("the web server", "the camera")
+        restarts = self._tree.stops(commit) in ("the web server", "the camera")
         for number, hint in enumerate(hints):
-            stream = self._console.events(LEAVE_TIME) if restarts else None
-            answer = self._commit(hint, restarts)
-            if answer is not None and not accepted(answer):
-                self.refused.append(refusal(hint.partition("=")[0], hint.partition("=")[2], answer))
-                self._put_back(done, hints[: number + 1])
+            if not self._commit(hint, restarts):
+                self._put_back(done, [] if restarts else hints[: number + 1])
                 return False
-            self.commits.append(hint)
-            if restarts:
-                self._return(stream)
         self.written += paths
         return True
 
@@ -187,14 +178,15 @@ class Change:
         return done, hints
 
     def _commit(self, hint, restarts):
-        """The answer to a commit; None where the web server went with it."""
+        """Sends a commit, and waits for the camera where it restarts; False when it was refused."""
         path, equals, word = hint.partition("=")
-        try:
-            return self._console.request([{"path": path, "value": word}])[0]
-        except ConsoleError as error:
-            if restarts and error.status in (None, 503):
-                return None
-            raise
+        item = {"path": path, "value": word}
+        answer = self._console.restart(item, self._wait) if restarts else self._console.request([item])[0]
+        if not accepted(answer):
+            self.refused.append(refusal(path, word, answer))
+            return False
+        self.commits.append(hint)
+        return True
 
     def _put_back(self, paths, hints):
         """Writes what was there, and where a refused commit may have kept something commits again."""
@@ -202,7 +194,7 @@ class Change:
         if paths:
             self._console.request([{"path": path, "value": self._read[path]} for path in paths])
         for hint in hints:
-            self._commit(hint, False)
+            self._console.request([dict(zip(("path", "value"), hint.split("=")))])
         answers = self._console.read(paths)
         self.not_put_back += [path for path in paths if answers[path].get("value") != self._read[path]]
 
@@ -214,12 +206,7 @@ class Change:
             "confirm": True,
         }
         stream = self._console.events(LEAVE_TIME)
-        try:
-            answers = self._console.post("api/apply", body)["answers"]
-        except ConsoleError as error:
-            if error.status is not None and error.status != 503:
-                raise
-            answers = []  # the web server went with the commit
+        answers = self._console.last(lambda: self._console.post("api/apply", body)["answers"]) or []
         if not all(accepted(answer) for answer in answers):
             stream.close()
             values = [self._shown(path, self._desired[path]) for path in paths] + [commit.partition("=")[2]]
@@ -228,17 +215,10 @@ class Change:
         self.commits.append(commit)
         if self._url_after:
             self._console.at(self._url_after)
-        self._return(stream)
+        self._console.come_back(stream, self._wait)
         try:
             self._console.post("api/confirm", {})
         except ConsoleError as error:
             raise ConsoleError(f"{commit} could not be confirmed, so that the camera puts it back: {error}") from error
         self.written += paths
         return True
-
-    def _return(self, stream):
-        """Waits until the web server has gone, which ends the stream, and answers again."""
-        for event in stream:
-            pass
-        stream.close()
-        self._console.wait(self._wait)

@@ -17,6 +17,8 @@ ARGUMENTS = {
 
 MAX_ITEMS = 200  # of one request
 MAX_BODY = 60000  # bytes; the console takes 64 KiB
+# Seconds in which the web server goes, behind a request that restarts it.
+LEAVE_TIME = 20
 
 
 class ConsoleError(Exception):
@@ -154,6 +156,33 @@ class Console:
                 if time.monotonic() >= stop:
                     raise ConsoleError(f"the camera did not come back within {seconds} s: {error}") from error
             time.sleep(0.5)
+
+    @staticmethod
+    def last(call):
+        """What a call answers that may end the web server; None where it went without an answer."""
+        try:
+            return call()
+        except ConsoleError as error:
+            if error.status not in (None, 503):
+                raise
+            return None
+
+    def come_back(self, stream, seconds):
+        """Waits until the web server has gone, which ends the stream, and the camera answers again."""
+        for event in stream:
+            pass
+        stream.close()
+        self.wait(seconds)
+
+    def restart(self, item, seconds):
+        """Sends an item that restarts the web server or the camera, and waits until it answers again; the answer to the item."""
+        stream = self.events(LEAVE_TIME)
+        answers = self.last(lambda: self.request([item])) or [{"path": item["path"], "status": 200, "text": "OK"}]
+        if accepted(answers[0]):
+            self.come_back(stream, seconds)
+        else:
+            stream.close()
+        return answers[0]
 
     def _open(self, method, path, body, timeout):
         headers = {"Content-Type": "application/json", "X-Tmx-Console": "1"} if method == "POST" else {}

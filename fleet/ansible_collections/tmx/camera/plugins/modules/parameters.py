@@ -45,6 +45,7 @@ notes:
   - The camera may take another value than was written, 10 frames a second for 12. That is no failure, and stands in C(taken). A second run writes 12
     again, and reports C(changed=false) since the camera reads 10 as before. What cannot be known is said in advance, so that C(--check) reports a change there.
     Write the value that the camera takes, also because a commit is sent again for such a value.
+  - A commit takes along what somebody else has written and not committed. The module warns of it where it was written by the console.
   - A value that reads as desired but waits for its commit is committed, where it was written by the console. What other clients have written
     without a commit is not looked for; M(tmx.camera.facts) finds it.
   - In check mode refusals are foretold from the description. What depends on other values or on the moment is seen only when it is written.
@@ -215,6 +216,8 @@ def main():
         tree = Tree(console.get("parameters.json"))
         change = Change(console, tree, user_class, {**values, **secrets}, secrets, module.params["wait"], module.params["url_after"])
         change.look()
+        for path in change.taken_along:
+            module.warn(f"{path} was changed by somebody else and waits for the same commit, which takes it along")
         (foretell if module.check_mode else carry_out)(module, change, values)
     except ConsoleError as error:
         module.fail_json(msg=str(error))

@@ -21,7 +21,7 @@ def runner(camera, capsys, monkeypatch):
     """Runs a module as Ansible does; the JSON that it prints."""
 
     def run(module, check=False, **arguments):
-        given = {"url": camera.url, "password": "pw", "timeout": 5, **arguments, "_ansible_check_mode": check, "_ansible_diff": True}
+        given = {"url": camera.url, "password": "pw", "timeout": 30, **arguments, "_ansible_check_mode": check, "_ansible_diff": True}
         monkeypatch.setattr(basic, "_ANSIBLE_ARGS", json.dumps({"ANSIBLE_MODULE_ARGS": given}).encode())
         with pytest.raises(SystemExit):
             module.main()

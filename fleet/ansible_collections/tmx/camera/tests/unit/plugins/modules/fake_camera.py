@@ -90,6 +90,8 @@ class FakeCamera:
         self.confirming = None  # what to put back
         self.is_lost = False  # whoever confirms comes too late
         self.is_breaking = False  # the next write is done and not answered
+        self.is_ending = False  # a restart is its end
+        self.is_away = False
         self._streams = []
         self._server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), self._handler())
         self._server.daemon_threads = True
@@ -110,6 +112,7 @@ class FakeCamera:
 
     def restart(self):
         """The web server goes, and its streams with it."""
+        self.is_away = self.is_ending
         while self._streams:
             self._streams.pop().put(None)
 
@@ -189,6 +192,9 @@ class FakeCamera:
 
             def account(self):
                 """The class of who has logged in; None behind a refusal."""
+                if fake.is_away:
+                    self.send_error(503)
+                    return None
                 scheme, blank, text = self.headers.get("Authorization", "").partition(" ")
                 user, colon, password = base64.b64decode(text).decode().partition(":")
                 if scheme == "Basic" and password == "pw":

@@ -149,6 +149,8 @@ def test_what_reads_as_desired_but_waits_is_committed(camera, run):
     camera.pending = [{"path": FRAME_RATE, "live": "10", "kind": "shown", "commit": "encode.status=save"}]
     assert run(parameters, values={FRAME_RATE: 10})["changed"]
     assert camera.values[FRAME_RATE] == "10"
+    warnings = run(parameters, values={"encode(2).framerate": 10, "camera.id": "two"})["warnings"]
+    assert len(warnings) == 1 and FRAME_RATE in warnings[0]
 
 
 def test_secrets_are_never_shown(camera, run):
