@@ -90,6 +90,7 @@ void Agent::received(const mosquitto_message& message) {
 
 void Agent::acknowledged() {
   --m_unacknowledged;
+  ++m_crowd.acknowledged;
   if (m_isReady) return;
   publishMore();
   m_isReady = m_unacknowledged == 0;

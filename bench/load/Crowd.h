@@ -13,6 +13,7 @@ namespace bench::load {
 struct Crowd {
   Clock::time_point start = Clock::now();        ///< when the first agent connects
   std::atomic<int> ready = 0;                    ///< agents whose values are all acknowledged
+  std::atomic<long> acknowledged = 0;            ///< messages
   std::atomic<long> lost = 0;                    ///< connections that ended or did not come about
   std::array<double, kMostAgents> waits{};       ///< seconds from an agent's call for a connection until ready
   std::atomic<int> round = 0;                    ///< of changes; what follows holds for this one

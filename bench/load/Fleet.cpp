@@ -70,13 +70,14 @@ void Fleet::start(int processes) {
   }
 }
 
-Clock::time_point Fleet::serveUntil(long wanted, const std::function<long()>& done) {
+Clock::time_point Fleet::serveUntil(long wanted, const std::function<long()>& done,
+                                    const std::function<long()>& progress) {
   auto last = Clock::now();
-  long before = done();
-  while (before < wanted && Clock::now() - last < std::chrono::seconds(m_options.patience)) {
+  long before = progress();
+  while (done() < wanted && Clock::now() - last < std::chrono::seconds(m_options.patience)) {
     m_poll.serve();
     m_observer.care();
-    const long now = done();
+    const long now = progress();
     if (now != before) last = Clock::now();
     before = now;
   }
@@ -84,7 +85,8 @@ Clock::time_point Fleet::serveUntil(long wanted, const std::function<long()>& do
 }
 
 Row Fleet::rowOfReady(const Meter& meter, const char* phase) {
-  const auto end = serveUntil(m_options.agents, [&] { return m_crowd->ready.load(); });
+  const auto end = serveUntil(
+      m_options.agents, [&] { return m_crowd->ready.load(); }, [&] { return m_crowd->acknowledged.load(); });
   std::vector<double> waits;
   for (const double wait : m_crowd->waits) {
     if (wait > 0) waits.push_back(wait);

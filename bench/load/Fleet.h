@@ -35,10 +35,13 @@ class Fleet {
  private:
   void start(int processes);
   /**
-   * Serves the observer until so much is done, or no more of it has been done for as long as patience lasts.
-   * @return when the last of it was done.
+   * Serves the observer until so much is done, or nothing has moved on for as long as patience lasts.
+   * @return when something moved on last.
    */
-  Clock::time_point serveUntil(long wanted, const std::function<long()>& done);
+  Clock::time_point serveUntil(long wanted, const std::function<long()>& done, const std::function<long()>& progress);
+  Clock::time_point serveUntil(long wanted, const std::function<long()>& done) {
+    return serveUntil(wanted, done, done);
+  }
   [[nodiscard]] Row rowOfReady(const Meter& meter, const char* phase);
 
   Options m_options;
