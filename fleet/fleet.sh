@@ -115,7 +115,10 @@ each() {
 cameras() { (cd "$fleet" && find . -maxdepth 1 -name '[0-9][0-9]*' -printf '%f\n' | sort -n); }
 
 address_of() { echo "$network.$(((10#$1 - 1) / 250)).$(((10#$1 - 1) % 250 + 1))"; }
-guid_of() { cat "$fleet/$1/sysinfo/uuid"; }
+guid_of() {
+  local guid
+  read -r guid <"$fleet/$1/sysinfo/uuid" && echo "$guid"
+}
 
 new_password() {
   local password
@@ -269,6 +272,7 @@ fleet_status() {
 fleet() {
   local fleet=${named:-$checkout/.fleet} network=$default_network name topic payload
   [[ ! -e $fleet/network ]] || network=$(<"$fleet/network")
+  [[ ! -e $fleet/flash ]] || fail "$fleet is the home of one camera"
   case ${1-} in
     up)
       install_missing "${boot_packages[@]}" "${fleet_packages[@]}"

@@ -13,7 +13,7 @@ root=$cache/root
 packages=(tmxd tmxctl tmx-console)
 emulator=qemu-arm
 if [[ -z $library ]]; then
-  packages+=(tmx-camera)
+  packages+=(tmx-mqtt tmx-camera)
   emulator=
   library=/usr/libexec/tmx-camera/lib/libzr_com.so
 fi
@@ -77,7 +77,7 @@ open_root() {
 # Every file with its mode, size and target, but for those that record what happened.
 files() {
   inside find / -xdev \( -path /proc -o -path /opt -o -path /root -o -path /tmp -o -path /var/cache -o -path /var/log \
-    -o -path /var/lib/apt -o -path '/var/lib/dpkg/status*' \) -prune -o \( -type d -printf '%p %M\n' \) \
+    -o -path '/etc/*-' -o -path /var/lib/apt -o -path '/var/lib/dpkg/status*' \) -prune -o \( -type d -printf '%p %M\n' \) \
     -o -printf '%p %M %s %l\n' | sort
 }
 
@@ -102,7 +102,8 @@ install_packages() {
 # A machine that is no camera starts no daemon.
 check_silence() {
   inside /etc/init.d/tmxd start
-  ! inside pidof tmxd $emulator || fail "a daemon runs where there is no camera"
+  [[ $emulator ]] || inside /etc/init.d/tmx-mqtt start
+  ! inside pidof tmxd tmx-mqtt $emulator || fail "a daemon runs where there is no camera"
 }
 
 check_client() {
@@ -131,6 +132,17 @@ check_purge() {
   files | diff /tmp/before - || fail "the purged packages leave files"
 }
 
+# It waits for a broker that is away.
+check_agent() {
+  mkdir /mnt/flash/mqtt
+  echo broker=127.0.0.1:1883 >/mnt/flash/mqtt/agent.conf
+  alone /etc/init.d/tmx-mqtt start >/dev/null
+  expect "tmx-mqtt is running" inside /etc/init.d/tmx-mqtt status
+  expect "mqtt" inside stat -c %U "/proc/$(</var/run/tmx-mqtt.pid)"
+  inside /etc/init.d/tmx-mqtt stop
+  ! inside pidof tmx-mqtt || fail "the agent has not been stopped"
+}
+
 # The device's own way: flash that is filled from the package, the platform's library, and the start script, which knows
 # nothing of emulators.
 check_device() {
@@ -146,6 +158,7 @@ check_device() {
   done
   expect "system.model=KT-A10&200 OK" inside $emulator /usr/bin/tmxctl system.model
   [[ -z $emulator ]] || return 0
+  check_agent
   expect "tmxd is running" inside /etc/init.d/tmxd status
   inside /etc/init.d/tmxd stop
   [[ ! -e /tmp/request ]] || fail "the daemon has not been stopped"

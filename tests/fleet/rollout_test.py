@@ -122,6 +122,13 @@ def roll_out(fleet):
     expect("rates that were put back", fleet.rates(), before)
     expect("kept at last", fleet.kept(), set())
 
+    # What was in force by the time of the refusal goes back too; the first camera is a wave.
+    values = {RATE: NEW, "network.destination(1).host": "nowhere"}
+    has_succeeded, recap = fleet.play("time_server", time_server="", wave=1, roll_out_values=values)
+    expect("asked for the time server", (has_succeeded, list(recap)), (False, guids[:1]))
+    expect("rescued by a change", (recap[guids[0]]["rescued"], recap[guids[0]]["changed"]), (1, 1))
+    expect("rates behind the time server", fleet.rates(), before)
+
 
 def issue(fleet, name, ca=()):
     """A folder with a certificate for each camera, signed by the authority, or by another than the broker's."""

@@ -115,7 +115,7 @@ refused:
     value:
       description: The value that was refused.
       type: str
-not_sent:
+not_set:
   description: The paths that were left as they are because of a refusal.
   returned: when something was refused
   type: list
@@ -161,7 +161,7 @@ def report(change, after, values):
         "diff": {"before": lines(before), "after": lines(after)},
     }
     if change.refused:
-        result["not_sent"] = [path for path in change.differing if path not in change.written]
+        result["not_set"] = [path for path in change.differing if path not in change.written]
         result["not_put_back"] = change.not_put_back
     return result
 

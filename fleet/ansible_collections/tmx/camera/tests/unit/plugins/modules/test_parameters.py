@@ -93,14 +93,14 @@ def test_a_refused_part_is_put_back(camera, run, values, log, refused):
     assert camera.values == before
     assert [(entry["path"], entry["status"]) for entry in result["refused"]] == [refused]
     assert result["failed"] and not result["changed"] and result["not_put_back"] == [] and result["commits"] == []
-    assert sorted(result["not_sent"]) == sorted(values) and refused[0] in result["msg"]
+    assert sorted(result["not_set"]) == sorted(values) and refused[0] in result["msg"]
 
 
 def test_a_part_in_front_of_a_refusal_stays(camera, run):
     """It is told what changed, so that it can be put back."""
     camera.refuse = {"network.ntp.host=x": 457}
     result = run(parameters, values={"network.ntp.host": "x", FRAME_RATE: 15})
-    assert result["failed"] and result["changed"] and result["not_sent"] == ["network.ntp.host"]
+    assert result["failed"] and result["changed"] and result["not_set"] == ["network.ntp.host"]
     assert camera.values[FRAME_RATE] == "15" and result["before"][FRAME_RATE] == "5"
 
 
