@@ -64,6 +64,7 @@ void Client::connect(const Address& address, const std::string& willTopic, const
   if (mosquitto_reinitialise(m_mosquitto, m_id.c_str(), true, this) != MOSQ_ERR_SUCCESS)
     throw std::runtime_error("no memory for another connection");
   m_isOpen = true;
+  m_hasWritten = false;
   secure();
   setCallbacks();
   mosquitto_int_option(m_mosquitto, MOSQ_OPT_TCP_NODELAY, 1);
@@ -91,7 +92,10 @@ void Client::care() {
 
 void Client::serve(std::uint32_t events) {
   int result = MOSQ_ERR_SUCCESS;
-  if ((events & EPOLLOUT) != 0) result = mosquitto_loop_write(m_mosquitto, 1);
+  if ((events & EPOLLOUT) != 0) {
+    m_hasWritten = true;
+    result = mosquitto_loop_write(m_mosquitto, 1);
+  }
   if (result == MOSQ_ERR_SUCCESS && (events & ~EPOLLOUT) != 0) mosquitto_loop_read(m_mosquitto, 1);
   update();
 }
@@ -114,7 +118,9 @@ void Client::update() {
   const bool isNew = m_events == 0;
   m_descriptor = descriptor;
   if (descriptor < 0) return;
-  const std::uint32_t events = mosquitto_want_write(m_mosquitto) ? EPOLLIN | EPOLLOUT : EPOLLIN;
+  // With TLS the library does not ask to be told that the connection is there, and then nobody begins to speak.
+  const bool writes = !m_hasWritten || mosquitto_want_write(m_mosquitto);
+  const std::uint32_t events = writes ? EPOLLIN | EPOLLOUT : EPOLLIN;
   if (events == m_events) return;
   m_events = events;
   epoll_event event{};

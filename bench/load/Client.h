@@ -71,6 +71,7 @@ class Client {
   int m_descriptor = -1;
   std::uint32_t m_events = 0;
   bool m_isOpen = false;
+  bool m_hasWritten = false;  ///< whether the socket has been ready for it
 };
 
 }  // namespace bench::load
