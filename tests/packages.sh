@@ -10,10 +10,10 @@ set -euo pipefail
 
 cache=$1 folder=$2 architecture=$3 library=${4-}
 root=$cache/root
-packages=(tmxd tmxctl tmx-console)
+packages=(tmxd tmxctl tmx-console tmx-mqtt)
 emulator=qemu-arm
 if [[ -z $library ]]; then
-  packages+=(tmx-mqtt tmx-camera)
+  packages+=(tmx-camera)
   emulator=
   library=/usr/libexec/tmx-camera/lib/libzr_com.so
 fi
@@ -76,7 +76,7 @@ open_root() {
 
 # Every file with its mode, size and target, but for those that record what happened.
 files() {
-  inside find / -xdev \( -path /proc -o -path /opt -o -path /root -o -path /tmp -o -path /var/cache -o -path /var/log \
+  inside find / -xdev \( -path /proc -o -path /opt -o -path /root -o -path /run/adduser -o -path /tmp -o -path /var/cache -o -path /var/log \
     -o -path '/etc/*-' -o -path /var/lib/apt -o -path '/var/lib/dpkg/status*' \) -prune -o \( -type d -printf '%p %M\n' \) \
     -o -printf '%p %M %s %l\n' | sort
 }
@@ -102,7 +102,7 @@ install_packages() {
 # A machine that is no camera starts no daemon.
 check_silence() {
   inside /etc/init.d/tmxd start
-  [[ $emulator ]] || inside /etc/init.d/tmx-mqtt start
+  inside /etc/init.d/tmx-mqtt start
   ! inside pidof tmxd tmx-mqtt $emulator || fail "a daemon runs where there is no camera"
 }
 
@@ -110,6 +110,7 @@ check_client() {
   # shellcheck disable=SC2016 # the variable is dpkg's
   expect "tmxctl $(inside dpkg-query -W -f '${Version}' tmxctl)" inside $emulator /usr/bin/tmxctl --version
   expect "1 to 30" inside $emulator /usr/bin/tmxctl show 'encode(1).framerate'
+  expect "/mnt/flash/mqtt/agent.conf: " inside $emulator /usr/bin/tmx-mqtt
 }
 
 check_camera() {
