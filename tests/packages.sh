@@ -74,10 +74,10 @@ open_root() {
   rmdir /machine
 }
 
-# Every file with its mode, size and target, but for those that record what happened.
+# Every file with its mode, size and target, but for those that record what happened, and what stood in one before.
 files() {
-  inside find / -xdev \( -path /proc -o -path /opt -o -path /root -o -path /run/adduser -o -path /tmp -o -path /var/cache -o -path /var/log \
-    -o -path '/etc/*-' -o -path /var/lib/apt -o -path '/var/lib/dpkg/status*' \) -prune -o \( -type d -printf '%p %M\n' \) \
+  inside find / -xdev \( -path /proc -o -path /opt -o -path /root -o -path /tmp -o -path /var/cache -o -path /var/log \
+    -o -path '/etc/*-' -o -path /run/adduser -o -path /var/lib/apt -o -path '/var/lib/dpkg/status*' \) -prune -o \( -type d -printf '%p %M\n' \) \
     -o -printf '%p %M %s %l\n' | sort
 }
 
