@@ -221,6 +221,8 @@ fleet_up() {
     shift
   done
   [[ $wanted =~ ^[0-9]{1,4}$ && $network =~ ^127\.[0-9]{1,3}$ ]] || fail "fleet up [N] [--network 127.X]"
+  # What the cameras have on flash names it.
+  [[ ! -e $fleet/network || $(<"$fleet/network") == "$network" ]] || fail "the cameras of $fleet are at $(<"$fleet/network")"
   mkdir -p "$fleet/run"
   echo "$network" >"$fleet/network"
   for ((number = 1; number <= wanted; ++number)); do mkdir -p "$(printf '%s/%03d' "$fleet" "$number")"; done
@@ -278,6 +280,7 @@ fleet() {
       install_missing "${boot_packages[@]}" "${fleet_packages[@]}"
       make_userland
       make_servers
+      say "building"
       compile_camera
       fleet_up "${@:2}"
       ;;

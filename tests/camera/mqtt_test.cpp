@@ -18,6 +18,13 @@
 namespace test {
 namespace {
 
+/** With the sanitizers the agent may take all the memory there is. */
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool kIsBounded = false;
+#else
+constexpr bool kIsBounded = true;
+#endif
+
 bool isLong() { return std::getenv("TMX_LONG") != nullptr; }
 
 /** An agent inside the camera, with a configuration of its own. */
@@ -134,7 +141,8 @@ std::map<std::string, std::string> readAll(Camera& camera) {
 }
 
 TEST_F(Mqtt, PublishesWhatAReadSays) {
-  std::map<std::string, std::string> wanted;
+  std::map<std::string, std::string> wanted = readAll(camera());
+  ASSERT_TRUE(client().await([&] { return values().size() >= wanted.size(); }));
   const bool isEqual = client().await([&] {
     wanted.clear();
     for (const auto& [path, value] : readAll(camera())) {
@@ -446,7 +454,7 @@ TEST_F(Mqtt, KeepsNoRootAndLittleMemory) {
   EXPECT_TRUE(geteuid() != 0 || status.find("Uid:\t201\t201\t201\t201") != std::string::npos);
   const std::string opener = camera().shell("cat /proc/$(pgrep -x mqtt-opener)/status");
   EXPECT_NE(opener.find("CapEff:\t0000000000000000"), std::string::npos) << opener;
-#ifndef __SANITIZE_ADDRESS__
+  if (!kIsBounded) return;
   begin("discovery=homeassistant\n");
   static_cast<void>(request(Json(Json::array_t(200, {{"path", "system.guid"}}))));
   long memory = 0;
@@ -455,7 +463,6 @@ TEST_F(Mqtt, KeepsNoRootAndLittleMemory) {
     if (line.starts_with("Private")) memory += std::atol(line.substr(line.find(':') + 1).c_str());
   std::printf("the agent has %ld kB of its own\n", memory);
   EXPECT_LE(memory, 1536);
-#endif
 }
 
 TEST_F(Mqtt, TakesNoConfigurationThatIsWrong) {
@@ -552,10 +559,10 @@ TEST_F(Mqtt, OutlivesWhatIsNoBroker) {
   }
   const std::vector<std::pair<std::string, bool>> words{
       {"HTTP/1.1 400 Bad Request\r\n\r\n", true},
-      {std::string("\x20\x02\0\5", 4), true},                                  // not authorised
-      {kAccepted + "\x90\x03" + std::string("\0\1\x80", 3), true},             // a refused subscription
-      {kAccepted + "\x40\x02\x12\x34" + message("", "") + "\x00", false},      // what nobody asked for
-      {kAccepted + "\x30\xff\xff\xff\x7f" + std::string(1 << 20, 'x'), true},  // 256 MB
+      {std::string("\x20\x02\0\5", 4), true},                                        // not authorised
+      {kAccepted + "\x90\x03" + std::string("\0\1\x80", 3), true},                   // a refused subscription
+      {kAccepted + "\x40\x02\x12\x34" + message("", "") + "\x00", false},            // what nobody asked for
+      {kAccepted + "\x30\xff\xff\xff\x7f" + std::string(1 << 20, 'x'), kIsBounded},  // 256 MB
       {kAccepted + message(topic("request"), std::string(1 << 20, '[')), false},
       {requests, false}};
   for (const auto& [bytes, waits] : words) {

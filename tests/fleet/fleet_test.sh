@@ -56,6 +56,7 @@ fleet up 3 --network "$network"
 fleet up "$count"
 expect "$count cameras, $count on, $count at the broker" fleet status
 refuse fleet up x
+refuse fleet up --network 127.99
 refuse "$checkout/camera" --home "$fleet-other" fleet up 1 --network "$network"
 rm -rf "$fleet-other"
 

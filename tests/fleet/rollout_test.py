@@ -70,7 +70,7 @@ class Fleet:
         """Runs a playbook; whether it succeeded, and the numbers of its recap by GUID."""
         variables = {"before": str(self.folder / "before"), "wave": WAVE, **variables}
         command = ["ansible-playbook", "-i", self.folder / "inventory", f"tmx.camera.{name}", "-e", json.dumps(variables)]
-        done = subprocess.run(command, capture_output=True, text=True, check=False, env=self.environment, timeout=300)
+        done = subprocess.run(command, capture_output=True, text=True, check=False, env=self.environment, timeout=1200)
         print(done.stdout + done.stderr)
         recap = {}
         for line in done.stdout.partition("PLAY RECAP")[2].splitlines()[1:]:
