@@ -98,6 +98,12 @@ void Client::serve(std::uint32_t events) {
   }
   if (result == MOSQ_ERR_SUCCESS && (events & ~EPOLLOUT) != 0) mosquitto_loop_read(m_mosquitto, 1);
   update();
+  // A connection that is refused before TLS begins goes unnoticed by the library.
+  if (m_descriptor >= 0 && (events & (EPOLLERR | EPOLLHUP)) != 0) {
+    epoll_ctl(m_poll.descriptor(), EPOLL_CTL_DEL, m_descriptor, nullptr);
+    m_descriptor = -1;
+    end();
+  }
 }
 
 void Client::publish(const std::string& topic, const std::string& payload, bool isRetained) {
