@@ -3,7 +3,6 @@
  *
  *     tmx-mqtt [OPTION…]   started with the camera, where it is told of a broker
  */
-#include <getopt.h>
 #include <malloc.h>
 #include <poll.h>
 #include <sys/prctl.h>
@@ -12,7 +11,6 @@
 #include <syslog.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -21,6 +19,7 @@
 #include <string>
 
 #include "access/Opener.h"
+#include "access/Options.h"
 #include "access/Privileges.h"
 #include "mqtt/Agent.h"
 #include "mqtt/Config.h"
@@ -46,31 +45,11 @@ constexpr int kLargeBytes = 32768;
 constexpr rlim_t kMaxData = rlim_t{32} << 20;
 
 bool parseOptions(int argc, char** argv, Options& options) {
-  constexpr std::array<option, 5> kLongOptions{{{"config", required_argument, nullptr, 'c'},
-                                                {"description", required_argument, nullptr, 'd'},
-                                                {"user", required_argument, nullptr, 'u'},
-                                                {"socket", required_argument, nullptr, 's'},
-                                                {nullptr, 0, nullptr, 0}}};
-  int option = 0;
-  while ((option = getopt_long(argc, argv, "", kLongOptions.data(), nullptr)) != -1) {
-    switch (option) {
-      case 'c':
-        options.config = optarg;
-        break;
-      case 'd':
-        options.description = optarg;
-        break;
-      case 'u':
-        options.user = optarg;
-        break;
-      case 's':
-        options.socket = optarg;
-        break;
-      default:
-        return false;
-    }
-  }
-  return optind == argc;
+  return tmx::takeOptions(argc, argv,
+                          {{"config", options.config},
+                           {"description", options.description},
+                           {"user", options.user},
+                           {"socket", options.socket}}) == argc;
 }
 
 [[noreturn]] void die(const std::string& what) {

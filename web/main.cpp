@@ -4,13 +4,11 @@
  *     tmx-console [OPTION…]         started by the web server, with the socket that it connects to as standard input
  *     tmx-console guard [OPTION…]   started with the camera: puts back what nobody confirms
  */
-#include <getopt.h>
 #include <malloc.h>
 #include <sys/prctl.h>
 #include <syslog.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -19,6 +17,7 @@
 #include <string>
 
 #include "access/Opener.h"
+#include "access/Options.h"
 #include "access/Privileges.h"
 #include "web/Gateway.h"
 #include "web/Guard.h"
@@ -48,40 +47,17 @@ constexpr int kLargeBytes = 32768;
 constexpr const char* kRunFolder = "/run/console";
 
 bool parseOptions(int argc, char** argv, Options& options) {
-  constexpr std::array<option, 7> kLongOptions{{{"page", required_argument, nullptr, 'p'},
-                                                {"description", required_argument, nullptr, 'd'},
-                                                {"state", required_argument, nullptr, 'f'},
-                                                {"user", required_argument, nullptr, 'u'},
-                                                {"socket", required_argument, nullptr, 's'},
-                                                {"seconds", required_argument, nullptr, 'c'},
-                                                {nullptr, 0, nullptr, 0}}};
-  int option = 0;
-  while ((option = getopt_long(argc, argv, "", kLongOptions.data(), nullptr)) != -1) {
-    switch (option) {
-      case 'p':
-        options.page = optarg;
-        break;
-      case 'd':
-        options.description = optarg;
-        break;
-      case 'f':
-        options.state = optarg;
-        break;
-      case 'u':
-        options.user = optarg;
-        break;
-      case 's':
-        options.socket = optarg;
-        break;
-      case 'c':
-        options.seconds = std::atol(optarg);
-        break;
-      default:
-        return false;
-    }
-  }
-  options.isGuard = optind + 1 == argc && std::string(argv[optind]) == "guard";
-  return (optind == argc || options.isGuard) && options.seconds > 0;
+  std::string seconds = std::to_string(options.seconds);
+  const int next = tmx::takeOptions(argc, argv,
+                                    {{"page", options.page},
+                                     {"description", options.description},
+                                     {"state", options.state},
+                                     {"user", options.user},
+                                     {"socket", options.socket},
+                                     {"seconds", seconds}});
+  options.seconds = std::atol(seconds.c_str());
+  options.isGuard = next + 1 == argc && std::string(argv[next]) == "guard";
+  return (next == argc || options.isGuard) && options.seconds > 0;
 }
 
 [[noreturn]] void die(const std::string& what) {
