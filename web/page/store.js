@@ -115,6 +115,8 @@ export function useTexts(named) {
 const watched = new Map();  // path -> how many look
 let viewer = null;          // the id of the event stream
 let viewTimer = 0;
+let isSending = false;      // a view is on its way
+let isViewOld = false;      // and this page looks at something else by now
 let hasValues = false;      // since the event stream was opened
 
 /** These take the camera a while, so they are looked at behind the first view. */
@@ -138,10 +140,16 @@ function sendViewSoon() {
   viewTimer = setTimeout(sendView, 5);
 }
 
-function sendView() {
+/** One at a time: of two that are on their way together the older one could come last. */
+async function sendView() {
   if (!viewer) return;
+  isViewOld = isSending;
+  if (isSending) return;
+  isSending = true;
   const paths = [...watched.keys()].filter((path) => hasValues || !kSlow.includes(path)).slice(0, kMostInView);
-  call('api/view', { id: viewer, paths }).catch(() => {});
+  await call('api/view', { id: viewer, paths }).catch(() => {});
+  isSending = false;
+  if (isViewOld) sendViewSoon();
 }
 
 // ---- requests of the person in front of the page
