@@ -41,14 +41,6 @@ std::size_t Reader::count() {
   return m_values.size();
 }
 
-void Reader::refresh() {
-  for (const auto& [key, known] : m_values) {
-    const std::shared_ptr<Value> value = known.lock();
-    if (value && !value->isSlow) value->read = {};
-  }
-  readSoon();
-}
-
 void Reader::readIn(std::chrono::milliseconds time) {
   if (m_isUnderWay) {
     m_isReadAgain = true;
@@ -64,11 +56,15 @@ void Reader::readAll() {
   if (count() == 0) return;
   for (const auto& [key, known] : m_values) {
     const std::shared_ptr<Value> value = known.lock();
-    const auto period = value->isSlow ? m_periods.slow : m_periods.usual;
-    if (value->status == 0 || Clock::now() - value->read >= period - kTolerance) m_due.push_back(value);
+    if (isDue(*value)) m_due.push_back(value);
   }
   m_isUnderWay = true;
   readNext();
+}
+
+bool Reader::isDue(const Value& value) const {
+  if (value.status == 0 || (!value.isSlow && value.read < m_refreshed)) return true;
+  return Clock::now() - value.read >= (value.isSlow ? m_periods.slow : m_periods.usual) - kTolerance;
 }
 
 /** Some values of one class; behind the last of a class it is told. */
@@ -86,17 +82,18 @@ void Reader::readNext() {
     m_due.pop_back();
   }
   m_upstream.run(Priority::Reader, user, items,
-                 [this, values = std::move(values)](const std::vector<Answer>& answers, const std::string& failure) {
+                 [this, values = std::move(values), asked = Clock::now()](const std::vector<Answer>& answers,
+                                                                          const std::string& failure) {
                    for (std::size_t i = 0; i < answers.size(); ++i)
-                     take(*values[i], answers[i]);
+                     take(*values[i], answers[i], asked);
                    if (!failure.empty()) m_due.clear();
                    if (m_due.empty() || m_due.back()->user != values.front()->user) m_heard();
                    readNext();
                  });
 }
 
-void Reader::take(Value& value, const Answer& answer) {
-  value.read = Clock::now();
+void Reader::take(Value& value, const Answer& answer, Clock::time_point asked) {
+  value.read = asked;
   std::string text = unescapeValue(answer.value);
   if (value.status == answer.status && value.hasText == answer.hasValue && value.text == text) return;
   value.status = answer.status;

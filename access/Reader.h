@@ -17,8 +17,7 @@
 
 namespace tmx {
 
-/** Reads values again and again, each once for all who look at it as the same class. Without a value it does nothing.
- */
+/** Reads values again and again, each once for all who look at it as the same class; does nothing without a value. */
 class Reader {
  public:
   /** A parameter as one class sees it. */
@@ -29,8 +28,8 @@ class Reader {
     int status = 0;  ///< 0 before it was read
     std::string text = {};
     bool hasText = false;
-    std::uint64_t changed = 0;  ///< counts the changes of all values; 0 before it was read
-    Clock::time_point read = {};
+    std::uint64_t changed = 0;    ///< counts the changes of all values; 0 before it was read
+    Clock::time_point read = {};  ///< when it was asked for
   };
   struct Periods {
     std::chrono::milliseconds usual;
@@ -53,14 +52,18 @@ class Reader {
 
   /** Reads at once what is due. */
   void readSoon() { readIn(std::chrono::milliseconds(0)); }
-  /** Reads at once what is not slow. */
-  void refresh();
+  /** All that is not slow may be another by now: reads it at once, what is being read once more. */
+  void refresh() {
+    m_refreshed = Clock::now();
+    readSoon();
+  }
 
  private:
   void readIn(std::chrono::milliseconds time);
   void readAll();
   void readNext();
-  void take(Value& value, const Answer& answer);
+  [[nodiscard]] bool isDue(const Value& value) const;
+  void take(Value& value, const Answer& answer, Clock::time_point asked);
 
   Reactor& m_reactor;
   Upstream& m_upstream;
@@ -68,6 +71,7 @@ class Reader {
   std::function<void()> m_heard;
   std::map<std::pair<UserClass, std::string>, std::weak_ptr<Value>> m_values;
   std::uint64_t m_changes = 0;
+  Clock::time_point m_refreshed = {};
   bool m_isUnderWay = false;
   std::vector<std::shared_ptr<Value>> m_due;  ///< of the round that is under way, those to be read next at the end
   bool m_isReadAgain = false;

@@ -136,6 +136,7 @@ prepare_camera() {
   "$checkout/fleet/certificates" "$certificates" camera "$guid"
   "$checkout/fleet/certificates" "$certificates" console "$guid" "$address"
   cat "$certificates/$guid.console".{key,pem} >"$flash/lighttpd/server.pem"
+  chmod 600 "$flash/lighttpd/server.pem"
   sed -i 's/^HTTPS_CONFIG_STATUS=.*/HTTPS_CONFIG_STATUS=on/' "$flash/sysconfig/network.conf"
 
   password=$(new_password)
